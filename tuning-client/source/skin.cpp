@@ -1,0 +1,63 @@
+#include "tuning-client/source/skin.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QLocale>
+#include <QPalette>
+#include <QStyleFactory>
+
+#include <clocale>
+
+namespace
+{
+QPalette palette()
+{
+    const QColor text(0x1c, 0x20, 0x26);
+    const QColor window(0xf0, 0xf1, 0xf4);
+    const QColor base(0xff, 0xff, 0xff);
+    const QColor accent(0x1f, 0x63, 0xb5);
+    const QColor faint(0x84, 0x8b, 0x96);
+
+    QPalette palette(text, QColor(0xe9, 0xeb, 0xef), base, QColor(0xa3, 0xa9, 0xb3), QColor(0xc4, 0xc9, 0xd1), text,
+                     base, base, window);
+    palette.setColor(QPalette::Midlight, QColor(0xdd, 0xe0, 0xe6));
+    palette.setColor(QPalette::Shadow, QColor(0x6c, 0x73, 0x7e));
+    palette.setColor(QPalette::AlternateBase, QColor(0xf5, 0xf7, 0xfa));
+    palette.setColor(QPalette::ToolTipBase, QColor(0xff, 0xff, 0xe8));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, faint);
+    palette.setColor(QPalette::Highlight, accent);
+    palette.setColor(QPalette::HighlightedText, base);
+    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::LinkVisited, QColor(0x6b, 0x3f, 0xa0));
+    for (auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
+    {
+        palette.setColor(QPalette::Disabled, role, faint);
+    }
+    palette.setColor(QPalette::Disabled, QPalette::Base, window);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xc4, 0xc9, 0xd1));
+    return palette;
+}
+} // namespace
+
+namespace skin
+{
+void Font::Kestrix()
+{
+    QFont font("Segoe UI", 10);
+    font.setStyleHint(QFont::Monospace, QFont::PreferDefault);
+    QApplication::setFont(font);
+}
+
+void Style::Kestrix()
+{
+    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setPalette(palette());
+
+    auto locale = QLocale::c();
+    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    QLocale::setDefault(locale);
+    // QApplication has taken over the user's locale for the C library as well.
+    std::setlocale(LC_NUMERIC, "C");
+}
+} // namespace skin

@@ -1,0 +1,41 @@
+#include "tuning-client/source/message-handler.h"
+
+#include <iostream>
+#include <string>
+
+namespace
+{
+const char* colour(QtMsgType type)
+{
+    switch (type)
+    {
+    case QtDebugMsg:
+        return "\033[34m";
+    case QtInfoMsg:
+        return "\033[32m";
+    case QtWarningMsg:
+        return "\033[33m";
+    default:
+        return "\033[31m";
+    }
+}
+
+QString printable(const QString& message)
+{
+    QString text;
+    text.reserve(message.size());
+    for (auto character : message)
+    {
+        const auto code = character.unicode();
+        const bool isControl = (code < 0x20 && code != '\n' && code != '\t') || (code >= 0x7f && code < 0xa0);
+        isControl ? text += QString("\\x%1").arg(code, 2, 16, QChar('0')) : text += character;
+    }
+    return text;
+}
+} // namespace
+
+void messageOutput(QtMsgType type, const QMessageLogContext&, const QString& message)
+{
+    // One write, so that messages of two threads do not mix.
+    std::cout << colour(type) + printable(message).toStdString() + "\033[0m";
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <QString>
+#include <QtGlobal>
+
+/// Qt's log messages on standard output, in the colour of their type, with no newline added. Control characters in the
+/// text are written as "\x1b", since a text that came from the board must not drive the terminal.
+void messageOutput(QtMsgType type, const QMessageLogContext& context, const QString& message);
