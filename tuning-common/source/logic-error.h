@@ -12,9 +12,9 @@ class LogicError : public std::exception
 public:
     enum Code
     {
-        Io = 1,         ///< a serial port could not be opened, read or written
-        WrongSize = 6,  ///< a record has another size than its structure
-        NotFound = 9    ///< something that is needed is missing
+        Io = 1,        ///< a serial port could not be opened, read or written
+        WrongSize = 6, ///< a record has another size than its structure
+        NotFound = 9   ///< something that is needed is missing
     };
 
     LogicError(int code, std::string text) : error(code), message(std::move(text)) {}

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <cstdint>
+
+/// What comes from outside is held to these numbers before memory is asked for.
+namespace t_common::limit
+{
+constexpr std::size_t KiB = 1024;
+constexpr std::size_t MiB = 1024 * KiB;
+
+// HTTP
+constexpr std::size_t httpHead = 64 * KiB;       // a board's head has a few hundred bytes
+constexpr std::size_t httpFields = 200;          // as above: a dozen fields
+constexpr std::size_t httpInterim = 100;         // "100 Continue" and the like before the answer
+constexpr std::uint64_t httpBody = 16 * MiB;     // the longest answer, a dewarp map in Base64, has less than 6 MiB
+constexpr std::uint64_t httpFile = 512 * MiB;    // raw captures of the largest sensors have a quarter of it
+constexpr std::chrono::seconds transferIdle{60}; // a board may write flash for that long without a byte
+
+// JSON
+constexpr std::size_t jsonElements = 1'000'000; // commas and brackets; an element costs 100 bytes in memory
+constexpr std::size_t jsonDepth = 32;           // indented text grows with depth, commands need less than ten
+constexpr std::size_t jsonExcerpt = 80;         // what a failure text shows of a text that can't be parsed
+
+// Texts
+constexpr std::size_t statusBarText = 4 * KiB; // one line on the screen
+constexpr std::size_t reportText = 1 * MiB;    // the console lays out every line of it
+constexpr std::size_t listElements = 10'000;   // files, modules, registers, versions
+constexpr std::size_t listText = 4 * KiB;      // one name in a list
+constexpr std::size_t fileName = 255;          // of the usual file systems
+
+// XML
+constexpr std::size_t xmlBytes = 64 * MiB;  // register descriptions have a few MiB
+constexpr std::size_t xmlDepth = 256;       // the document tree is built and destroyed recursively
+constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes in memory
+constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
+constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred
+constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
+
+// Auto tables
+constexpr std::size_t tableColumns = 256;   // every column is a header on the screen
+constexpr std::size_t tableCells = 100'000; // every cell is an item in memory
+} // namespace t_common::limit

@@ -1,0 +1,76 @@
+#include "tuning-common/source/text.h"
+
+namespace t_common
+{
+namespace
+{
+bool isPlain(unsigned char byte) { return byte >= 0x20 && byte < 0x7f; }
+
+/// Bytes of the UTF-8 sequence at the start, 0 for one that is broken, overlong or a C1 control character.
+std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
+{
+    const auto first = pText[0];
+    if (first < 0xc2 || first > 0xf4)
+    {
+        return 0;
+    }
+    const std::size_t length = first >= 0xf0 ? 4 : first >= 0xe0 ? 3 : 2;
+    if (length > left)
+    {
+        return 0;
+    }
+    for (std::size_t i = 1; i < length; ++i)
+    {
+        if ((pText[i] & 0xc0) != 0x80)
+        {
+            return 0;
+        }
+    }
+    const auto second = pText[1];
+    const bool isControl = first == 0xc2 && second < 0xa0;
+    const bool isOverlong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
+    return isControl || isOverlong ? 0 : length;
+}
+} // namespace
+
+std::string printable(const std::string& text, std::size_t maximum, Lines lines)
+{
+    const auto* pText = reinterpret_cast<const unsigned char*>(text.data());
+    const std::size_t size = text.size();
+    std::string result;
+    result.reserve(size < maximum ? size : maximum + 3);
+    for (std::size_t i = 0; i < size;)
+    {
+        std::size_t end = i;
+        while (end < size && isPlain(pText[end]) && result.size() + (end - i) < maximum)
+        {
+            ++end;
+        }
+        result.append(text, i, end - i);
+        i = end;
+        if (i == size)
+        {
+            break;
+        }
+        const std::size_t length = pText[i] < 0x80 ? 1 : sequenceLength(pText + i, size - i);
+        if (result.size() + (length == 0 ? 1 : length) > maximum)
+        {
+            return result + "...";
+        }
+        if (length > 1)
+        {
+            result.append(text, i, length);
+        }
+        else if (text[i] == '\n' || text[i] == '\t')
+        {
+            result += lines == Lines::Many ? text[i] : ' ';
+        }
+        else
+        {
+            result += '?';
+        }
+        i += length == 0 ? 1 : length;
+    }
+    return result;
+}
+} // namespace t_common

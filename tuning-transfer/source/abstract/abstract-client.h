@@ -1,0 +1,55 @@
+#pragma once
+
+#include <json/json.h>
+
+#include <cstdint>
+#include <functional>
+#include <string>
+
+namespace t_transfer::abstract
+{
+/// Where the traffic is written to for the user to read: standard output until a sink is set.
+struct Report
+{
+    Report& operator<<(const std::string& text);
+    Report& operator<<(char c);
+
+    std::function<void(const std::string&)> fReport;
+};
+
+class Object
+{
+public:
+    explicit Object(const Json::Value& jConfig_) : jConfig(jConfig_) {}
+    virtual ~Object() = default;
+
+    Object& reportSet(std::function<void(const std::string&)> fReport);
+
+    Report report;
+    Json::Value jConfig;
+};
+
+/// A way to the board. What a transport does not override says so on standard output and returns.
+class Client : public Object
+{
+public:
+    using Object::Object;
+
+    virtual Client& configGet(Json::Value& jConfig);
+    virtual Client& configSet(const Json::Value& jConfig);
+    virtual Client& fileDownload(const Json::Value& jQuery);
+    virtual Client& fileUpload(const Json::Value& jQuery);
+    virtual Client& info();
+
+    /// Sends a command and waits for its answer, `timeout` seconds at most.
+    virtual Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout);
+
+    /// Hands the answer to `fComplete`, perhaps on another thread, but before it returns. Without an answer there is
+    /// no call.
+    virtual Client& request(const Json::Value& jQuery, const std::function<void(Json::Value)>& fComplete,
+                            std::int32_t timeout);
+
+    virtual Client& textRead(std::string& text);
+    virtual Client& textWrite(const std::string& text);
+};
+} // namespace t_transfer::abstract

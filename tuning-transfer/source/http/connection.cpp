@@ -1,0 +1,156 @@
+#include "tuning-transfer/source/http/connection.h"
+
+#include <boost/asio/buffer.hpp>
+#include <boost/asio/error.hpp>
+
+#include <future>
+#include <stdexcept>
+#include <thread>
+
+namespace asio = boost::asio;
+using boost::system::error_code;
+
+namespace t_transfer::http
+{
+Connection::Connection(const Url& url, const TimeLimit& limit_)
+    : name(url.authority()), limit(limit_), context(1), socket(context)
+{
+    const auto end = limit.next();
+    connect(resolve(url, end), end);
+}
+
+void Connection::write(const char* pData, std::size_t size)
+{
+    while (size > 0)
+    {
+        std::size_t count = 0;
+        const auto error =
+            await(limit.next(), count,
+                  [&](auto done) { socket.async_write_some(asio::buffer(pData, size), std::move(done)); });
+        if (error)
+        {
+            fail(error);
+        }
+        pData += count;
+        size -= count;
+    }
+}
+
+std::size_t Connection::read(char* pData, std::size_t size)
+{
+    std::size_t count = 0;
+    const auto error = await(limit.next(), count,
+                             [&](auto done) { socket.async_read_some(asio::buffer(pData, size), std::move(done)); });
+    if (error && error != asio::error::eof)
+    {
+        fail(error);
+    }
+    return count;
+}
+
+void Connection::fail(const std::string& reason) const
+{
+    throw std::runtime_error("Connection to " + name + " failed: " + reason);
+}
+
+void Connection::fail(const error_code& error) const
+{
+    fail(error == asio::error::timed_out ? limit.text() : error.message());
+}
+
+std::vector<Connection::Endpoint> Connection::resolve(const Url& url, TimeLimit::Clock::time_point end) const
+{
+    error_code error;
+    const auto address = asio::ip::make_address(url.host, error);
+    if (!error)
+    {
+        return {Endpoint(address, url.port)};
+    }
+    struct Result
+    {
+        error_code error;
+        std::vector<Endpoint> endpoints;
+    };
+    // The system's resolver knows no time limit; the thread is left behind when it is too slow.
+    std::packaged_task<Result()> task(
+        [host = url.host, port = url.port]
+        {
+            asio::io_context resolverContext;
+            asio::ip::tcp::resolver resolver(resolverContext);
+            Result result;
+            const auto entries =
+                resolver.resolve(host, std::to_string(port), asio::ip::resolver_base::numeric_service, result.error);
+            for (const auto& entry : entries)
+            {
+                result.endpoints.push_back(entry.endpoint());
+            }
+            return result;
+        });
+    auto future = task.get_future();
+    std::thread(std::move(task)).detach();
+    if (future.wait_until(end) != std::future_status::ready)
+    {
+        fail("the name could not be resolved in time, " + limit.text());
+    }
+    const auto result = future.get();
+    if (result.error)
+    {
+        fail(result.error);
+    }
+    return result.endpoints;
+}
+
+void Connection::connect(const std::vector<Endpoint>& endpoints, TimeLimit::Clock::time_point end)
+{
+    error_code error = asio::error::host_not_found;
+    for (std::size_t i = 0; i < endpoints.size(); ++i)
+    {
+        // An address that swallows everything must leave time for the next one.
+        const auto now = TimeLimit::Clock::now();
+        const auto share = (end - now) / static_cast<int>(endpoints.size() - i);
+        std::size_t count = 0;
+        error = await(now + share, count, [&](auto done) { socket.async_connect(endpoints[i], std::move(done)); });
+        if (!error)
+        {
+            error_code ignored;
+            socket.set_option(asio::ip::tcp::no_delay(true), ignored);
+            if (limit.isSilence())
+            {
+                socket.set_option(asio::socket_base::keep_alive(true), ignored);
+            }
+            return;
+        }
+        error_code ignored;
+        socket.close(ignored);
+    }
+    fail(error);
+}
+
+template <class Start>
+error_code Connection::await(TimeLimit::Clock::time_point end, std::size_t& count, Start start)
+{
+    bool isDone = false;
+    error_code result;
+    start(
+        [&](const error_code& error, std::size_t moved = 0)
+        {
+            isDone = true;
+            result = error;
+            count = moved;
+        });
+    context.restart();
+    while (!isDone && context.run_one_until(end) > 0)
+    {
+    }
+    if (!isDone)
+    {
+        // The operation refers to this frame, so it has to be over before the frame is.
+        error_code ignored;
+        socket.close(ignored);
+        context.restart();
+        context.run();
+        return asio::error::timed_out;
+    }
+    return result;
+}
+} // namespace t_transfer::http
