@@ -9,8 +9,10 @@
 #include <QPushButton>
 
 EnableAutoSliderAbstractWidget::EnableAutoSliderAbstractWidget(QWidget* pParent, const QString& name, int count)
-    : EnableSliderAbstractWidget(pParent, name, count), pComboBoxWorkMode(new QComboBox),
-      pPushButtonEditTable(new QPushButton(tr("Edit Auto Algorithm Table"))), pTimer(new QTimer(this))
+    : EnableSliderAbstractWidget(pParent, name, count),
+      pComboBoxWorkMode(new QComboBox),
+      pPushButtonEditTable(new QPushButton(tr("Edit Auto Algorithm Table"))),
+      pTimer(new QTimer(this))
 {
     pComboBoxWorkMode->addItems({tr("Manual"), tr("Auto")});
     controlAdd(pGridLayoutReserved, tr("Working Mode"), pComboBoxWorkMode);

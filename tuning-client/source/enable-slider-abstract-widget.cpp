@@ -8,8 +8,10 @@
 #include <QPushButton>
 
 EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const QString& name, int count)
-    : AbstractWidget(pParent, name), pCheckBoxEnable(new QCheckBox(tr("Enable %1").arg(objectName()))),
-      pPushButtonRest(new QPushButton(tr("Reset"))), pGridLayoutReserved(new QGridLayout),
+    : AbstractWidget(pParent, name),
+      pCheckBoxEnable(new QCheckBox(tr("Enable %1").arg(objectName()))),
+      pPushButtonRest(new QPushButton(tr("Reset"))),
+      pGridLayoutReserved(new QGridLayout),
       pGridLayoutSliderSpinWidgetCollection(new QGridLayout)
 {
     pGridLayoutScrollArea->addWidget(pCheckBoxEnable, 0, 0);

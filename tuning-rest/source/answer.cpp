@@ -57,9 +57,9 @@ Json::Value answerListGet(const Json::Value& jResponse, const char* key)
     auto list = answerGet<Json::Value>(jResponse, key);
     if (!list.isNull() && !list.isArray())
         throw std::logic_error("Error in the answer: \"" + std::string(key) + "\" is not a list");
-    if (list.size() > t_common::limit::ListElements)
+    if (list.size() > t_common::limit::listElements)
         throw std::logic_error("Error in the answer: \"" + std::string(key) + "\" has " + std::to_string(list.size()) +
-                               " elements, more than " + std::to_string(t_common::limit::ListElements));
+                               " elements, more than " + std::to_string(t_common::limit::listElements));
     return list;
 }
 } // namespace rest

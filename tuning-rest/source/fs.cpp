@@ -14,7 +14,7 @@ FileSystem& FileSystem::list(std::vector<std::string>& list, const std::string& 
     std::vector<std::string> names;
     for (const auto& jName : answerListGet(jResponse, "file.list"))
     {
-        if (!jName.isString() || jName.asString().size() > t_common::limit::ListText)
+        if (!jName.isString() || jName.asString().size() > t_common::limit::listText)
             throw std::logic_error("Error in the answer: \"file.list\" holds something that is no file name");
         names.push_back(jName.asString());
     }

@@ -14,7 +14,7 @@ int bounded(const QXmlStreamAttributes& attributes, const char* name)
     const auto text = attributes.value(QLatin1String(name));
     bool isNumber = false;
     const int value = text.toInt(&isNumber);
-    const int held = qBound(0, value, t_common::limit::ChipUnits);
+    const int held = qBound(0, value, t_common::limit::chipCounterMaximum);
     if (held != value || (!isNumber && !text.isEmpty()))
         qWarning("%s is out of range, %d is taken", name, held);
     return held;
@@ -42,7 +42,7 @@ void Chip::loadXml(const QString& fileName, bool isPreload)
         qWarning() << file.errorString() << fileName;
 
     QXmlStreamReader reader(&file);
-    if (file.size() > t_common::limit::XmlFile)
+    if (file.size() > qint64(t_common::limit::xmlBytes))
         reader.raiseError("The file is too large");
     if (readRoot(reader) && reader.name() == QLatin1String("Table"))
     {
@@ -71,7 +71,7 @@ void Chip::parseTable(QXmlStreamReader& reader)
     {
         if (reader.isStartElement() && reader.name() == QLatin1String("Page"))
         {
-            if (pages.size() >= t_common::limit::ChipPages)
+            if (pages.size() >= int(t_common::limit::chipPages))
             {
                 reader.raiseError("Too many pages");
                 return;

@@ -23,7 +23,7 @@ bool isRegularOrMissing(const QString& fileName)
 Abstract::Abstract(const QString& fileName) : dConfig(configDirectory()), fullFileName(dConfig.path() + "/" + fileName)
 {
     QFile file(fullFileName);
-    if (!isRegularOrMissing(fullFileName) || file.size() > t_common::limit::ConfigFile)
+    if (!isRegularOrMissing(fullFileName) || file.size() > qint64(t_common::limit::configFile))
         return;
     file.open(QIODevice::ReadOnly);
     const QString text(file.readAll());

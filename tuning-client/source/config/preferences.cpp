@@ -35,7 +35,7 @@ void Capture::restore(QJsonValueRef section)
     pathRestore(path, jSection["save.path"]);
     const int type = jSection["image.type"].toInt();
     snapshotType = type >= rest::Camera::Raw08 && type <= rest::Camera::Yuv ? rest::Camera::SnapshotType(type)
-                                                                             : rest::Camera::Raw08;
+                                                                            : rest::Camera::Raw08;
 }
 
 void Capture::store(QJsonValueRef section) const
@@ -66,7 +66,7 @@ void Server::Http::restore(QJsonValueRef section)
     index = jSection["index"].toInt();
     for (const auto& jHost : jSection["hosts"].toArray())
     {
-        if (collection.size() >= int(t_common::limit::ListElements))
+        if (collection.size() >= int(t_common::limit::listElements))
             break;
         add(jHost.toObject()["ip"].toString(), uint16_t(jHost.toObject()["port"].toInt()));
     }

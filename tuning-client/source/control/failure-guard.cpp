@@ -8,6 +8,6 @@ namespace shortcut
 void failureShow(QStatusBar* pStatusBar, const char* text)
 {
     if (pStatusBar)
-        pStatusBar->showMessage(QString::fromStdString(t_common::printable(text, t_common::limit::StatusText)), 0);
+        pStatusBar->showMessage(QString::fromStdString(t_common::printable(text, t_common::limit::statusBarText)), 0);
 }
 } // namespace shortcut

@@ -37,7 +37,9 @@ bool isSteppingKey(const QEvent* pEvent, bool isSlider)
 } // namespace
 
 SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
-    : QWidget(pParent), pLabel(new QLabel(this)), pSlider(new QSlider(Qt::Horizontal, this)),
+    : QWidget(pParent),
+      pLabel(new QLabel(this)),
+      pSlider(new QSlider(Qt::Horizontal, this)),
       pDoubleSpinBox(new QDoubleSpinBox(this))
 {
     auto* pLayout = new QGridLayout(this);
@@ -63,8 +65,7 @@ SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
     pDoubleSpinBox->installEventFilter(this);
     connect(pLabel, &QLabel::customContextMenuRequested, this, &SliderSpinWidget::contextMenuShow);
     connect(pSlider, &QSlider::valueChanged, this, &SliderSpinWidget::fromSlider);
-    connect(pDoubleSpinBox, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this,
-            &SliderSpinWidget::fromSpinBox);
+    connect(pDoubleSpinBox, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &SliderSpinWidget::fromSpinBox);
 }
 
 SliderSpinWidget::SliderSpinWidget(const QString& title, double min, double max, int decimals,
@@ -228,8 +229,8 @@ void SliderSpinWidget::contextMenuShow(const QPoint& position)
     QMenu menu;
     if (readValue && std::isfinite(*readValue))
     {
-        auto* pBack = menu.addAction(tr("Back to %1 as read").arg(text(*readValue)), this,
-                                     [this] { setValue(*readValue); });
+        auto* pBack =
+            menu.addAction(tr("Back to %1 as read").arg(text(*readValue)), this, [this] { setValue(*readValue); });
         pBack->setEnabled(pDoubleSpinBox->isEnabled());
     }
     menu.addAction(tr("Copy value"), this, [this] { QGuiApplication::clipboard()->setText(text(value())); });

@@ -13,11 +13,17 @@ using rest::Ae;
 using V1 = Ae::Config::V1;
 
 AeWidget::AeWidget(QWidget* pParent)
-    : EnableSliderAbstractWidget(pParent, "Auto Exposure", Sum), pCheckBoxAfps(new QCheckBox),
-      pComboBoxMode(new QComboBox), pComboBoxFlickerPeriod(new QComboBox),
+    : EnableSliderAbstractWidget(pParent, "Auto Exposure", Sum),
+      pCheckBoxAfps(new QCheckBox),
+      pComboBoxMode(new QComboBox),
+      pComboBoxFlickerPeriod(new QComboBox),
       pSliderSpinWidgetSampleInterval(new SliderSpinWidget(tr("Sample Interval (second)"), nullptr)),
-      pTabWidget(new QTabWidget), pTimer(new QTimer(this)), config(rest::recordZero<Ae::Config>()),
-      pHistPlot(new HistPlot(nullptr)), pScene(new Scene(nullptr)), pExposurePlot(new ExposurePlot(nullptr))
+      pTabWidget(new QTabWidget),
+      pTimer(new QTimer(this)),
+      config(rest::recordZero<Ae::Config>()),
+      pHistPlot(new HistPlot(nullptr)),
+      pScene(new Scene(nullptr)),
+      pExposurePlot(new ExposurePlot(nullptr))
 {
     pCheckBoxEnable->setText(tr("Enable Auto Exposure"));
 

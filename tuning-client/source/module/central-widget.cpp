@@ -43,8 +43,9 @@ CentralWidget::CentralWidget(QWidget* parent) : AbstractWidget(parent, QString()
 
     for (const auto& page : qAsConst(chips.chip.pages))
     {
-        const auto entry = std::find_if(catalogue().begin(), catalogue().end(),
-                                        [&](const Entry& candidate) { return page.name == QLatin1String(candidate.name); });
+        const auto entry =
+            std::find_if(catalogue().begin(), catalogue().end(),
+                         [&](const Entry& candidate) { return page.name == QLatin1String(candidate.name); });
         if (entry != catalogue().end())
             pStackedWidget->addWidget(entry->fMake());
     }

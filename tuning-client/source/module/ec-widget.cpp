@@ -17,7 +17,9 @@ EcWidget::EcWidget(QWidget* pParent)
     : AbstractWidget(pParent, "Exposure Control", false),
       pSliderSpinWidgetGain(new SliderSpinWidget(tr("Gain"), nullptr)),
       pSliderSpinWidgetIntegration(new SliderSpinWidget(tr("Integration Time (ms)"), nullptr)),
-      pProgressBarExposure(new QProgressBar), pTimer(new QTimer(this)), config(rest::recordZero<rest::Sensor::Config>()),
+      pProgressBarExposure(new QProgressBar),
+      pTimer(new QTimer(this)),
+      config(rest::recordZero<rest::Sensor::Config>()),
       status(rest::recordZero<rest::Sensor::Status>())
 {
     pSliderSpinWidgetGain->setDecimals(4);
@@ -97,8 +99,7 @@ void EcWidget::hideEvent(QHideEvent* pEvent)
 void EcWidget::exposureShow()
 {
     rest::Sensor().configGet(config).statusGet(status);
-    const float largest =
-        status.gain.max * status.integrationTime.max - status.gain.min * status.integrationTime.min;
+    const float largest = status.gain.max * status.integrationTime.max - status.gain.min * status.integrationTime.min;
     const float percent = 100 * (config._long.integrationTime * config._long.gain) / largest;
     // Slightly above 100 at the very end of the range, and the bar would ignore that.
     if (std::isfinite(percent))

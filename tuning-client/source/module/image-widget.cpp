@@ -55,9 +55,13 @@ QString bayerText(rest::PicBufLayout_t layout)
 } // namespace
 
 ImageWidget::ImageWidget(QWidget* pParent)
-    : AbstractWidget(pParent, "Image Control", false), pCheckBoxLsb(new QCheckBox(tr("LSB"))),
-      pLabelImageBayerPattern(new QLabel), pLabelImageFormat(new QLabel), pLabelImageHeight(new QLabel),
-      pLabelImageWidth(new QLabel), pPushButtonChangeImage(new QPushButton(tr("Change Image"))),
+    : AbstractWidget(pParent, "Image Control", false),
+      pCheckBoxLsb(new QCheckBox(tr("LSB"))),
+      pLabelImageBayerPattern(new QLabel),
+      pLabelImageFormat(new QLabel),
+      pLabelImageHeight(new QLabel),
+      pLabelImageWidth(new QLabel),
+      pPushButtonChangeImage(new QPushButton(tr("Change Image"))),
       pPushButtonImageList(new QPushButton(noImageText()))
 {
     auto* pGroupBox = new QGroupBox(tr("Image Settings"));
@@ -94,7 +98,8 @@ ImageWidget::ImageWidget(QWidget* pParent)
     connectGuarded(pMenuRemote, &QMenu::aboutToShow,
                    [this, pMenuRemote]
                    {
-                       shortcut::remoteMenuFill(pMenuRemote, "pgm", [this, pMenuRemote](const QString& name)
+                       shortcut::remoteMenuFill(pMenuRemote, "pgm",
+                                                [this, pMenuRemote](const QString& name)
                                                 { remoteAdd(pMenuRemote, name); });
                    });
     connectGuarded(pPushButtonChangeImage, &QPushButton::clicked, [this] { imageChange(); });

@@ -37,9 +37,12 @@ QString bayerText(Sensor::Config::BayerPattern pattern)
 } // namespace
 
 SensorWidget::SensorWidget(QWidget* pParent)
-    : AbstractWidget(pParent, "Sensor Control", false), pCheckBoxTestPattern(new QCheckBox),
-      pComboBoxResolution(new QComboBox), pLabelSensorBayerPatternValue(new QLabel(tr("Not Found"))),
-      pLabelSensorConnectValue(new QLabel(tr("Not Found"))), pPushButtonDriverChange(new QPushButton(tr("Change Driver"))),
+    : AbstractWidget(pParent, "Sensor Control", false),
+      pCheckBoxTestPattern(new QCheckBox),
+      pComboBoxResolution(new QComboBox),
+      pLabelSensorBayerPatternValue(new QLabel(tr("Not Found"))),
+      pLabelSensorConnectValue(new QLabel(tr("Not Found"))),
+      pPushButtonDriverChange(new QPushButton(tr("Change Driver"))),
       pPushButtonDriverList(new QPushButton(tr("Select Sensor Driver (*.drv)")))
 {
     auto* pDriverLayout = new QGridLayout;
@@ -70,9 +73,9 @@ SensorWidget::SensorWidget(QWidget* pParent)
                    [this, pMenu]
                    {
                        shortcut::remoteMenuFill(pMenu, "drv",
-                                                [this, pMenu](const QString& name)
-                                                {
-                                                    pMenu->addAction(shortcut::menuText(name), this, [this, name]
+                                                [this, pMenu](const QString& name) {
+                                                    pMenu->addAction(shortcut::menuText(name), this,
+                                                                     [this, name]
                                                                      { pPushButtonDriverList->setText(name); });
                                                 });
                    });
