@@ -1,6 +1,7 @@
 #include "tuning-client/source/abstract-widget.h"
 
 #include "tuning-client/source/config/config.h"
+#include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/control/wheel-filter.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-common/source/logic-error.h"
@@ -149,6 +150,7 @@ void AbstractWidget::showEvent(QShowEvent* pEvent)
         {
             QWidget::showEvent(pEvent);
             shortcut::wheelIgnore(this);
+            SliderSpinWidget::align(this);
             if (isWindowSizeFree() && sizeStore.isValid())
                 mainWindow()->resize(sizeStore);
             AbstractWidget::updateStatus();

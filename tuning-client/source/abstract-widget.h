@@ -17,16 +17,16 @@ namespace t_transfer
 class ClientHolder;
 }
 
-/// Base of every tuning page and of the preference pages: a scrolling grid for the controls, reading when shown, failures in
-/// the status bar, and the size of the main window remembered for each page. A page talks to the board only while it is
-/// shown. All helpers work without a main window as well.
+/// Base of every tuning page and of the preference pages: a scrolling grid for the controls, reading when shown,
+/// failures in the status bar, and the size of the main window remembered for each page. A page talks to the board only
+/// while it is shown. All helpers work without a main window as well.
 class AbstractWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `name` becomes the object name and is the key of the page's stored settings. With `isSetupUi` the page lays itself
-    /// out.
+    /// `name` becomes the object name and is the key of the page's stored settings. With `isSetupUi` the page lays
+    /// itself out.
     AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi = false);
     ~AbstractWidget() override;
 
@@ -77,12 +77,12 @@ protected:
         shortcut::connectGuarded(this, pSender, signal, action);
     }
 
-    /// Runs `action` inside the guard at each tick. After a tick that took long the interval begins anew, so that a board
-    /// that is gone leaves the user time between two time limits.
+    /// Runs `action` inside the guard at each tick. After a tick that took long the interval begins anew, so that a
+    /// board that is gone leaves the user time between two time limits.
     void connectTick(QTimer* pTimer, const std::function<void()>& action);
 
-    /// The page only holds pages that read for themselves: it announces no reads, so that the LED and the failure text of
-    /// those pages stay.
+    /// The page only holds pages that read for themselves: it announces no reads, so that the LED and the failure text
+    /// of those pages stay.
     void containerSet() { isContainer = true; }
 
 private:

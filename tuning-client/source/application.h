@@ -2,8 +2,8 @@
 
 #include <QApplication>
 
-/// The application, with a net below the failure guards: an exception that slips through one would end the process, here it
-/// becomes a text in the status bar.
+/// The application, with a net below the failure guards: an exception that slips through one would end the process,
+/// here it becomes a text in the status bar.
 class Application : public QApplication
 {
 public:

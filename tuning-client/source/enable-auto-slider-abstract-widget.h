@@ -8,8 +8,8 @@
 
 class QComboBox;
 
-/// A tuning page whose module can also be driven by the board, from a gain table: a Manual or Auto selector, a button that
-/// opens the table, and a timer that keeps the visible page up to date while the board drives.
+/// A tuning page whose module can also be driven by the board, from a gain table: a Manual or Auto selector, a button
+/// that opens the table, and a timer that keeps the visible page up to date while the board drives.
 class EnableAutoSliderAbstractWidget : public EnableSliderAbstractWidget
 {
     Q_OBJECT

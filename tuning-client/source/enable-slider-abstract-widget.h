@@ -8,8 +8,8 @@ class QCheckBox;
 class QPushButton;
 class SliderSpinWidget;
 
-/// A tuning page with a box that switches the module on, a Reset button and a column of sliders. Each change of a control
-/// sends at once.
+/// A tuning page with a box that switches the module on, a Reset button and a column of sliders. Each change of a
+/// control sends at once.
 class EnableSliderAbstractWidget : public AbstractWidget
 {
     Q_OBJECT

@@ -17,8 +17,8 @@ namespace t_transfer
 class ClientHolder;
 }
 
-/// The one top-level window: the connection to the board, menus, docks, tool bar and status bar, and the pages of the chosen
-/// chip.
+/// The one top-level window: the connection to the board, menus, docks, tool bar and status bar, and the pages of the
+/// chosen chip.
 class MainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -33,8 +33,8 @@ public:
     /// Throws t_common::LogicError code 9 when there is none.
     ConsoleWidget& console();
 
-    /// Makes a new client from `jConfig` ("type", "ip", "port") and puts it in place. When that fails the user is told and
-    /// the present client stays.
+    /// Makes a new client from `jConfig` ("type", "ip", "port") and puts it in place. When that fails the user is told
+    /// and the present client stays.
     MainWindow& clientHolderSet(Json::Value& jConfig);
 
 signals:

@@ -23,9 +23,10 @@ enum Timeout
     TimeoutCapture = 30 ///< taking a picture
 };
 
-/// Base of all command classes: the envelope, the exchange, and the one place that tells success from failure. A command
-/// object has no state worth keeping; callers make one for each use. Every method throws std::logic_error with the text
-/// to show when the exchange or the board fails, and t_common::LogicError code 6 for a record of the wrong size.
+/// Base of all command classes: the envelope, the exchange, and the one place that tells success from failure. A
+/// command object has no state worth keeping; callers make one for each use. Every method throws std::logic_error with
+/// the text to show when the exchange or the board fails, and t_common::LogicError code 6 for a record of the wrong
+/// size.
 class Abstract : public t_common::Version
 {
 public:

@@ -23,6 +23,7 @@ std::string answerGet<std::string>(const Json::Value& jResponse, const char* key
 template <>
 Json::Value answerGet<Json::Value>(const Json::Value& jResponse, const char* key);
 
-/// Reads a list, null or an array of at most `limit::listElements` elements; throws std::logic_error that names the key.
+/// Reads a list, null or an array of at most `limit::listElements` elements; throws std::logic_error that names the
+/// key.
 Json::Value answerListGet(const Json::Value& jResponse, const char* key);
 } // namespace rest

@@ -192,7 +192,7 @@ public:
     struct Config
     {
         PicBufMetaData_t metaData = recordZero<PicBufMetaData_t>(); ///< filled from the answer
-        bool isLsb = false;                                        ///< samples sit in the low bits
+        bool isLsb = false;                                         ///< samples sit in the low bits
     };
 
     Image& load(const std::string& filename, Config& config);

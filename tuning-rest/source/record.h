@@ -22,7 +22,8 @@ private:
     uint8_t byte;
 };
 
-static_assert(sizeof(Flag) == 1 && std::is_trivially_copyable_v<Flag> && std::is_trivially_default_constructible_v<Flag>);
+static_assert(sizeof(Flag) == 1 && std::is_trivially_copyable_v<Flag> &&
+              std::is_trivially_default_constructible_v<Flag>);
 
 /// A record is a plain structure whose memory image travels; everything else travels as plain JSON.
 template <class T>

@@ -19,8 +19,8 @@ public:
         QString type;
     };
 
-    /// Reads the description; with `isPreload` only its head. Failures give a warning in the log, and what was read until
-    /// then stays.
+    /// Reads the description; with `isPreload` only its head. Failures give a warning in the log, and what was read
+    /// until then stays.
     void loadXml(const QString& fileName, bool isPreload);
 
     /// Reads the pages: all `Page` elements of the rest of the document, in its order.

@@ -25,9 +25,9 @@ Abstract::Abstract(const QString& fileName) : dConfig(configDirectory()), fullFi
     QFile file(fullFileName);
     if (!isRegularOrMissing(fullFileName) || file.size() > qint64(t_common::limit::configFile))
         return;
-    file.open(QIODevice::ReadOnly);
+    if (!file.open(QIODevice::ReadOnly))
+        return;
     const QString text(file.readAll());
-    file.close();
     jRoot = QJsonDocument::fromJson(text.toUtf8()).object();
 }
 

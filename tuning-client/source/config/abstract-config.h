@@ -5,8 +5,8 @@
 
 namespace cfg
 {
-/// One configuration file: read when it is built, written when it is destroyed. Never throws and never says anything: what
-/// can't be read yields defaults, what can't be written is lost.
+/// One configuration file: read when it is built, written when it is destroyed. Never throws and never says anything:
+/// what can't be read yields defaults, what can't be written is lost.
 class Abstract
 {
 public:

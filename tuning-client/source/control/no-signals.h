@@ -12,8 +12,8 @@
 
 namespace shortcut
 {
-/// Show what the board reported, without the control's own signals, so that nothing is written back. What the user is just
-/// typing, dragging or choosing is left alone, and a number that is not finite leaves the last one.
+/// Show what the board reported, without the control's own signals, so that nothing is written back. What the user is
+/// just typing, dragging or choosing is left alone, and a number that is not finite leaves the last one.
 struct NoSignals
 {
     template <class Control, class Value>

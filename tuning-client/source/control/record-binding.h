@@ -12,8 +12,8 @@
 
 namespace shortcut
 {
-/// Ties controls to the fields of a record, once for both directions. A field is named by a pointer to member, by a chain of
-/// them for a nested field, or by an accessor `[](auto& record) -> auto& { return record.array[2]; }`.
+/// Ties controls to the fields of a record, once for both directions. A field is named by a pointer to member, by a
+/// chain of them for a nested field, or by an accessor `[](auto& record) -> auto& { return record.array[2]; }`.
 template <class Record>
 class RecordBinding
 {

@@ -122,6 +122,23 @@ void SliderSpinWidget::setValue(double value)
 
 double SliderSpinWidget::value() const { return pDoubleSpinBox->value(); }
 
+void SliderSpinWidget::align(QWidget* pPage)
+{
+    const auto rows = pPage->findChildren<SliderSpinWidget*>();
+    int labelWidth = 0;
+    int boxWidth = 0;
+    for (const auto* pRow : rows)
+    {
+        labelWidth = qMax(labelWidth, pRow->pLabel->sizeHint().width());
+        boxWidth = qMax(boxWidth, pRow->pDoubleSpinBox->sizeHint().width());
+    }
+    for (auto* pRow : rows)
+    {
+        pRow->pLabel->setMinimumWidth(labelWidth);
+        pRow->pDoubleSpinBox->setMinimumWidth(boxWidth);
+    }
+}
+
 void SliderSpinWidget::readValueSet(double value)
 {
     if (readValue == value)

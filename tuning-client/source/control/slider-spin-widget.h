@@ -34,6 +34,9 @@ public:
 
     double value() const;
 
+    /// Gives all rows below `pPage` labels and spin boxes of one width, so that their sliders stand in one column.
+    static void align(QWidget* pPage);
+
     /// Remembers `value` as what the board reported, for the tool tip and the label's menu.
     void readValueSet(double value);
 

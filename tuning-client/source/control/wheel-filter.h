@@ -4,7 +4,7 @@ class QWidget;
 
 namespace shortcut
 {
-/// Lets the wheel pass over all sliders, spin boxes and combo boxes below `pPage`: it scrolls the page and never tunes the
-/// camera. May be called again after controls were added.
+/// Lets the wheel pass over all sliders, spin boxes and combo boxes below `pPage`: it scrolls the page and never tunes
+/// the camera. May be called again after controls were added.
 void wheelIgnore(QWidget* pPage);
 } // namespace shortcut

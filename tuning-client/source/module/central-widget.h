@@ -13,8 +13,8 @@ public:
     /// A row of the page catalogue.
     struct Entry
     {
-        const char* name;           ///< as chip descriptions give it
-        QWidget* (*fMake)();        ///< builds the page without a parent
+        const char* name;    ///< as chip descriptions give it
+        QWidget* (*fMake)(); ///< builds the page without a parent
     };
 
     /// All pages that the client knows.
