@@ -28,7 +28,7 @@ QString printable(const QString& message)
     {
         const auto code = character.unicode();
         const bool isControl = (code < 0x20 && code != '\n' && code != '\t') || (code >= 0x7f && code < 0xa0);
-        isControl ? text += QString("\\x%1").arg(code, 2, 16, QChar('0')) : text += character;
+        text += isControl ? QString("\\x%1").arg(code, 2, 16, QChar('0')) : QString(character);
     }
     return text;
 }

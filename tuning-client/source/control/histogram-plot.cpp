@@ -1,0 +1,56 @@
+#include "tuning-client/source/control/histogram-plot.h"
+
+#include "tuning-client/source/control/histogram.h"
+#include "tuning-client/source/control/plot.h"
+#include "tuning-client/source/control/x-scale-draw.h"
+#include "tuning-client/source/control/y-scale-draw.h"
+
+#include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
+
+#include <array>
+
+HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("pixel", Qt::green))
+{
+    setAccessibleName(tr("Histogram"));
+    setCanvasBackground(Qt::gray);
+    plotLayout()->setAlignCanvasToScales(true);
+
+    const std::array<double, 256> zeros{};
+    populate(zeros.size(), zeros.data());
+
+    plot::setAxisTitle(*this, xBottom, tr("Luminance"));
+    setAxisScale(xBottom, 0, 256, 16);
+    setAxisMaxMinor(xBottom, 0);
+    setAxisMaxMajor(xBottom, 16);
+    setAxisScaleDraw(xBottom, new XScaleDraw);
+
+    plot::setAxisTitle(*this, yLeft, tr("No. of Pixel"));
+    setAxisMaxMinor(yLeft, 0);
+    setAxisMaxMajor(yLeft, 16);
+    setAxisScaleDraw(yLeft, new YScaleDraw);
+    setAxisAutoScale(yLeft);
+
+    auto pGrid = new QwtPlotGrid;
+    pGrid->enableX(false);
+    pGrid->enableXMin(false);
+    pGrid->enableY(true);
+    pGrid->enableYMin(false);
+    pGrid->setPen(Qt::black, 0, Qt::DotLine);
+    pGrid->attach(this);
+
+    itemList(QwtPlotItem::Rtti_PlotHistogram).first()->setVisible(true);
+    setAutoReplot(true);
+}
+
+void HistPlot::populate(unsigned int size, const double* values)
+{
+    histogram->setValues(size, values);
+    histogram->attach(this);
+}
+
+void HistPlot::populate(unsigned int size, const unsigned int* values)
+{
+    histogram->setValues(size, values);
+    histogram->attach(this);
+}

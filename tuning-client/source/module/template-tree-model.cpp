@@ -1,0 +1,33 @@
+#include "tuning-client/source/module/template-tree-model.h"
+
+#include "tuning-client/source/control/xml-document.h"
+
+#include <QDebug>
+#include <QDomDocument>
+
+TemplateTreeModel::TemplateTreeModel(const QString& fileName, QObject* parent) : TreeModel(parent)
+{
+    try
+    {
+        const auto document = xmlDocumentRead(fileName);
+        const auto table = document.firstChildElement();
+        if (table.nodeName() == "Table")
+        {
+            pRootItem = std::make_unique<TreeItem>(QVector<QVariant>{table.attribute("ChipName")});
+            setupModelData(table.firstChildElement(), pRootItem.get());
+        }
+    }
+    catch (const std::exception& exception)
+    {
+        qWarning() << exception.what();
+    }
+}
+
+void TemplateTreeModel::setupModelData(const QDomElement& element, TreeItem* parent)
+{
+    for (auto page = element; !page.isNull(); page = page.nextSiblingElement())
+    {
+        parent->appendChild(
+            new TreeItem({page.attribute("Name"), page.attribute("Type"), page.attribute("Level")}, parent));
+    }
+}
