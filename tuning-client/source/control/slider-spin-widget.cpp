@@ -149,8 +149,10 @@ void SliderSpinWidget::readValueSet(double value)
 
 bool SliderSpinWidget::isBeingEdited() const
 {
+    // A text that was entered stays marked as modified, so it also has to differ from the value.
     return isHeld || pSlider->isSliderDown() ||
-           pDoubleSpinBox->cleanText() != pDoubleSpinBox->textFromValue(pDoubleSpinBox->value());
+           (pDoubleSpinBox->findChild<QLineEdit*>()->isModified() &&
+            pDoubleSpinBox->cleanText() != text(pDoubleSpinBox->value()));
 }
 
 bool SliderSpinWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
