@@ -1,9 +1,9 @@
 #include "tests/support/qt-main.h"
 
+#include "tuning-client/source/application.h"
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/skin.h"
 
-#include <QApplication>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -60,7 +60,7 @@ bool waitUntil(const std::function<bool()>& condition) { return QTest::qWaitFor(
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    QApplication application(argc, argv);
+    Application application(argc, argv);
     imagesInit();
     skin::Font::Kestrix();
     skin::Style::Kestrix();
