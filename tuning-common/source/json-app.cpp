@@ -218,6 +218,7 @@ std::unique_ptr<Json::CharReader> makeReader()
     Json::CharReaderBuilder builder;
     builder["collectComments"] = false;
     builder["allowComments"] = false;
+    builder["allowTrailingCommas"] = false;
     builder["failIfExtra"] = true;
     // Without it, garbage behind the value that is no token at all would pass.
     builder["strictRoot"] = true;
