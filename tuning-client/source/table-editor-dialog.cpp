@@ -36,6 +36,13 @@ public:
         }
         return pEditor;
     }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(pOption, index);
+        pOption->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
+    }
 };
 
 double number(const QString& text)
@@ -145,6 +152,10 @@ void TableEditorDialog::reload()
         setRow(static_cast<int>(rowsRead++), jRow);
     }
     pTableWidget->resizeColumnsToContents();
+    for (int column = 0; column < pTableWidget->columnCount(); ++column)
+    {
+        pTableWidget->setColumnWidth(column, pTableWidget->columnWidth(column) + 2 * fontMetrics().averageCharWidth());
+    }
 }
 
 void TableEditorDialog::setColumns(const Json::Value& jColumns)
