@@ -80,13 +80,52 @@ TEST(Json, TextsComeBackExactly)
     value[text] = text;
     EXPECT_EQ(JsonApp::fromString(JsonApp::toString(value, "")), value);
     EXPECT_NE(JsonApp::toString(value, "").find("\xc3\xa4"), std::string::npos);
+    EXPECT_EQ(JsonApp::fromString("[\"\\u00e4\\u20AC\\ud83d\\ude00\\u0041\\/\"]")[0],
+              "\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80"
+              "A/");
+    // Long enough for several blocks, with an escape in each place of one.
+    for (std::size_t i = 0; i < 70; ++i)
+    {
+        value[text] = std::string(i, 'x') + "\"" + std::string(70 - i, '\\');
+        EXPECT_EQ(JsonApp::fromString(JsonApp::toString(value, "  ")), value);
+    }
 }
 
 TEST(Json, WhatIsNoStrictJsonIsRefused)
 {
-    for (const auto* pText :
-         {"", " ", "{", "{}}", "{} @", "{}{}", "{} // end", "/* \" */ {}", "[1,]", "{\"a\":}", "{'a':1}", "[NaN]",
-          "[Infinity]", "[-Infinity]", "[1e999]", "{\"a\" 1}", "[\"\\ud800\"]", "\x80\x81", "<html></html>"})
+    for (const auto* pText : {"",
+                              " ",
+                              "{",
+                              "{}}",
+                              "{} @",
+                              "{}{}",
+                              "{} // end",
+                              "/* \" */ {}",
+                              "[1,]",
+                              "{\"a\":}",
+                              "{'a':1}",
+                              "[NaN]",
+                              "[Infinity]",
+                              "[-Infinity]",
+                              "[1e999]",
+                              "{\"a\" 1}",
+                              "[\"\\ud800\"]",
+                              "[\"\\udc00\\ud800\"]",
+                              "[\"\\u12\"]",
+                              "[\"\\x\"]",
+                              "[\"a]",
+                              "[\"a\\",
+                              "[1.]",
+                              "[.5]",
+                              "[-]",
+                              "[+1]",
+                              "[1e]",
+                              "[tru]",
+                              "5",
+                              "{1:2}",
+                              "[1}",
+                              "\x80\x81",
+                              "<html></html>"})
     {
         EXPECT_NE(failureOf(pText).find("JSON parse failed"), std::string::npos) << pText;
     }

@@ -1,9 +1,9 @@
 #include "tests/support/qt-main.h"
 
+#include "tuning-client/source/application.h"
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/skin.h"
 
-#include <QApplication>
 #include <QTest>
 #include <gtest/gtest.h>
 
@@ -50,13 +50,13 @@ pid_t scratchOwner = 0;
     }
 }
 
-std::unique_ptr<QApplication> applicationMake(int& argc, char** argv)
+std::unique_ptr<Application> applicationMake(int& argc, char** argv)
 {
 #ifdef __SANITIZE_ADDRESS__
     // The offscreen platform never gives its screen back.
     const __lsan::ScopedDisabler disabler;
 #endif
-    return std::make_unique<QApplication>(argc, argv);
+    return std::make_unique<Application>(argc, argv);
 }
 } // namespace
 

@@ -1,11 +1,10 @@
 #include "tuning-common/source/json-app.h"
 
-#include "tuning-common/source/limits.h"
-#include "tuning-common/source/text.h"
+#include "tuning-common/source/json-reader.h"
+#include "tuning-common/source/text-run.h"
 
 #include <charconv>
 #include <cmath>
-#include <memory>
 #include <stdexcept>
 
 namespace t_common
@@ -80,35 +79,39 @@ private:
     void string(const char* pBegin, const char* pEnd)
     {
         text += '"';
-        for (const char* p = pBegin; p != pEnd; ++p)
+        while (true)
         {
-            const char c = *p;
-            if (c == '"' || c == '\\')
+            const char* pPlain = pBegin;
+            pBegin = findSpecial(pBegin, pEnd, [](unsigned char c) { return (c < 0x20) | (c == '"') | (c == '\\'); });
+            text.append(pPlain, pBegin);
+            if (pBegin == pEnd)
             {
-                text += '\\';
-                text += c;
+                break;
             }
-            else if (c == '\n')
-            {
-                text += "\\n";
-            }
-            else if (c == '\t')
-            {
-                text += "\\t";
-            }
-            else if (static_cast<unsigned char>(c) < 0x20)
-            {
-                constexpr auto digits = "0123456789abcdef";
-                text += "\\u00";
-                text += digits[c >> 4];
-                text += digits[c & 0xf];
-            }
-            else
-            {
-                text += c;
-            }
+            escape(*pBegin++);
         }
         text += '"';
+    }
+
+    void escape(char c)
+    {
+        constexpr auto digits = "0123456789abcdef";
+        switch (c)
+        {
+        case '"':
+        case '\\':
+            text += {'\\', c};
+            break;
+        case '\n':
+            text += "\\n";
+            break;
+        case '\t':
+            text += "\\t";
+            break;
+        default:
+            text += {'\\', 'u', '0', '0', digits[c >> 4], digits[c & 0xf]};
+            break;
+        }
     }
 
     void container(const Json::Value& value)
@@ -155,75 +158,6 @@ private:
     const std::string& indentation;
     int depth = 0;
 };
-
-[[noreturn]] void fail(const std::string& text, const std::string& reason)
-{
-    throw std::runtime_error("JSON parse failed: " + reason + " in " + std::to_string(text.size()) + " bytes \"" +
-                             printable(text, limit::jsonExcerpt) + "\"");
-}
-
-/// The parser recurses and builds as it reads, so the text is measured before it sees it.
-void measure(const std::string& text)
-{
-    std::size_t elements = 0;
-    std::size_t depth = 0;
-    bool isString = false;
-    for (std::size_t i = 0; i < text.size(); ++i)
-    {
-        const char c = text[i];
-        if (isString)
-        {
-            if (c == '\\')
-            {
-                ++i;
-            }
-            else if (c == '"')
-            {
-                isString = false;
-            }
-            continue;
-        }
-        switch (c)
-        {
-        case '"':
-            isString = true;
-            break;
-        case '[':
-        case '{':
-            ++elements;
-            if (++depth > limit::jsonDepth)
-            {
-                fail(text, "more than " + std::to_string(limit::jsonDepth) + " nested values");
-            }
-            break;
-        case ']':
-        case '}':
-            depth -= depth > 0 ? 1 : 0;
-            break;
-        case ',':
-            ++elements;
-            break;
-        default:
-            break;
-        }
-    }
-    if (elements > limit::jsonElements)
-    {
-        fail(text, "more than " + std::to_string(limit::jsonElements) + " elements");
-    }
-}
-
-std::unique_ptr<Json::CharReader> makeReader()
-{
-    Json::CharReaderBuilder builder;
-    builder["collectComments"] = false;
-    builder["allowComments"] = false;
-    builder["allowTrailingCommas"] = false;
-    builder["failIfExtra"] = true;
-    // Without it, garbage behind the value that is no token at all would pass.
-    builder["strictRoot"] = true;
-    return std::unique_ptr<Json::CharReader>(builder.newCharReader());
-}
 } // namespace
 
 std::string JsonApp::toString(const Json::Value& value, const std::string& indentation)
@@ -233,24 +167,5 @@ std::string JsonApp::toString(const Json::Value& value, const std::string& inden
     return std::move(writer.text);
 }
 
-Json::Value JsonApp::fromString(const std::string& text)
-{
-    thread_local const auto pReader = makeReader();
-    measure(text);
-    Json::Value value;
-    bool isRead = false;
-    try
-    {
-        isRead = pReader->parse(text.data(), text.data() + text.size(), &value, nullptr);
-    }
-    catch (const Json::Exception&)
-    {
-        isRead = false;
-    }
-    if (!isRead)
-    {
-        fail(text, "no JSON object or array");
-    }
-    return value;
-}
+Json::Value JsonApp::fromString(const std::string& text) { return JsonReader(text).read(); }
 } // namespace t_common

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "board-simulator/source/fault.h"
+
+#include <cstdint>
+#include <deque>
+#include <json/json.h>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace board
+{
+
+/// One request as it came in.
+struct Request
+{
+    /// Everything up to and with the empty line.
+    std::string head;
+    std::string method;
+    std::string target;
+    /// The body; of an uploaded file the first 64 KiB.
+    std::string body;
+    /// Bytes of the whole body.
+    uint64_t bodySize = 0;
+    /// The number of a command, `Fault::Upload`, `Fault::Download`, or 0 for what is none of these.
+    int64_t id = 0;
+    /// The command.
+    Json::Value query;
+};
+
+/// All requests since the start or the last clearing. The counts are of all of them; of the requests themselves the
+/// last ones are kept, up to 64 MiB. Thread-safe.
+class RequestLog
+{
+public:
+    void add(Request request);
+    std::vector<Request> requests() const;
+    size_t count() const;
+    size_t count(int64_t id) const;
+    void clear();
+
+private:
+    mutable std::mutex mutex;
+    std::deque<Request> list;
+    std::map<int64_t, size_t> counts;
+    size_t total = 0;
+    size_t bytes = 0;
+};
+
+} // namespace board

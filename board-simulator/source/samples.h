@@ -1,0 +1,11 @@
+#pragma once
+
+#include "board-simulator/source/files.h"
+
+namespace board
+{
+
+/// Files that a board has when it leaves the factory: drivers, a picture, a calibration.
+void samplesWrite(const Files& files);
+
+} // namespace board

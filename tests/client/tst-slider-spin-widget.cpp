@@ -1,0 +1,291 @@
+#include "tests/support/qt-main.h"
+#include "tuning-client/source/control/record-binding.h"
+
+#include <QClipboard>
+#include <QDoubleSpinBox>
+#include <QLabel>
+#include <QMenu>
+#include <QSignalSpy>
+#include <QSlider>
+#include <QSpinBox>
+#include <QStyleOptionSlider>
+#include <QTest>
+#include <QTimer>
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <stdexcept>
+
+using shortcut::NoSignals;
+
+namespace
+{
+class SliderSpinWidgetTest : public testing::Test
+{
+protected:
+    SliderSpinWidgetTest()
+    {
+        row.setDecimals(2);
+        row.setRange(0, 1);
+        row.resize(500, 40);
+        row.show();
+    }
+
+    void dragTo(int position)
+    {
+        slider.setSliderDown(true);
+        slider.setSliderPosition(position);
+    }
+
+    SliderSpinWidget row{"Gain", nullptr};
+    QSlider& slider = *row.findChild<QSlider*>();
+    QDoubleSpinBox& spinBox = *row.findChild<QDoubleSpinBox*>();
+    QSignalSpy spy{&row, &SliderSpinWidget::valueChanged};
+};
+} // namespace
+
+TEST_F(SliderSpinWidgetTest, SliderHasHundredPositionsWhateverTheRange)
+{
+    EXPECT_EQ(slider.minimum(), 0);
+    EXPECT_EQ(slider.maximum(), 99);
+    slider.setValue(99);
+    EXPECT_EQ(row.value(), 1.0);
+    slider.setValue(33);
+    EXPECT_EQ(row.value(), 0.33);
+    EXPECT_EQ(spy.count(), 2);
+
+    row.setValue(0.999);
+    EXPECT_EQ(slider.value(), 99) << "the box rounds to its decimals first";
+    row.setValue(0.01);
+    EXPECT_EQ(slider.value(), 0) << "truncated, not rounded";
+    row.setValue(0.02);
+    EXPECT_EQ(slider.value(), 1);
+}
+
+TEST_F(SliderSpinWidgetTest, StepFollowsTheDecimalsUntilThePageSetsAnother)
+{
+    EXPECT_DOUBLE_EQ(spinBox.singleStep(), 0.01);
+    row.setSingleStep(0.25);
+    EXPECT_DOUBLE_EQ(spinBox.singleStep(), 0.25);
+    SliderSpinWidget fine(
+        "Fine", 0.00011, 0.00019, 5, [](double) {}, nullptr);
+    EXPECT_EQ(fine.findChild<QDoubleSpinBox*>()->minimum(), 0.00011) << "not rounded to fewer decimals";
+}
+
+TEST_F(SliderSpinWidgetTest, RangeClampsSilentlyAndMovesTheSlider)
+{
+    row.setValue(1);
+    spy.clear();
+    row.setRange(0, 0.5);
+    EXPECT_EQ(row.value(), 0.5);
+    EXPECT_EQ(slider.value(), 99);
+    row.setRange(0, 1);
+    EXPECT_EQ(slider.value(), 49);
+    row.setRange(0.5, 0.5);
+    EXPECT_EQ(slider.value(), 0) << "an empty range has no way to go";
+    EXPECT_EQ(spy.count(), 0);
+}
+
+TEST_F(SliderSpinWidgetTest, NumbersThatAreNotFiniteLeaveTheLastOnes)
+{
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    row.setValue(0.4);
+    row.setValue(nan);
+    NoSignals::setValue(&row, infinity);
+    EXPECT_EQ(row.value(), 0.4);
+    EXPECT_THROW(row.setRange(nan, 1), std::logic_error);
+    EXPECT_THROW(row.setRange(0, infinity), std::logic_error);
+    EXPECT_THROW(NoSignals::setRange(&row, 2, 1), std::logic_error);
+    EXPECT_FALSE(row.signalsBlocked()) << "a refused range must not leave the row mute";
+    row.setRange(-1e308, 1e308);
+    row.setValue(1e308);
+    EXPECT_GE(slider.value(), 0);
+}
+
+TEST_F(SliderSpinWidgetTest, DragSendsOnceOnRelease)
+{
+    dragTo(40);
+    dragTo(60);
+    EXPECT_EQ(spy.count(), 0);
+    EXPECT_TRUE(row.isBeingEdited());
+    slider.setSliderDown(false);
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_NEAR(spy.first().first().toDouble(), 0.61, 1e-9);
+}
+
+TEST_F(SliderSpinWidgetTest, MouseOnTheSliderSendsOnceOnRelease)
+{
+    // Into the groove, far from the handle: a page step, repeated while the button is down.
+    QStyleOptionSlider option;
+    option.initFrom(&slider);
+    option.subControls = QStyle::SC_All;
+    option.tickPosition = slider.tickPosition();
+    option.maximum = slider.maximum();
+    const auto groove = slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, &slider);
+    const QPoint farEnd(groove.right() - 2, groove.center().y());
+    QTest::mousePress(&slider, Qt::LeftButton, {}, farEnd);
+    EXPECT_EQ(spy.count(), 0);
+    QTest::mouseRelease(&slider, Qt::LeftButton, {}, farEnd);
+    EXPECT_EQ(spy.count(), 1);
+}
+
+TEST_F(SliderSpinWidgetTest, HeldKeySendsOnceOnRelease)
+{
+    for (QWidget* pWidget : {static_cast<QWidget*>(&slider), static_cast<QWidget*>(&spinBox)})
+    {
+        spy.clear();
+        const double before = row.value();
+        QTest::keyPress(pWidget, Qt::Key_Up);
+        for (int i = 0; i < 3; ++i)
+        {
+            QKeyEvent again(QEvent::KeyPress, Qt::Key_Up, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(pWidget, &again);
+            QKeyEvent pause(QEvent::KeyRelease, Qt::Key_Up, Qt::NoModifier, QString(), true);
+            QApplication::sendEvent(pWidget, &pause);
+        }
+        EXPECT_EQ(spy.count(), 0);
+        QTest::keyRelease(pWidget, Qt::Key_Up);
+        EXPECT_EQ(spy.count(), 1);
+        EXPECT_NEAR(row.value(), before + 0.04, 0.011);
+    }
+}
+
+TEST_F(SliderSpinWidgetTest, TypingSendsOnceWhenEntered)
+{
+    spinBox.selectAll();
+    QTest::keyClicks(&spinBox, "0.25");
+    EXPECT_EQ(spy.count(), 0);
+    EXPECT_TRUE(row.isBeingEdited());
+    QTest::keyClick(&spinBox, Qt::Key_Return);
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.first().first().toDouble(), 0.25);
+    EXPECT_FALSE(row.isBeingEdited());
+}
+
+TEST_F(SliderSpinWidgetTest, ShownValuesSendNothingAndNeverDisturbTheUser)
+{
+    NoSignals::setValue(&row, 0.5f);
+    EXPECT_EQ(row.value(), 0.5);
+    EXPECT_EQ(slider.value(), 49);
+
+    spinBox.selectAll();
+    QTest::keyClicks(&spinBox, "0.7");
+    NoSignals::setValue(&row, 0.1f);
+    EXPECT_EQ(spinBox.cleanText(), "0.7");
+    QTest::keyClick(&spinBox, Qt::Key_Return);
+    EXPECT_EQ(row.value(), 0.7);
+
+    dragTo(10);
+    NoSignals::setValue(&row, 0.9f);
+    EXPECT_EQ(slider.sliderPosition(), 10);
+    slider.setSliderDown(false);
+    EXPECT_EQ(spy.count(), 2) << "what the user entered and let go, nothing else";
+}
+
+TEST_F(SliderSpinWidgetTest, RowExplainsItselfAndGoesBack)
+{
+    NoSignals::setValue(&row, 0.5f);
+    EXPECT_TRUE(row.toolTip().contains("0.00 to 1.00")) << row.toolTip().toStdString();
+    EXPECT_TRUE(row.toolTip().contains("As read: 0.5"));
+    row.setValue(0.8);
+    spy.clear();
+    const auto trigger = [&](const QString& start)
+    {
+        QTimer::singleShot(0,
+                           [start]
+                           {
+                               auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                               ASSERT_TRUE(pMenu);
+                               for (auto* pAction : pMenu->actions())
+                               {
+                                   if (pAction->text().startsWith(start))
+                                       pAction->trigger();
+                               }
+                               pMenu->close();
+                           });
+        emit row.findChild<QLabel*>()->customContextMenuRequested(QPoint(1, 1));
+    };
+    trigger("Back to 0.50");
+    EXPECT_EQ(row.value(), 0.5);
+    EXPECT_EQ(spy.count(), 1);
+    trigger("Copy value");
+    EXPECT_EQ(QApplication::clipboard()->text(), "0.50");
+}
+
+namespace
+{
+struct Inner
+{
+    rest::Flag isOn;
+    uint8_t narrow;
+    float array[2];
+};
+
+struct Outer
+{
+    int32_t whole;
+    Inner inner;
+};
+} // namespace
+
+TEST(RecordBinding, CopiesInBothDirections)
+{
+    SliderSpinWidget whole("Whole", nullptr);
+    SliderSpinWidget narrow("Narrow", nullptr);
+    SliderSpinWidget element("Element", nullptr);
+    for (auto* pRow : {&whole, &narrow, &element})
+        pRow->setRange(-1000, 1000);
+    QCheckBox box;
+    shortcut::RecordBinding<Outer> binding;
+    binding.add(&whole, &Outer::whole)
+        .add(&narrow, &Outer::inner, &Inner::narrow)
+        .add(
+            &element, [](auto& record) -> auto& { return record.inner.array[1]; })
+        .add(&box, &Outer::inner, &Inner::isOn);
+
+    auto record = rest::recordZero<Outer>();
+    record.whole = -7;
+    record.inner.narrow = 9;
+    record.inner.array[1] = 2.5f;
+    const uint8_t oddTruth = 2;
+    std::memcpy(&record.inner.isOn, &oddTruth, 1);
+    const auto asRead = record;
+
+    binding.show(record);
+    EXPECT_EQ(whole.value(), -7);
+    EXPECT_EQ(narrow.value(), 9);
+    EXPECT_EQ(element.value(), 2.5);
+    EXPECT_TRUE(box.isChecked());
+    binding.store(record);
+    EXPECT_EQ(std::memcmp(&record, &asRead, sizeof record), 0) << "what was shown goes back byte for byte";
+
+    whole.setValue(-2.9);
+    narrow.setValue(300);
+    box.setChecked(false);
+    binding.store(record);
+    EXPECT_EQ(record.whole, -2) << "truncated towards zero";
+    EXPECT_EQ(record.inner.narrow, 255) << "held to the width of the field";
+    EXPECT_FALSE(record.inner.isOn);
+    EXPECT_EQ(record.inner.array[0], 0) << "fields without a control stay";
+}
+
+TEST(NoSignals, OtherControls)
+{
+    QSpinBox spinBox;
+    spinBox.setRange(0, 10);
+    QComboBox comboBox;
+    comboBox.addItems({"a", "b", "c"});
+    QSignalSpy spinSpy(&spinBox, QOverload<int>::of(&QSpinBox::valueChanged));
+    QSignalSpy comboSpy(&comboBox, QOverload<int>::of(&QComboBox::currentIndexChanged));
+    NoSignals::setValue(&spinBox, 7u);
+    NoSignals::setRange(&spinBox, 0, 5);
+    NoSignals::setCurrentText(&comboBox, "b");
+    EXPECT_EQ(comboBox.currentIndex(), 1);
+    NoSignals::setCurrentIndex(&comboBox, 2);
+    EXPECT_EQ(comboBox.currentText(), "c");
+    EXPECT_EQ(spinBox.value(), 5);
+    EXPECT_EQ(spinSpy.count() + comboSpy.count(), 0);
+    comboBox.setCurrentIndex(0);
+    EXPECT_EQ(comboSpy.count(), 1) << "the control speaks again afterwards";
+}

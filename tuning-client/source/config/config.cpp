@@ -1,0 +1,3 @@
+#include "tuning-client/source/config/config.h"
+
+cfg::Config config;

@@ -1,0 +1,33 @@
+#include "tuning-client/source/control/multi-widget.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QStackedWidget>
+
+MultiWidget::MultiWidget(QWidget* pParent, const QString& name)
+    : AbstractWidget(pParent, name), pComboBox(new QComboBox), pStackedWidget(new QStackedWidget)
+{
+    containerSet();
+    auto* pLabel = new QLabel(tr("Module"));
+    pLabel->setBuddy(pComboBox);
+    pComboBox->setAccessibleName(pLabel->text());
+    pGridLayoutScrollArea->addWidget(pLabel, 0, 0);
+    pGridLayoutScrollArea->addWidget(pComboBox, 0, 1);
+    pGridLayoutScrollArea->addWidget(pStackedWidget, 1, 0, 1, 2);
+    pGridLayoutScrollArea->setColumnStretch(1, 1);
+
+    connect(pComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), this,
+            [this](int index)
+            {
+                auto* pWidget = pComboBox->itemData(index).value<QWidget*>();
+                if (pWidget && pStackedWidget->indexOf(pWidget) >= 0)
+                    pStackedWidget->setCurrentWidget(pWidget);
+            });
+}
+
+void MultiWidget::addWidget(QWidget* pWidget, const QString& name)
+{
+    pStackedWidget->addWidget(pWidget);
+    pComboBox->addItem(name, QVariant::fromValue(pWidget));
+}

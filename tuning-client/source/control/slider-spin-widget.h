@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+class QDoubleSpinBox;
+class QLabel;
+class QSlider;
+
+/// The row of nearly every page: a label, a slider and a spin box that show one value. The spin box is the master; the
+/// slider has 100 positions whatever the range.
+class SliderSpinWidget : public QWidget
+{
+    Q_OBJECT
+
+public:
+    SliderSpinWidget(const QString& title, QWidget* pParent);
+    SliderSpinWidget(const QString& title, double min, double max, int decimals,
+                     std::function<void(double)> fValueChanged, QWidget* pParent);
+
+    /// The step becomes 1 / 10^decimals.
+    void setDecimals(int decimals);
+
+    /// The value is held to the range silently. Throws std::logic_error for a range that is not finite or inverted.
+    void setRange(double min, double max);
+
+    void setSingleStep(double step);
+    void setText(const QString& text);
+
+    /// Emits `valueChanged` if that changes the value. A value that is not finite leaves the last one.
+    void setValue(double value);
+
+    double value() const;
+
+    /// Gives all rows below `pPage` labels and spin boxes of one width, so that their sliders stand in one column.
+    static void align(QWidget* pPage);
+
+    /// Remembers `value` as what the board reported, for the tool tip and the label's menu.
+    void readValueSet(double value);
+
+    /// The user holds the slider or a key down, or the spin box holds half-typed text: not the moment to show another
+    /// value.
+    bool isBeingEdited() const;
+
+signals:
+    /// Once for each committed change: a slider released, a text entered, a held key let go.
+    void valueChanged(double value);
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
+private:
+    void changed();
+    void commitHeld();
+    void fromSlider(int position);
+    void fromSpinBox();
+    void sliderFollow();
+    void toolTipUpdate();
+    void contextMenuShow(const QPoint& position);
+    QString text(double value) const;
+
+    QLabel* pLabel;
+    QSlider* pSlider;
+    QDoubleSpinBox* pDoubleSpinBox;
+    std::optional<double> readValue;
+    bool isHeld = false;          ///< a stepping key or a mouse button is down
+    bool isChangePending = false; ///< the value changed while it was
+};

@@ -1,0 +1,347 @@
+#include "tuning-client/source/main-window.h"
+
+#include "tuning-client/source/chip/chips.h"
+#include "tuning-client/source/config/config.h"
+#include "tuning-client/source/control/console-widget.h"
+#include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/module/central-widget.h"
+#include "tuning-client/source/module/template-tree-model.h"
+#include "tuning-common/source/logic-error.h"
+#include "tuning-rest/source/camera.h"
+#include "tuning-transfer/source/transfer-client.h"
+
+#include <QAction>
+#include <QDockWidget>
+#include <QHeaderView>
+#include <QLabel>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QStatusBar>
+#include <QStyle>
+#include <QToolBar>
+#include <QTreeView>
+#include <QtDebug>
+
+#include <memory>
+
+using t_common::LogicError;
+using t_transfer::ClientHolder;
+
+MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
+{
+    auto jConfig = serverConfig();
+    clientHolderSet(jConfig);
+    setWindowIcon(QIcon(":/images/logo.png"));
+    setWindowTitle("Orlenta ISP Tuning Tools");
+    connect(&chips, &Chips::chipChanged, this, &MainWindow::chipRebuild);
+    menusBuild();
+    toolBarBuild();
+    connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::statusBarColour);
+    statusBarBuild();
+    firstChipChoose();
+    setMinimumSize(qMax(1150, sizeHint().width()), qMax(740, sizeHint().height()));
+}
+
+MainWindow::~MainWindow()
+{
+    if (pClientHolder)
+        rest::Abstract::clientHolderForget(*pClientHolder);
+    delete pClientHolder;
+}
+
+ClientHolder& MainWindow::clientHolder()
+{
+    if (!pClientHolder)
+        throw LogicError(LogicError::NotFound, "pClientHolder is never initialized");
+    return *pClientHolder;
+}
+
+ConsoleWidget& MainWindow::console()
+{
+    if (!pConsoleWidget)
+        throw LogicError(LogicError::NotFound, "pConsoleWidget is Never initialized");
+    return *pConsoleWidget;
+}
+
+/// With an empty server list the client exists all the same, without an address: its first command fails.
+Json::Value MainWindow::serverConfig()
+{
+    auto& server = config.preferences.server;
+    Json::Value jConfig;
+    jConfig["type"] = server.type.toStdString();
+    if (server.type == "uart")
+        jConfig["port"] = server.uart.port.toStdString();
+    else if (server.type == "http")
+        shortcut::guarded(this,
+                          [&]
+                          {
+                              const auto& current = server.http.server();
+                              jConfig["ip"] = current.first.toStdString();
+                              jConfig["port"] = current.second;
+                          });
+    return jConfig;
+}
+
+MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
+{
+    const auto tell = [this](const QString& text)
+    {
+        QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
+        box.setTextFormat(Qt::PlainText);
+        box.exec();
+    };
+    const auto fReport = [this](const std::string& text) { report(text); };
+    std::unique_ptr<ClientHolder> pNew;
+    try
+    {
+        if (jConfig["type"] == "http")
+            pNew = std::make_unique<ClientHolder>(ClientHolder::Http, fReport, jConfig);
+        else if (jConfig["type"] == "uart")
+            pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
+        else
+            tell(tr("Unset client type"));
+    }
+    catch (const std::exception& exception)
+    {
+        statusBar()->showMessage(exception.what(), 3000);
+        tell(exception.what());
+    }
+    if (pNew)
+    {
+        delete pClientHolder;
+        pClientHolder = pNew.release();
+        rest::Abstract::clientHolderSet(*pClientHolder);
+    }
+    return *this;
+}
+
+/// May run on a worker thread; the console takes text from any.
+void MainWindow::report(const std::string& text)
+{
+    try
+    {
+        console() << text;
+    }
+    catch (const std::exception& exception)
+    {
+        const QString message = exception.what();
+        QMetaObject::invokeMethod(this, [this, message] { statusBar()->showMessage(message, 0); });
+    }
+}
+
+void MainWindow::menusBuild()
+{
+    pMenuChip = menuBar()->addMenu(tr("&Chip"));
+    for (const auto& name : chips.chips.keys())
+    {
+        auto* pAction = pMenuChip->addAction(name);
+        connect(pAction, &QAction::triggered, this, [this, pAction] { chipTriggered(pAction); });
+    }
+
+    auto* pMenuFile = menuBar()->addMenu(tr("&File"));
+    pMenuFile->addAction(tr("E&xit"), this, &QWidget::close);
+
+    docksBuild();
+
+    pMenuInput = menuBar()->addMenu(tr("&Sensor"));
+    pMenuInput->setObjectName("Sensor Menu");
+    pMenuIsp = menuBar()->addMenu(tr("&ISP"));
+    pMenuIsp->setObjectName("ISP Menu");
+}
+
+void MainWindow::docksBuild()
+{
+    auto* pMenuView = menuBar()->addMenu(tr("&View"));
+    pTreeViewFeature = new QTreeView;
+    pTreeViewFeature->setAccessibleName(tr("Template"));
+    pTreeViewFeature->setRootIsDecorated(false);
+    pTreeViewFeature->setUniformRowHeights(true);
+    pDockWidgetTemplate = dockBuild(pMenuView, Qt::LeftDockWidgetArea, tr("Template"), tr("&Template"),
+                                    pTreeViewFeature, config.setting.isViewTemplate);
+    pConsoleWidget = new ConsoleWidget(nullptr);
+    pConsoleWidget->setAccessibleName(tr("Transfer"));
+    pDockWidgetTransfer = dockBuild(pMenuView, Qt::BottomDockWidgetArea, tr("Transfer"), tr("T&ransfer"),
+                                    pConsoleWidget, config.setting.isViewTransfer);
+    setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
+}
+
+QDockWidget* MainWindow::dockBuild(QMenu* pMenu, Qt::DockWidgetArea area, const QString& title,
+                                   const QString& actionText, QWidget* pWidget, bool isShown)
+{
+    auto* pDock = new QDockWidget(title, this);
+    pDock->setObjectName(title);
+    pDock->setAllowedAreas(area);
+    pDock->setWidget(pWidget);
+    addDockWidget(area, pDock);
+    pDock->setHidden(!isShown);
+
+    auto* pAction = pMenu->addAction(actionText);
+    pAction->setCheckable(true);
+    pAction->setChecked(isShown);
+    connect(pAction, &QAction::triggered, pDock, [pDock](bool checked) { pDock->setHidden(!checked); });
+    connect(pDock, &QDockWidget::visibilityChanged, pAction, &QAction::setChecked);
+    return pDock;
+}
+
+void MainWindow::toolBarBuild()
+{
+    auto* pToolBar = addToolBar(tr("Command"));
+    pToolBar->setObjectName("Command");
+    pToolBar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    pToolBar->addAction(QIcon(":/images/refresh.png"), tr("Refresh Status"), this, &MainWindow::refresh);
+    pToolBar->addSeparator();
+
+    const auto previewAdd = [&](QStyle::StandardPixmap icon, const QString& text, const QString& toolTip, bool isOn)
+    {
+        auto* pAction = pToolBar->addAction(style()->standardIcon(icon), text);
+        pAction->setToolTip(toolTip);
+        shortcut::connectGuarded(this, pAction, &QAction::triggered, [isOn] { rest::Camera().preview(isOn); });
+    };
+    previewAdd(QStyle::SP_MediaPlay, tr("&Start"), tr("Start Preview"), true);
+    previewAdd(QStyle::SP_MediaStop, tr("&Stop"), tr("Stop Preview"), false);
+}
+
+void MainWindow::statusBarBuild()
+{
+    for (const auto* name : {"Sensor", "Sensor Index", "LED"})
+    {
+        auto* pLabel = new QLabel;
+        pLabel->setObjectName(name);
+        pLabel->setAccessibleName(name);
+        if (pLabel->objectName() != "Sensor Index")
+            pLabel->setMaximumSize(16, 16);
+        if (pLabel->objectName() == "LED")
+            pLabel->setPixmap(QPixmap(":/images/gray.png"));
+        statusBar()->addPermanentWidget(pLabel);
+    }
+}
+
+void MainWindow::statusBarColour(const QString& message)
+{
+    const auto m = message.toLower();
+    const char* colour = "default";
+    if (m.contains("server"))
+        colour = "darkMagenta";
+    else if (m.contains("failed") || m.contains("error"))
+        colour = "darkRed";
+    const auto sheet = QString("QStatusBar { color: %1; }").arg(colour);
+    // Polishing again costs more than the message itself.
+    if (statusBar()->styleSheet() != sheet)
+        statusBar()->setStyleSheet(sheet);
+}
+
+void MainWindow::firstChipChoose()
+{
+    const auto actions = pMenuChip->actions();
+    const auto& chipName = config.setting.chipName;
+    if (chipName.isEmpty() && !actions.isEmpty())
+    {
+        actions.first()->trigger();
+        return;
+    }
+    for (auto* pAction : actions)
+    {
+        if (pAction->text() == chipName)
+        {
+            pAction->trigger();
+            return;
+        }
+    }
+}
+
+void MainWindow::chipRebuild()
+{
+    auto* pOldModel = pTreeViewFeature->model();
+    auto* pOldSelection = pTreeViewFeature->selectionModel();
+    pTreeViewFeature->setModel(new TemplateTreeModel(chips.chips.value(chips.chip.chipName), pTreeViewFeature));
+    delete pOldSelection;
+    delete pOldModel;
+    connect(pTreeViewFeature->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex& current)
+            {
+                if (auto* pCentralWidget = qobject_cast<CentralWidget*>(centralWidget()))
+                    pCentralWidget->setCurrentIndex(current.row());
+            });
+
+    unitMenuRebuild(pMenuInput, tr("Sensor &"), chips.chip.inputMax, &MainWindow::inputTriggered);
+    unitMenuRebuild(pMenuIsp, tr("Core &"), chips.chip.ispMax, &MainWindow::ispTriggered);
+    setCentralWidget(new CentralWidget(this));
+}
+
+void MainWindow::unitMenuRebuild(QMenu* pMenu, const QString& text, int count, void (MainWindow::*fTriggered)(QAction*))
+{
+    pMenu->clear();
+    for (int i = 0; i < count; ++i)
+    {
+        auto* pAction = pMenu->addAction(text + QString::number(i));
+        pAction->setObjectName(QString::number(i));
+        connect(pAction, &QAction::triggered, this, [this, pAction, fTriggered] { (this->*fTriggered)(pAction); });
+    }
+}
+
+// Also for the marked entry: choosing the current chip again builds it anew.
+void MainWindow::chipTriggered(QAction* pAction)
+{
+    shortcut::guarded(this,
+                      [this, pAction]
+                      {
+                          chips.chipSet(pAction->text());
+                          mark(pAction, ":/images/chipminimono_105770.png");
+                      });
+}
+
+void MainWindow::inputTriggered(QAction* pAction)
+{
+    if (isMarked(pAction))
+        return;
+    mark(pAction, ":/images/sensor-on.png");
+
+    for (auto* pLabel : statusBar()->findChildren<QLabel*>())
+    {
+        if (pLabel->objectName() == "Sensor")
+            pLabel->setPixmap(QPixmap(":/images/sensor-on.png")
+                                  .scaled(pLabel->maximumWidth(), pLabel->maximumHeight(), Qt::KeepAspectRatio,
+                                          Qt::FastTransformation));
+        else if (pLabel->objectName() == "Sensor Index")
+            pLabel->setText(pAction->objectName());
+    }
+
+    int32_t inputType = 0;
+    std::string driverFileName;
+    try
+    {
+        rest::Camera().inputSwitch(pAction->objectName().toInt(), inputType, driverFileName);
+    }
+    catch (const std::exception& exception)
+    {
+        qWarning("%s", exception.what());
+    }
+}
+
+void MainWindow::ispTriggered(QAction* pAction)
+{
+    if (!isMarked(pAction))
+        mark(pAction, ":/images/sensor-on.png");
+}
+
+bool MainWindow::isMarked(const QAction* pAction) const { return !pAction->icon().isNull(); }
+
+void MainWindow::mark(QAction* pAction, const QString& icon)
+{
+    for (auto* pOther : qobject_cast<QMenu*>(pAction->parent())->actions())
+    {
+        if (isMarked(pOther))
+            pOther->setIcon(QIcon());
+    }
+    pAction->setIcon(QIcon(icon));
+}
+
+void MainWindow::closeEvent(QCloseEvent* pEvent)
+{
+    QMainWindow::closeEvent(pEvent);
+    config.setting.isViewTemplate = !pDockWidgetTemplate->isHidden();
+    config.setting.isViewTransfer = !pDockWidgetTransfer->isHidden();
+}
+
+void MainWindow::showEvent(QShowEvent* pEvent) { QMainWindow::showEvent(pEvent); }

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QMainWindow>
+
+#include <json/value.h>
+
+#include <functional>
+
+class ConsoleWidget;
+class QAction;
+class QDockWidget;
+class QMenu;
+class QTreeView;
+
+namespace t_transfer
+{
+class ClientHolder;
+}
+
+/// The one top-level window: the connection to the board, menus, docks, tool bar and status bar, and the pages of the
+/// chosen chip.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(QWidget* parent = nullptr, Qt::WindowFlags flags = {});
+    ~MainWindow() override;
+
+    /// Throws t_common::LogicError code 9 when there is none.
+    t_transfer::ClientHolder& clientHolder();
+
+    /// Throws t_common::LogicError code 9 when there is none.
+    ConsoleWidget& console();
+
+    /// Makes a new client from `jConfig` ("type", "ip", "port") and puts it in place. When that fails the user is told
+    /// and the present client stays.
+    MainWindow& clientHolderSet(Json::Value& jConfig);
+
+signals:
+    /// All pages connect to it; the visible one reads.
+    void refresh();
+
+protected:
+    void closeEvent(QCloseEvent* pEvent) override;
+    void showEvent(QShowEvent* pEvent) override;
+
+private:
+    Json::Value serverConfig();
+    void menusBuild();
+    void docksBuild();
+    QDockWidget* dockBuild(QMenu* pMenu, Qt::DockWidgetArea area, const QString& title, const QString& actionText,
+                           QWidget* pWidget, bool isShown);
+    void toolBarBuild();
+    void statusBarBuild();
+    void statusBarColour(const QString& message);
+    void firstChipChoose();
+    void chipRebuild();
+    void unitMenuRebuild(QMenu* pMenu, const QString& text, int count, void (MainWindow::*fTriggered)(QAction*));
+    void chipTriggered(QAction* pAction);
+    void inputTriggered(QAction* pAction);
+    void ispTriggered(QAction* pAction);
+    bool isMarked(const QAction* pAction) const;
+    void mark(QAction* pAction, const QString& icon);
+    void report(const std::string& text);
+
+    t_transfer::ClientHolder* pClientHolder = nullptr;
+    ConsoleWidget* pConsoleWidget = nullptr;
+    QDockWidget* pDockWidgetTemplate = nullptr;
+    QDockWidget* pDockWidgetTransfer = nullptr;
+    QMenu* pMenuChip = nullptr;
+    QMenu* pMenuInput = nullptr;
+    QMenu* pMenuIsp = nullptr;
+    QTreeView* pTreeViewFeature = nullptr;
+};

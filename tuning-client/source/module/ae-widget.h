@@ -1,0 +1,64 @@
+#pragma once
+
+#include "tuning-client/source/control/record-binding.h"
+#include "tuning-client/source/enable-slider-abstract-widget.h"
+#include "tuning-rest/source/ae.h"
+
+class ExposurePlot;
+class HistPlot;
+class QTabWidget;
+class Scene;
+
+/// "Auto Exposure": runs the board's auto exposure and watches it.
+class AeWidget : public EnableSliderAbstractWidget
+{
+    Q_OBJECT
+
+public:
+    explicit AeWidget(QWidget* pParent);
+
+    void configSet() override;
+    void enableSet(bool isEnable) override;
+    void reset() override;
+    void updateStatus() override;
+
+    /// Takes one sample of histogram, luminance and exposure and shows it.
+    virtual void updateStatusPlot();
+
+    QCheckBox* pCheckBoxAfps;
+    QComboBox* pComboBoxMode;
+    QComboBox* pComboBoxFlickerPeriod;
+    SliderSpinWidget* pSliderSpinWidgetSampleInterval;
+    QTabWidget* pTabWidget;
+    QTimer* pTimer; ///< sampling
+    rest::Ae::Config config;
+    HistPlot* pHistPlot;
+    Scene* pScene;
+    ExposurePlot* pExposurePlot;
+
+protected:
+    void hideEvent(QHideEvent* pEvent) override;
+
+    void configSend(rest::Ae::Generation generation);
+    void enableSend(bool isEnable, rest::Ae::Generation generation);
+    void resetSend(rest::Ae::Generation generation);
+    void statusShow(rest::Ae::Generation generation, const QString& textOn, const QString& textOff);
+
+    /// Luminance grid and exposure chart, alike in both generations.
+    void sampleShow(const rest::Ae::Status& status);
+
+private:
+    /// Greys all but the plots.
+    void controlsEnableSet(bool isEnable);
+
+    enum
+    {
+        SetPoint,
+        Tolerance,
+        DampingOver,
+        DampingUnder,
+        Sum
+    };
+
+    shortcut::RecordBinding<rest::Ae::Config::V1> binding;
+};

@@ -1,0 +1,54 @@
+#include "tuning-client/source/module/central-widget.h"
+
+#include "tuning-client/source/chip/chips.h"
+#include "tuning-client/source/module/ae-widget.h"
+#include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/ec-widget.h"
+#include "tuning-client/source/module/input-widget.h"
+
+#include <QGridLayout>
+#include <QScrollArea>
+#include <QStackedWidget>
+
+#include <algorithm>
+
+namespace
+{
+template <class Page>
+QWidget* make()
+{
+    return new Page(nullptr);
+}
+} // namespace
+
+const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
+{
+    static const QVector<Entry> entries{
+        {"Auto Exposure", make<AeWidget>},
+        {"Auto Exposure 2", make<Ae2Widget>},
+        {"Exposure Control", make<EcWidget>},
+        {"Input Control", make<InputWidget>},
+    };
+    return entries;
+}
+
+CentralWidget::CentralWidget(QWidget* parent) : AbstractWidget(parent, QString()), pStackedWidget(new QStackedWidget)
+{
+    containerSet();
+    pGridLayoutScrollArea->addWidget(pStackedWidget, 0, 0);
+    pGridLayoutScrollArea->setContentsMargins(0, 0, 0, 0);
+    layout()->setContentsMargins(0, 0, 0, 0);
+    // The pages scroll for themselves.
+    findChild<QScrollArea*>()->setFrameShape(QFrame::NoFrame);
+
+    for (const auto& page : qAsConst(chips.chip.pages))
+    {
+        const auto entry =
+            std::find_if(catalogue().begin(), catalogue().end(),
+                         [&](const Entry& candidate) { return page.name == QLatin1String(candidate.name); });
+        if (entry != catalogue().end())
+            pStackedWidget->addWidget(entry->fMake());
+    }
+}
+
+void CentralWidget::setCurrentIndex(int index) { pStackedWidget->setCurrentIndex(index); }

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "tuning-client/source/abstract-widget.h"
+#include "tuning-rest/source/sensor.h"
+
+class QProgressBar;
+class SliderSpinWidget;
+
+/// "Exposure Control": gain and integration time by hand, while auto exposure is off.
+class EcWidget : public AbstractWidget
+{
+    Q_OBJECT
+
+public:
+    explicit EcWidget(QWidget* pParent);
+
+    void configSet();
+    void updateStatus() override;
+
+    SliderSpinWidget* pSliderSpinWidgetGain;
+    SliderSpinWidget* pSliderSpinWidgetIntegration; ///< milliseconds
+    QProgressBar* pProgressBarExposure;             ///< per cent of the largest exposure
+    QTimer* pTimer;
+    rest::Sensor::Config config;
+    rest::Sensor::Status status;
+
+protected:
+    void showEvent(QShowEvent* pEvent) override;
+    void hideEvent(QHideEvent* pEvent) override;
+
+private:
+    void exposureShow();
+};
