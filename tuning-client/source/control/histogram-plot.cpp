@@ -14,12 +14,13 @@
 
 namespace
 {
-/// Keeps the steps of a small count at one or more: in fractions all labels would read the same.
+/// Bars stand on zero, and the steps of small counts are not below one: all labels would read the same.
 class CountScaleEngine : public QwtLinearScaleEngine
 {
 public:
     void autoScale(int maxNumSteps, double& x1, double& x2, double& stepSize) const override
     {
+        x1 = std::min(x1, 0.0);
         x2 = std::max(x2, 10.0);
         QwtLinearScaleEngine::autoScale(maxNumSteps, x1, x2, stepSize);
     }
