@@ -181,6 +181,8 @@ TEST_F(ExposurePagesTest, AChangeSendsTheWholeRecordOfItsGeneration)
         settings.v1.isBypass = true;
         settings.v2.dummy = 0x12345678;
         settings.v1.setPoint = 33;
+        settings.v1.mode = Ae::Config::V1::ModeFix;
+        settings.v1.ecm.flickerPeriod = Ae::Config::V1::Ecm::FlickerPeriodOff;
         std::string bytes(reinterpret_cast<const char*>(&settings), sizeof settings);
         board->recordSet("Ae", generation, bytes);
         auto& widget = ae(name);

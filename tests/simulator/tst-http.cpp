@@ -1,6 +1,6 @@
 #include "tests/simulator/fixture.h"
 
-#include <cstring>
+#include <atomic>
 #include <functional>
 #include <sstream>
 #include <thread>

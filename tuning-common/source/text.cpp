@@ -1,7 +1,5 @@
 #include "tuning-common/source/text.h"
 
-#include "tuning-common/source/text-run.h"
-
 #include <algorithm>
 
 namespace t_common
@@ -46,7 +44,7 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
     for (std::size_t i = 0; i < size;)
     {
         const char* pRun = text.data() + i;
-        const auto plain = findSpecial(pRun, pRun + std::min(size - i, maximum - result.size()), isSpecial) - pRun;
+        const auto plain = std::find_if(pRun, pRun + std::min(size - i, maximum - result.size()), isSpecial) - pRun;
         result.append(pRun, static_cast<std::size_t>(plain));
         i += static_cast<std::size_t>(plain);
         if (i == size)
