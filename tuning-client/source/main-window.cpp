@@ -164,9 +164,6 @@ void MainWindow::docksBuild()
     pDockWidgetTransfer = dockBuild(pMenuView, Qt::BottomDockWidgetArea, tr("Transfer"), tr("T&ransfer"),
                                     pConsoleWidget, config.setting.isViewTransfer);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);
-    // The pages take what the docks leave.
-    resizeDocks({pDockWidgetTemplate}, {fontMetrics().averageCharWidth() * 30}, Qt::Horizontal);
-    resizeDocks({pDockWidgetTransfer}, {fontMetrics().height() * 8}, Qt::Vertical);
 }
 
 QDockWidget* MainWindow::dockBuild(QMenu* pMenu, Qt::DockWidgetArea area, const QString& title,
