@@ -1,5 +1,7 @@
 #include "tuning-client/source/control/xml-document.h"
 
+#include "tuning-common/source/limits.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
@@ -9,39 +11,14 @@
 
 namespace
 {
-constexpr qint64 sizeLimit = 64 << 20;
-constexpr int depthLimit = 256;
-constexpr int nodeLimit = 2000000;
+namespace limit = t_common::limit;
+
 // The reader compares each attribute of a tag with all others.
 constexpr int attributeLimit = 1024;
 
 [[noreturn]] void refuse(const QString& fileName, const QString& reason)
 {
     throw std::runtime_error(QString("%1: %2").arg(reason, fileName).toStdString());
-}
-
-QByteArray bytesRead(const QString& fileName)
-{
-    QFile file(fileName);
-    // Opening a pipe would wait for its other end.
-    if (file.exists() && !QFileInfo(fileName).isFile())
-    {
-        refuse(fileName, "Not a regular file");
-    }
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-    {
-        refuse(fileName, file.errorString());
-    }
-    auto bytes = file.read(sizeLimit + 1);
-    if (file.error() != QFileDevice::NoError)
-    {
-        refuse(fileName, file.errorString());
-    }
-    if (bytes.size() > sizeLimit)
-    {
-        refuse(fileName, "XML file is larger than 64 MiB");
-    }
-    return bytes;
 }
 
 /// The most attributes that any tag can have, in whatever encoding: no tag has a second '<' in it.
@@ -71,13 +48,9 @@ int attributesMax(const QByteArray& bytes)
 /// Walks through without building anything: the document object would end the process with what is refused here.
 void check(const QString& fileName, const QByteArray& bytes)
 {
-    if (attributesMax(bytes) > attributeLimit)
-    {
-        refuse(fileName, "XML element has too many attributes");
-    }
     QXmlStreamReader reader(bytes);
-    int depth = 0;
-    int nodes = 0;
+    std::size_t depth = 0;
+    std::size_t nodes = 0;
     while (!reader.atEnd())
     {
         switch (reader.readNext())
@@ -90,7 +63,7 @@ void check(const QString& fileName, const QByteArray& bytes)
             break;
         case QXmlStreamReader::StartElement:
             nodes += 1 + reader.attributes().size();
-            if (++depth > depthLimit)
+            if (++depth > limit::xmlDepth)
             {
                 refuse(fileName, "XML elements are nested too deeply");
             }
@@ -101,7 +74,7 @@ void check(const QString& fileName, const QByteArray& bytes)
         default:
             ++nodes;
         }
-        if (nodes > nodeLimit)
+        if (nodes > limit::xmlNodes)
         {
             refuse(fileName, "XML file has too many nodes");
         }
@@ -113,9 +86,37 @@ void check(const QString& fileName, const QByteArray& bytes)
 }
 } // namespace
 
+QByteArray xmlBytesRead(const QString& fileName)
+{
+    QFile file(fileName);
+    // Opening a pipe would wait for its other end.
+    if (file.exists() && !QFileInfo(fileName).isFile())
+    {
+        refuse(fileName, "Not a regular file");
+    }
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        refuse(fileName, file.errorString());
+    }
+    if (static_cast<std::uint64_t>(file.size()) > limit::xmlBytes)
+    {
+        refuse(fileName, "XML file is larger than 64 MiB");
+    }
+    auto bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+    {
+        refuse(fileName, file.errorString());
+    }
+    if (attributesMax(bytes) > attributeLimit)
+    {
+        refuse(fileName, "XML element has too many attributes");
+    }
+    return bytes;
+}
+
 QDomDocument xmlDocumentRead(const QString& fileName)
 {
-    const auto bytes = bytesRead(fileName);
+    const auto bytes = xmlBytesRead(fileName);
     check(fileName, bytes);
 
     // The same reader as in the check, so that both see the same document.
