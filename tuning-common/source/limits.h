@@ -37,6 +37,7 @@ constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes i
 constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
 constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred
 constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
+constexpr int windowSide = 16384;           // of a stored window size; a larger one has no painting surface
 
 // Auto tables
 constexpr std::size_t tableColumns = 256;   // every column is a header on the screen
