@@ -4,6 +4,7 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/control/wheel-filter.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-common/source/limits.h"
 #include "tuning-common/source/logic-error.h"
 
 #include <QApplication>
@@ -92,7 +93,8 @@ void AbstractWidget::settingRestore()
 {
     const auto jSize = setting().toObject()["size"].toObject();
     if (!jSize.isEmpty())
-        sizeStore = QSize(jSize["width"].toInt(), jSize["height"].toInt());
+        sizeStore = QSize(jSize["width"].toInt(), jSize["height"].toInt())
+                        .boundedTo({t_common::limit::windowSide, t_common::limit::windowSide});
 }
 
 void AbstractWidget::settingStore()

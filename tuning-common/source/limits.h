@@ -36,6 +36,7 @@ constexpr std::size_t xmlDepth = 256;       // the document tree is built and de
 constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes in memory
 constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
 constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred
+constexpr int windowSide = 8192;            // stored sizes of the window; the largest screens have 7680
 constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
 
 // Auto tables
