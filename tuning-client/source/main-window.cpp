@@ -4,6 +4,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/control/message-box.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/module/template-tree-model.h"
 #include "tuning-common/source/logic-error.h"
@@ -16,7 +17,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QStyle>
 #include <QToolBar>
@@ -85,12 +85,6 @@ Json::Value MainWindow::serverConfig()
 
 MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
 {
-    const auto tell = [this](const QString& text)
-    {
-        QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
-    };
     const auto fReport = [this](const std::string& text) { report(text); };
     std::unique_ptr<ClientHolder> pNew;
     try
@@ -100,12 +94,12 @@ MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
         else if (jConfig["type"] == "uart")
             pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
         else
-            tell(tr("Unset client type"));
+            message_box::warning(this, tr("Unset client type"));
     }
     catch (const std::exception& exception)
     {
         statusBar()->showMessage(exception.what(), 3000);
-        tell(exception.what());
+        message_box::warning(this, exception.what());
     }
     if (pNew)
     {

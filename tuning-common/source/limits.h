@@ -35,6 +35,7 @@ constexpr std::size_t xmlBytes = 64 * MiB;  // register descriptions have a few 
 constexpr std::size_t xmlDepth = 256;       // the document tree is built and destroyed recursively
 constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes in memory
 constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
+constexpr std::size_t chipHead = 64 * KiB;  // of a chip file, up to its first element
 constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred
 constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
 constexpr int windowSide = 16384;           // of a stored window size; a larger one has no painting surface
