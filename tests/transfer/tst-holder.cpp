@@ -60,6 +60,20 @@ TEST(Holder, ReportsNothingBehindAFailure)
     EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", "{}", "\n"}));
 }
 
+TEST(Holder, ReportsTransfersBeforeTheyGo)
+{
+    const Captured out;
+    Subject subject(0);
+    Json::Value jQuery;
+    jQuery["path"] = "a";
+    const Texts expected{"[Client] >>> ", "{\n  \"path\": \"a\"\n}", "\n"};
+    EXPECT_THROW(subject.pHolder->fileDownload(jQuery), std::runtime_error);
+    EXPECT_EQ(subject.reports, expected);
+    subject.reports.clear();
+    EXPECT_THROW(subject.pHolder->fileUpload(jQuery), std::runtime_error);
+    EXPECT_EQ(subject.reports, expected);
+}
+
 TEST(Holder, ReportsConfigurationInItsOwnOrder)
 {
     Subject subject(8080);

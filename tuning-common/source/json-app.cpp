@@ -3,7 +3,9 @@
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
@@ -161,7 +163,6 @@ Json::Value JsonApp::fromString(const std::string& text)
     try
     {
         isParsed = reader().parse(text.data(), text.data() + text.size(), &value, &report);
-        digitsNeeded(value);
     }
     catch (const std::exception& exception)
     {

@@ -110,8 +110,8 @@ Client& Client::request(const Json::Value& jQuery, Json::Value& jResponse, std::
 {
     Command command(ip, port, jQuery, timeout);
     command.run();
-    command.answerPrint();
     jResponse = answerGet(command.answer);
+    command.answerPrint();
     return *this;
 }
 
