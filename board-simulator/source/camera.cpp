@@ -11,6 +11,7 @@ namespace
 
 // The product of gain and integration time at which a scene value of 1 is just white.
 constexpr double exposureWhite = 0.04;
+constexpr double rounding = 1e-9;
 
 bool isObject(double x, double y) { return std::hypot(x - 0.62, (y - 0.45) * 0.7) < 0.14; }
 
@@ -75,25 +76,22 @@ bool Camera::step(const ExposureTarget& target, const SensorRange& range)
     }
     const double seen = mean(target.region);
     const double wanted = std::clamp(target.setPoint, 0.5, 254.0);
-    if (std::abs(seen - wanted) <= target.tolerance)
-    {
-        return false;
-    }
-    const double damping = seen > wanted ? target.dampingOver : target.dampingUnder;
+    const double damping = std::clamp(seen > wanted ? target.dampingOver : target.dampingUnder, 0.0, 1.0);
+    const bool isNear = std::abs(seen - wanted) <= target.tolerance;
     // Highlights are cut off, so one step is never more than a factor of 4.
-    const double ratio = std::clamp(wanted / std::max(seen, 0.5), 0.25, 4.0);
-    const double exposure = gainNow * timeNow * std::pow(ratio, 1 - std::clamp(damping, 0.0, 1.0));
+    const double ratio = isNear ? 1 : std::clamp(wanted / std::max(seen, 0.5), 0.25, 4.0);
+    const double exposure = gainNow * timeNow * std::pow(ratio, 1 - damping);
 
     // The time is used up before the gain, since gain brings noise.
     double time = std::clamp(exposure / range.gainMin, range.timeMin, range.timeMax);
     if (target.flickerPeriod > 0 && time >= target.flickerPeriod)
     {
-        time = std::floor(time / target.flickerPeriod) * target.flickerPeriod;
+        time = std::floor(time / target.flickerPeriod + rounding) * target.flickerPeriod;
     }
     const double gainBefore = gainNow;
     const double timeBefore = timeNow;
     exposureSet(exposure / time, time, range);
-    return gainNow != gainBefore || timeNow != timeBefore;
+    return std::abs(gainNow / gainBefore - 1) > rounding || std::abs(timeNow / timeBefore - 1) > rounding;
 }
 
 uint8_t Camera::pixel(int x, int y) const

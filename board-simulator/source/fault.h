@@ -70,7 +70,7 @@ struct Fault
 /// The kind of that name, as the program's option "--fault" has it ("error", "record-short" and so on).
 std::optional<Fault::Kind> faultKind(const std::string& name);
 /// All names, in order.
-std::map<std::string, Fault::Kind> const& faultKinds();
+const std::map<std::string, Fault::Kind>& faultKinds();
 
 /// The faults that are set, one for each id. A fault for an id goes before the one for everything. Thread-safe.
 class Faults

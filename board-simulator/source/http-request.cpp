@@ -54,6 +54,10 @@ std::optional<RequestHead> requestHeadParse(const std::string& head)
     }
     result.request.method = line.substr(0, first);
     result.request.target = line.substr(first + 1, last - first - 1);
+    if (result.request.target.compare(0, 1, "/") != 0)
+    {
+        return std::nullopt;
+    }
 
     for (size_t begin = lineEnd + 2; begin < head.size();)
     {

@@ -67,7 +67,8 @@ TEST_F(SliderSpinWidgetTest, StepFollowsTheDecimalsUntilThePageSetsAnother)
     EXPECT_DOUBLE_EQ(spinBox.singleStep(), 0.01);
     row.setSingleStep(0.25);
     EXPECT_DOUBLE_EQ(spinBox.singleStep(), 0.25);
-    SliderSpinWidget fine("Fine", 0.00011, 0.00019, 5, [](double) {}, nullptr);
+    SliderSpinWidget fine(
+        "Fine", 0.00011, 0.00019, 5, [](double) {}, nullptr);
     EXPECT_EQ(fine.findChild<QDoubleSpinBox*>()->minimum(), 0.00011) << "not rounded to fewer decimals";
 }
 
@@ -121,8 +122,7 @@ TEST_F(SliderSpinWidgetTest, MouseOnTheSliderSendsOnceOnRelease)
     option.subControls = QStyle::SC_All;
     option.tickPosition = slider.tickPosition();
     option.maximum = slider.maximum();
-    const auto groove =
-        slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, &slider);
+    const auto groove = slider.style()->subControlRect(QStyle::CC_Slider, &option, QStyle::SC_SliderGroove, &slider);
     const QPoint farEnd(groove.right() - 2, groove.center().y());
     QTest::mousePress(&slider, Qt::LeftButton, {}, farEnd);
     EXPECT_EQ(spy.count(), 0);
@@ -240,7 +240,8 @@ TEST(RecordBinding, CopiesInBothDirections)
     shortcut::RecordBinding<Outer> binding;
     binding.add(&whole, &Outer::whole)
         .add(&narrow, &Outer::inner, &Inner::narrow)
-        .add(&element, [](auto& record) -> auto& { return record.inner.array[1]; })
+        .add(
+            &element, [](auto& record) -> auto& { return record.inner.array[1]; })
         .add(&box, &Outer::inner, &Inner::isOn);
 
     auto record = rest::recordZero<Outer>();

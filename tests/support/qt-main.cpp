@@ -1,15 +1,20 @@
 #include "tests/support/qt-main.h"
 
+#include "tuning-client/source/application.h"
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/skin.h"
 
-#include <QApplication>
 #include <QTest>
 #include <gtest/gtest.h>
 
 #include <cstdlib>
 #include <filesystem>
+#include <memory>
 #include <unistd.h>
+
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
 
 // The client's global objects read their files in static initialisation and write them in static destruction. So the
 // home and working directory of a test program are made before the first and removed after the last: the priority puts
@@ -44,6 +49,15 @@ pid_t scratchOwner = 0;
         std::filesystem::remove_all(scratch, ignored);
     }
 }
+
+std::unique_ptr<Application> applicationMake(int& argc, char** argv)
+{
+#ifdef __SANITIZE_ADDRESS__
+    // The offscreen platform never gives its screen back.
+    const __lsan::ScopedDisabler disabler;
+#endif
+    return std::make_unique<Application>(argc, argv);
+}
 } // namespace
 
 int waitLimit()
@@ -60,7 +74,7 @@ bool waitUntil(const std::function<bool()>& condition) { return QTest::qWaitFor(
 int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
-    QApplication application(argc, argv);
+    const auto pApplication = applicationMake(argc, argv);
     imagesInit();
     skin::Font::Kestrix();
     skin::Style::Kestrix();

@@ -55,7 +55,7 @@ void Style::Kestrix()
     QApplication::setPalette(palette());
 
     auto locale = QLocale::c();
-    locale.setNumberOptions(QLocale::OmitGroupSeparator);
+    locale.setNumberOptions(QLocale::OmitGroupSeparator | QLocale::RejectGroupSeparator);
     QLocale::setDefault(locale);
     // QApplication has taken over the user's locale for the C library as well.
     std::setlocale(LC_NUMERIC, "C");

@@ -9,7 +9,7 @@ struct Font
 };
 
 /// Fusion with a light palette of its own, whatever the desktop's colours are, and numbers with a point and without
-/// grouping in every box, table and plot.
+/// grouping in every box, table and plot: a comma cannot be typed, so that "1,5" is not taken for 15 unseen.
 struct Style
 {
     static void Kestrix();

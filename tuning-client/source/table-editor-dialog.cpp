@@ -1,6 +1,7 @@
 #include "tuning-client/source/table-editor-dialog.h"
 
 #include "tuning-client/source/control/message-box.h"
+#include "tuning-common/source/limits.h"
 
 #include <QDoubleValidator>
 #include <QGridLayout>
@@ -17,8 +18,8 @@
 
 namespace
 {
-constexpr Json::ArrayIndex columnLimit = 256;
-constexpr Json::ArrayIndex cellLimit = 100000;
+namespace limit = t_common::limit;
+
 constexpr int labelLimit = 256;
 
 /// Keeps the editor of a cell to numbers, so that a typing error is not sent as 0.
@@ -35,6 +36,13 @@ public:
             pLineEdit->setValidator(new QDoubleValidator(pLineEdit));
         }
         return pEditor;
+    }
+
+protected:
+    void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
+    {
+        QStyledItemDelegate::initStyleOption(pOption, index);
+        pOption->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
     }
 };
 
@@ -128,11 +136,11 @@ void TableEditorDialog::reload()
 
     const auto& jColumns = jTable["columns"];
     const auto& jRows = jTable["rows"];
-    if (jColumns.size() > columnLimit)
+    if (jColumns.size() > limit::tableColumns)
     {
         throw std::runtime_error("Table has more than 256 columns");
     }
-    if (jRows.size() > cellLimit / std::max(jColumns.size(), 1u))
+    if (jRows.size() > limit::tableCells / std::max(jColumns.size(), 1u))
     {
         throw std::runtime_error("Table has more than 100000 cells");
     }
@@ -145,6 +153,10 @@ void TableEditorDialog::reload()
         setRow(static_cast<int>(rowsRead++), jRow);
     }
     pTableWidget->resizeColumnsToContents();
+    for (int column = 0; column < pTableWidget->columnCount(); ++column)
+    {
+        pTableWidget->setColumnWidth(column, pTableWidget->columnWidth(column) + 2 * fontMetrics().averageCharWidth());
+    }
 }
 
 void TableEditorDialog::setColumns(const Json::Value& jColumns)

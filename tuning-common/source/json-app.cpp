@@ -3,198 +3,111 @@
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 
-#include <charconv>
 #include <cmath>
+#include <cstdlib>
+#include <map>
 #include <memory>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 
 namespace t_common
 {
 namespace
 {
-/// Writes the text itself: the library's own writer gives 0.1 as 0.10000000000000001.
-class Writer
+/// The fewest digits, 15 to 17, in which every real of `value` reads back as the same number: 0.1 stays 0.1. Throws for
+/// a number that is not finite.
+int digitsNeeded(const Json::Value& value)
 {
-public:
-    explicit Writer(const std::string& indentation_) : indentation(indentation_) {}
-
-    void write(const Json::Value& value)
+    constexpr int fewest = 15;
+    constexpr int most = 17;
+    if (value.isArray() || value.isObject())
     {
-        switch (value.type())
-        {
-        case Json::nullValue:
-            text += "null";
-            break;
-        case Json::booleanValue:
-            text += value.asBool() ? "true" : "false";
-            break;
-        case Json::intValue:
-            number(value.asInt64());
-            break;
-        case Json::uintValue:
-            number(value.asUInt64());
-            break;
-        case Json::realValue:
-            real(value.asDouble());
-            break;
-        case Json::stringValue:
-        {
-            const char* pBegin = nullptr;
-            const char* pEnd = nullptr;
-            value.getString(&pBegin, &pEnd);
-            string(pBegin, pEnd);
-            break;
-        }
-        case Json::arrayValue:
-        case Json::objectValue:
-            container(value);
-            break;
-        }
+        int digits = fewest;
+        for (const auto& element : value)
+            digits = std::max(digits, digitsNeeded(element));
+        return digits;
     }
-
-    std::string text;
-
-private:
-    template <class T>
-    void number(T value)
+    if (value.type() != Json::realValue)
+        return fewest;
+    const double number = value.asDouble();
+    if (!std::isfinite(number))
+        throw std::runtime_error("JSON text failed: a number is not finite");
+    for (int digits = fewest; digits < most; ++digits)
     {
-        char buffer[32];
-        const auto result = std::to_chars(buffer, buffer + sizeof buffer, value);
-        text.append(buffer, result.ptr);
+        char text[32];
+        std::snprintf(text, sizeof text, "%.*g", digits, number);
+        if (std::strtod(text, nullptr) == number)
+            return digits;
     }
-
-    void real(double value)
-    {
-        if (!std::isfinite(value))
-        {
-            throw std::runtime_error("JSON text failed: a number is not finite");
-        }
-        const auto start = text.size();
-        number(value);
-        if (text.find_first_of(".e", start) == std::string::npos)
-        {
-            text += ".0";
-        }
-    }
-
-    void string(const char* pBegin, const char* pEnd)
-    {
-        text += '"';
-        for (const char* p = pBegin; p != pEnd; ++p)
-        {
-            const char c = *p;
-            if (c == '"' || c == '\\')
-            {
-                text += '\\';
-                text += c;
-            }
-            else if (c == '\n')
-            {
-                text += "\\n";
-            }
-            else if (c == '\t')
-            {
-                text += "\\t";
-            }
-            else if (static_cast<unsigned char>(c) < 0x20)
-            {
-                constexpr auto digits = "0123456789abcdef";
-                text += "\\u00";
-                text += digits[c >> 4];
-                text += digits[c & 0xf];
-            }
-            else
-            {
-                text += c;
-            }
-        }
-        text += '"';
-    }
-
-    void container(const Json::Value& value)
-    {
-        const bool isObject = value.isObject();
-        text += isObject ? '{' : '[';
-        ++depth;
-        for (auto it = value.begin(); it != value.end(); ++it)
-        {
-            if (it != value.begin())
-            {
-                text += ',';
-            }
-            line();
-            if (isObject)
-            {
-                const char* pEnd = nullptr;
-                const char* pBegin = it.memberName(&pEnd);
-                string(pBegin, pEnd);
-                text += indentation.empty() ? ":" : ": ";
-            }
-            write(*it);
-        }
-        --depth;
-        if (!value.empty())
-        {
-            line();
-        }
-        text += isObject ? '}' : ']';
-    }
-
-    void line()
-    {
-        if (!indentation.empty())
-        {
-            text += '\n';
-            for (int i = 0; i < depth; ++i)
-            {
-                text += indentation;
-            }
-        }
-    }
-
-    const std::string& indentation;
-    int depth = 0;
-};
-
-[[noreturn]] void fail(const std::string& text, const std::string& reason)
-{
-    throw std::runtime_error("JSON parse failed: " + reason + " in " + std::to_string(text.size()) + " bytes \"" +
-                             printable(text, limit::jsonExcerpt) + "\"");
+    return most;
 }
 
-/// The parser recurses and builds as it reads, so the text is measured before it sees it.
-void measure(const std::string& text)
+// Readers and writers are kept: to set one up costs more than a command's text. They hold state, so each thread has its
+// own.
+
+Json::StreamWriter& writer(const std::string& indentation, int digits)
 {
-    std::size_t elements = 0;
+    thread_local std::map<std::pair<std::string, int>, std::unique_ptr<Json::StreamWriter>> writers;
+    auto& pWriter = writers[{indentation, digits}];
+    if (!pWriter)
+    {
+        Json::StreamWriterBuilder builder;
+        builder["indentation"] = indentation;
+        builder["commentStyle"] = "None";
+        builder["enableYAMLCompatibility"] = !indentation.empty(); // ": " instead of " : "
+        builder["emitUTF8"] = true;
+        builder["precision"] = digits;
+        pWriter.reset(builder.newStreamWriter());
+    }
+    return *pWriter;
+}
+
+Json::CharReader& reader()
+{
+    thread_local const auto pReader = []
+    {
+        Json::CharReaderBuilder builder;
+        Json::CharReaderBuilder::strictMode(&builder.settings_);
+        builder["collectComments"] = false;
+        builder["rejectDupKeys"] = false;
+        return std::unique_ptr<Json::CharReader>(builder.newCharReader());
+    }();
+    return *pReader;
+}
+
+/// The closing quote of the string that opens at `open`, or the end of the text. A search, since records make strings
+/// of thousands of characters.
+std::size_t stringEnd(const std::string& text, std::size_t open)
+{
+    auto close = text.find('"', open + 1);
+    while (close != std::string::npos)
+    {
+        const auto backslashes = close - 1 - text.find_last_not_of('\\', close - 1);
+        if (backslashes % 2 == 0)
+            return close;
+        close = text.find('"', close + 1);
+    }
+    return text.size();
+}
+
+/// What stands in the way of parsing `text` at all, before memory is spent on it; empty for nothing.
+std::string obstacle(const std::string& text)
+{
     std::size_t depth = 0;
-    bool isString = false;
+    std::size_t elements = 0;
     for (std::size_t i = 0; i < text.size(); ++i)
     {
-        const char c = text[i];
-        if (isString)
-        {
-            if (c == '\\')
-            {
-                ++i;
-            }
-            else if (c == '"')
-            {
-                isString = false;
-            }
-            continue;
-        }
-        switch (c)
+        switch (text[i])
         {
         case '"':
-            isString = true;
+            i = stringEnd(text, i);
             break;
         case '[':
         case '{':
             ++elements;
             if (++depth > limit::jsonDepth)
-            {
-                fail(text, "more than " + std::to_string(limit::jsonDepth) + " nested values");
-            }
+                return "nested deeper than " + std::to_string(limit::jsonDepth);
             break;
         case ']':
         case '}':
@@ -206,50 +119,56 @@ void measure(const std::string& text)
         default:
             break;
         }
+        if (elements > limit::jsonElements)
+            return "more than " + std::to_string(limit::jsonElements) + " elements";
     }
-    if (elements > limit::jsonElements)
-    {
-        fail(text, "more than " + std::to_string(limit::jsonElements) + " elements");
-    }
+    return {};
 }
 
-std::unique_ptr<Json::CharReader> makeReader()
+[[noreturn]] void fail(const std::string& text, const std::string& reason)
 {
-    Json::CharReaderBuilder builder;
-    builder["collectComments"] = false;
-    builder["allowComments"] = false;
-    builder["failIfExtra"] = true;
-    // Without it, garbage behind the value that is no token at all would pass.
-    builder["strictRoot"] = true;
-    return std::unique_ptr<Json::CharReader>(builder.newCharReader());
+    throw std::runtime_error("JSON parse failed: " + reason + ", " + std::to_string(text.size()) + " bytes \"" +
+                             printable(text, limit::jsonExcerpt) + "\"");
+}
+
+/// The reader's report has several lines; the first tells the place, the second the reason.
+std::string reasonOf(const std::string& report)
+{
+    std::istringstream lines(report);
+    std::string place;
+    std::string reason;
+    std::getline(lines, place);
+    std::getline(lines >> std::ws, reason);
+    return reason.empty() ? "no value" : reason;
 }
 } // namespace
 
 std::string JsonApp::toString(const Json::Value& value, const std::string& indentation)
 {
-    Writer writer(indentation);
-    writer.write(value);
-    return std::move(writer.text);
+    std::ostringstream text;
+    writer(indentation, digitsNeeded(value)).write(value, &text);
+    return text.str();
 }
 
 Json::Value JsonApp::fromString(const std::string& text)
 {
-    thread_local const auto pReader = makeReader();
-    measure(text);
+    const auto hindrance = obstacle(text);
+    if (!hindrance.empty())
+        fail(text, hindrance);
     Json::Value value;
-    bool isRead = false;
+    std::string report;
+    bool isParsed = false;
     try
     {
-        isRead = pReader->parse(text.data(), text.data() + text.size(), &value, nullptr);
+        isParsed = reader().parse(text.data(), text.data() + text.size(), &value, &report);
+        digitsNeeded(value);
     }
-    catch (const Json::Exception&)
+    catch (const std::exception& exception)
     {
-        isRead = false;
+        fail(text, exception.what());
     }
-    if (!isRead)
-    {
-        fail(text, "no JSON object or array");
-    }
+    if (!isParsed)
+        fail(text, reasonOf(report));
     return value;
 }
 } // namespace t_common

@@ -1,10 +1,12 @@
 #include "tuning-common/source/text.h"
 
+#include <algorithm>
+
 namespace t_common
 {
 namespace
 {
-bool isPlain(unsigned char byte) { return byte >= 0x20 && byte < 0x7f; }
+bool isSpecial(unsigned char byte) { return (byte < 0x20) | (byte >= 0x7f); }
 
 /// Bytes of the UTF-8 sequence at the start, 0 for one that is broken, overlong or a C1 control character.
 std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
@@ -41,13 +43,10 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
     result.reserve(size < maximum ? size : maximum + 3);
     for (std::size_t i = 0; i < size;)
     {
-        std::size_t end = i;
-        while (end < size && isPlain(pText[end]) && result.size() + (end - i) < maximum)
-        {
-            ++end;
-        }
-        result.append(text, i, end - i);
-        i = end;
+        const char* pRun = text.data() + i;
+        const auto plain = std::find_if(pRun, pRun + std::min(size - i, maximum - result.size()), isSpecial) - pRun;
+        result.append(pRun, static_cast<std::size_t>(plain));
+        i += static_cast<std::size_t>(plain);
         if (i == size)
         {
             break;

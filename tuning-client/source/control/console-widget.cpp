@@ -1,5 +1,7 @@
 #include "tuning-client/source/control/console-widget.h"
 
+#include "tuning-common/source/limits.h"
+
 #include <QKeyEvent>
 #include <QScrollBar>
 #include <QTextCursor>
@@ -10,7 +12,7 @@
 namespace
 {
 constexpr int lineCount = 100;
-constexpr int pendingLimit = 1 << 20;
+constexpr int pendingLimit = t_common::limit::reportText;
 
 QByteArray lastLines(const QByteArray& text)
 {

@@ -71,6 +71,7 @@ void addGrid(QwtPlot& plot)
 ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(new QwtPlotDirectPainter(this))
 {
     setAccessibleName(tr("Exposure"));
+    setMinimumSize(56 * fontMetrics().averageCharWidth(), 14 * fontMetrics().lineSpacing());
     setToolTip(tr("Green: integration time. Red: gain."));
     setAutoReplot(false);
     prepareCanvas(*this);

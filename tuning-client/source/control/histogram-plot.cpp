@@ -7,12 +7,30 @@
 
 #include <qwt_plot_grid.h>
 #include <qwt_plot_layout.h>
+#include <qwt_scale_engine.h>
 
+#include <algorithm>
 #include <array>
+
+namespace
+{
+/// Bars stand on zero, and the steps of small counts are not below one: all labels would read the same.
+class CountScaleEngine : public QwtLinearScaleEngine
+{
+public:
+    void autoScale(int maxNumSteps, double& x1, double& x2, double& stepSize) const override
+    {
+        x1 = std::min(x1, 0.0);
+        x2 = std::max(x2, 10.0);
+        QwtLinearScaleEngine::autoScale(maxNumSteps, x1, x2, stepSize);
+    }
+};
+} // namespace
 
 HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("pixel", Qt::green))
 {
     setAccessibleName(tr("Histogram"));
+    setMinimumSize(72 * fontMetrics().averageCharWidth(), 14 * fontMetrics().lineSpacing());
     setCanvasBackground(Qt::gray);
     plotLayout()->setAlignCanvasToScales(true);
 
@@ -29,6 +47,7 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
     setAxisMaxMinor(yLeft, 0);
     setAxisMaxMajor(yLeft, 16);
     setAxisScaleDraw(yLeft, new YScaleDraw);
+    setAxisScaleEngine(yLeft, new CountScaleEngine);
     setAxisAutoScale(yLeft);
 
     auto pGrid = new QwtPlotGrid;

@@ -1,10 +1,12 @@
 #include "tuning-client/source/control/message-box.h"
 
+#include "tuning-common/source/limits.h"
+
 #include <QMessageBox>
 
 namespace
 {
-constexpr int textLimit = 4096;
+constexpr int textLimit = t_common::limit::statusBarText;
 
 int exec(QWidget* pParent, QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons)
 {

@@ -1,5 +1,7 @@
 #include "tuning-client/source/control/xml-document.h"
 
+#include "tuning-common/source/limits.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QXmlStreamReader>
@@ -9,9 +11,8 @@
 
 namespace
 {
-constexpr qint64 sizeLimit = 64 << 20;
-constexpr int depthLimit = 256;
-constexpr int nodeLimit = 2000000;
+namespace limit = t_common::limit;
+
 // The reader compares each attribute of a tag with all others.
 constexpr int attributeLimit = 1024;
 
@@ -32,12 +33,12 @@ QByteArray bytesRead(const QString& fileName)
     {
         refuse(fileName, file.errorString());
     }
-    auto bytes = file.read(sizeLimit + 1);
+    auto bytes = file.read(limit::xmlBytes + 1);
     if (file.error() != QFileDevice::NoError)
     {
         refuse(fileName, file.errorString());
     }
-    if (bytes.size() > sizeLimit)
+    if (static_cast<std::size_t>(bytes.size()) > limit::xmlBytes)
     {
         refuse(fileName, "XML file is larger than 64 MiB");
     }
@@ -76,8 +77,8 @@ void check(const QString& fileName, const QByteArray& bytes)
         refuse(fileName, "XML element has too many attributes");
     }
     QXmlStreamReader reader(bytes);
-    int depth = 0;
-    int nodes = 0;
+    std::size_t depth = 0;
+    std::size_t nodes = 0;
     while (!reader.atEnd())
     {
         switch (reader.readNext())
@@ -90,7 +91,7 @@ void check(const QString& fileName, const QByteArray& bytes)
             break;
         case QXmlStreamReader::StartElement:
             nodes += 1 + reader.attributes().size();
-            if (++depth > depthLimit)
+            if (++depth > limit::xmlDepth)
             {
                 refuse(fileName, "XML elements are nested too deeply");
             }
@@ -101,7 +102,7 @@ void check(const QString& fileName, const QByteArray& bytes)
         default:
             ++nodes;
         }
-        if (nodes > nodeLimit)
+        if (nodes > limit::xmlNodes)
         {
             refuse(fileName, "XML file has too many nodes");
         }

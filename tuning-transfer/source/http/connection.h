@@ -28,17 +28,18 @@ private:
     [[noreturn]] void fail(const boost::system::error_code& error) const;
 
     using Endpoint = boost::asio::ip::tcp::endpoint;
+    using Socket = boost::asio::ip::tcp::socket;
 
     std::vector<Endpoint> resolve(const Url& url, TimeLimit::Clock::time_point end) const;
     void connect(const std::vector<Endpoint>& endpoints, TimeLimit::Clock::time_point end);
 
-    /// Runs one asynchronous operation, gives its result and the bytes that it moved.
+    /// Runs one asynchronous operation and gives its result.
     template <class Start>
-    boost::system::error_code await(TimeLimit::Clock::time_point end, std::size_t& count, Start start);
+    boost::system::error_code await(TimeLimit::Clock::time_point end, Start start);
 
     std::string name;
     TimeLimit limit;
-    boost::asio::io_context context;
-    boost::asio::ip::tcp::socket socket;
+    boost::asio::io_context& context;
+    Socket socket;
 };
 } // namespace t_transfer::http

@@ -94,8 +94,11 @@ private:
             error = {};
             if (!fill())
             {
-                parser.put_eof(error);
-                if (error)
+                if (parser.got_some())
+                {
+                    parser.put_eof(error);
+                }
+                if (error || !parser.got_some())
                 {
                     connection.fail("it was closed before the end of the answer");
                 }

@@ -1,0 +1,121 @@
+#include "tuning-client/source/control/console-widget.h"
+
+#include "tests/support/qt-main.h"
+
+#include <QScrollBar>
+#include <QSignalSpy>
+#include <QTest>
+#include <gtest/gtest.h>
+
+#include <thread>
+
+namespace
+{
+/// Posted behind what the console has queued, so that all text written before is on the screen.
+void flush() { QCoreApplication::processEvents(); }
+} // namespace
+
+TEST(ConsoleWidget, KeepsTheLastHundredLines)
+{
+    for (bool isShown : {false, true})
+    {
+        for (bool isOneBurst : {false, true})
+        {
+            ConsoleWidget console;
+            console.setVisible(isShown);
+            for (int i = 1; i <= 101; ++i)
+            {
+                console << QString("line %1\n").arg(i);
+                if (!isOneBurst)
+                {
+                    flush();
+                }
+            }
+            flush();
+            const auto lines = console.toPlainText().split('\n');
+            EXPECT_FALSE(lines.contains("line 1"));
+            EXPECT_TRUE(lines.contains("line 3"));
+            EXPECT_TRUE(lines.contains("line 101"));
+            EXPECT_LE(lines.size(), 100);
+        }
+    }
+}
+
+TEST(ConsoleWidget, AppendsAtTheEndAndScrollsWhateverTheUserDoes)
+{
+    ConsoleWidget console;
+    console.resize(300, 80);
+    console.show();
+    console << std::string(40, '\n') << std::string("first");
+    flush();
+    QTest::mouseClick(console.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    QTest::mouseDClick(console.viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    console.verticalScrollBar()->setValue(0);
+    console << std::string(" second\n");
+    flush();
+    EXPECT_TRUE(console.toPlainText().endsWith("first second\n"));
+    EXPECT_FALSE(console.textCursor().hasSelection());
+    EXPECT_EQ(console.verticalScrollBar()->value(), console.verticalScrollBar()->maximum());
+}
+
+TEST(ConsoleWidget, PassesTypedKeysOnWithoutShowingThem)
+{
+    ConsoleWidget console;
+    QSignalSpy spy(&console, &ConsoleWidget::getData);
+    for (auto key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
+    {
+        QTest::keyClick(&console, key);
+    }
+    EXPECT_EQ(spy.count(), 0);
+
+    QTest::keyClick(&console, 'a');
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy[0][0].toByteArray(), "a");
+    EXPECT_EQ(console.toPlainText(), "");
+
+    console.setLocalEchoEnabled(true);
+    QTest::keyClick(&console, 'b');
+    EXPECT_EQ(spy.count(), 2);
+    EXPECT_EQ(console.toPlainText(), "b");
+}
+
+TEST(ConsoleWidget, ShowsAnyBytes)
+{
+    ConsoleWidget console;
+    const std::string euro = "\xe2\x82\xac";
+    console << std::string("a\0b", 3) << std::string("\xff\xfe") << euro.substr(0, 1) << euro.substr(1);
+    flush();
+    EXPECT_EQ(console.toPlainText(), QString::fromUtf8("a\u2400b\ufffd\ufffd\u20ac"));
+}
+
+TEST(ConsoleWidget, TakesTextFromAWorkerThreadInOrder)
+{
+    ConsoleWidget console;
+    std::thread worker(
+        [&]
+        {
+            for (int i = 0; i < 50; ++i)
+            {
+                console << std::to_string(i) + "\n";
+            }
+        });
+    worker.join();
+    EXPECT_EQ(console.toPlainText(), "");
+    ASSERT_TRUE(waitUntil([&] { return console.toPlainText().endsWith("49\n"); }));
+    EXPECT_TRUE(console.toPlainText().startsWith("0\n1\n2\n"));
+}
+
+TEST(ConsoleWidget, HoldsAFloodToWhatTheLastLinesCanShow)
+{
+    ConsoleWidget console;
+    console.show();
+    const std::string megabyte(1 << 20, 'x');
+    for (int i = 0; i < 64; ++i)
+    {
+        console << megabyte;
+    }
+    console << std::string("end");
+    flush();
+    EXPECT_LE(console.toPlainText().size(), 1 << 20);
+    EXPECT_TRUE(console.toPlainText().endsWith("xend"));
+}

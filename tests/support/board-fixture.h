@@ -1,0 +1,91 @@
+#pragma once
+
+#include "board-simulator/source/simulator.h"
+#include "tests/support/qt-main.h"
+#include "tuning-client/source/application.h"
+#include "tuning-client/source/chip/chips.h"
+#include "tuning-client/source/config/config.h"
+#include "tuning-client/source/main-window.h"
+#include "tuning-client/source/module/central-widget.h"
+
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QStackedWidget>
+#include <QStatusBar>
+#include <gtest/gtest.h>
+
+#include <memory>
+
+/// The real window against a simulated board of its own, on a chip that has every page of the catalogue.
+class BoardTest : public testing::Test
+{
+protected:
+    BoardTest()
+    {
+        QDir().mkpath("board");
+        board = std::make_unique<board::Simulator>(board::Options{0, "board"});
+        config.preferences.server.http.collection = {{"127.0.0.1", board->port()}};
+        config.preferences.server.http.index = 0;
+
+        QStringList names;
+        for (const auto& entry : CentralWidget::catalogue())
+            names.append(entry.name);
+        chipWrite("Full", names);
+        config.setting.chipName = "Full";
+    }
+
+    ~BoardTest() override
+    {
+        EXPECT_EQ(Application::slipped(), slippedBefore) << "an exception passed no failure guard";
+    }
+
+    static void chipWrite(const QString& name, const QStringList& pages, int inputs = 2, int cores = 2)
+    {
+        QDir().mkpath("chip");
+        QFile file("chip/" + name + ".xml");
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        QString text = QString("<Table ChipName=\"%1\" InputMax=\"%2\" IspMax=\"%3\" Version=\"1\">")
+                           .arg(name)
+                           .arg(inputs)
+                           .arg(cores);
+        for (const auto& page : pages)
+            text += QString("<Page Name=\"%1\" Type=\"isp\" Level=\"1\"/>").arg(page);
+        file.write((text + "</Table>").toUtf8());
+        file.close();
+        chips.searchChips();
+    }
+
+    /// Builds the window and shows it.
+    MainWindow& open()
+    {
+        pMainWindow = std::make_unique<MainWindow>(nullptr, Qt::WindowFlags());
+        pMainWindow->show();
+        return *pMainWindow;
+    }
+
+    CentralWidget& central() { return *qobject_cast<CentralWidget*>(pMainWindow->centralWidget()); }
+
+    /// Opens the window where needed and shows the page of that name.
+    QWidget& page(const QString& name)
+    {
+        if (!pMainWindow)
+            open();
+        int index = 0;
+        while (index < chips.chip.pages.size() && chips.chip.pages[index].name != name)
+            ++index;
+        central().setCurrentIndex(index);
+        return *central().pStackedWidget->currentWidget();
+    }
+
+    QString status() const { return pMainWindow->statusBar()->currentMessage(); }
+
+    QLabel& led() const { return *pMainWindow->statusBar()->findChild<QLabel*>("LED"); }
+
+    /// Commands of that number since the last `requestsClear`.
+    size_t sent(int64_t id) const { return board->count(id); }
+
+    std::unique_ptr<board::Simulator> board;
+    std::unique_ptr<MainWindow> pMainWindow;
+    int slippedBefore = Application::slipped();
+};

@@ -1,0 +1,352 @@
+#include "tests/transfer/captured.h"
+#include "tests/transfer/raw-peer.h"
+#include "tuning-common/source/limits.h"
+#include "tuning-transfer/source/http/http-client.h"
+
+#include <gtest/gtest.h>
+
+#include <dlfcn.h>
+#include <netdb.h>
+
+using t_transfer::http::Client;
+using namespace std::chrono_literals;
+
+/// Stands before the system's resolver, which never comes to an end with some networks.
+extern "C" int getaddrinfo(const char* pNode, const char* pService, const addrinfo* pHints, addrinfo** ppResult)
+{
+    if (std::string(pNode) == "hanging.test")
+    {
+        std::this_thread::sleep_for(2s);
+    }
+    static const auto fSystem = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
+    return fSystem(pNode, pService, pHints, ppResult);
+}
+
+namespace
+{
+const std::string okHead = "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\n";
+
+std::string answer(const std::string& body)
+{
+    return okHead + "Content-Length: " + std::to_string(body.size()) + "\r\n\r\n" + body;
+}
+
+Client client(const std::string& ip, const Json::Value& port)
+{
+    Json::Value jConfig;
+    jConfig["ip"] = ip;
+    jConfig["port"] = port;
+    return Client(jConfig);
+}
+
+Client client(const RawPeer& peer) { return client("127.0.0.1", peer.port); }
+
+Json::Value query()
+{
+    Json::Value jQuery;
+    jQuery["id"] = 7;
+    return jQuery;
+}
+
+/// The text of the failure of a blocking request.
+std::string failureOf(Client board, int timeout = 5)
+{
+    const Captured out;
+    Json::Value jResponse;
+    try
+    {
+        board.request(query(), jResponse, timeout);
+    }
+    catch (const std::exception& exception)
+    {
+        EXPECT_TRUE(jResponse.isNull());
+        return exception.what();
+    }
+    return "success";
+}
+
+std::string failureOf(std::function<void(RawConnection&)> fScript, int timeout = 5)
+{
+    const RawPeer peer(std::move(fScript));
+    return failureOf(client(peer), timeout);
+}
+
+std::string failureOf(const std::string& bytes) { return failureOf(RawPeer::answering(bytes)); }
+
+/// What a board's bytes come to in the blocking form.
+Json::Value responseOf(const std::string& bytes)
+{
+    const Captured out;
+    const RawPeer peer(RawPeer::answering(bytes));
+    Json::Value jResponse;
+    client(peer).request(query(), jResponse, 5);
+    return jResponse;
+}
+
+/// What reaches the callback, null where nothing does.
+Json::Value completedOf(std::function<void(RawConnection&)> fScript, int timeout = 5)
+{
+    const Captured out;
+    const Captured err(std::cerr);
+    const RawPeer peer(std::move(fScript));
+    Json::Value jResponse;
+    auto callerThread = std::this_thread::get_id();
+    client(peer).request(
+        query(),
+        [&](Json::Value j)
+        {
+            EXPECT_NE(std::this_thread::get_id(), callerThread);
+            jResponse = std::move(j);
+        },
+        timeout);
+    return jResponse;
+}
+
+bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+class Stopwatch
+{
+public:
+    double seconds() const { return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(); }
+
+private:
+    std::chrono::steady_clock::time_point start = std::chrono::steady_clock::now();
+};
+} // namespace
+
+TEST(HttpRequest, BytesOfACommandAndWhatIsPrinted)
+{
+    std::string request;
+    const RawPeer peer(RawPeer::answering(answer("{\"a\":\"\x1b\x9b[1m\"}"), &request));
+    const auto port = std::to_string(peer.port);
+    const Captured out;
+    Json::Value jResponse;
+    // The port as a number and as a text.
+    for (const auto& jPort : {Json::Value(peer.port), Json::Value(port)})
+    {
+        client("127.0.0.1", jPort).request(query(), jResponse, 5);
+        EXPECT_EQ(request,
+                  "POST / HTTP/1.1\r\nContent-Length: 8\r\nContent-Type: application/json\r\nHost: 127.0.0.1:" + port +
+                      "\r\nAccept: */*\r\nAccept-Encoding: identity;q=1.0, *;q=0\r\nConnection: "
+                      "Close\r\n\r\n{\"id\":7}");
+    }
+    const auto url = "[http://127.0.0.1:" + port + "/]";
+    const auto printed = url + " <<< {\"id\":7}\n" + url + " >>> {\"a\":\"??[1m\"}\n";
+    EXPECT_EQ(out.get(), printed + printed);
+}
+
+TEST(HttpRequest, PathOfACommandBecomesTheTarget)
+{
+    const Captured out;
+    std::string request;
+    const RawPeer peer(RawPeer::answering(answer("{}"), &request));
+    auto jQuery = query();
+    Json::Value jResponse;
+    jQuery["path"] = "a b/\xc3\xa4.x%20?#";
+    client(peer).request(jQuery, jResponse, 5);
+    EXPECT_EQ(request.substr(0, request.find('\r')), "POST /a%20b/%C3%A4.x%20?# HTTP/1.1");
+    EXPECT_TRUE(contains(out.get(), "/a b/\xc3\xa4.x%20?#]"));
+    jQuery["path"] = "x HTTP/1.1\r\nInjected: 1";
+    EXPECT_THROW(client(peer).request(jQuery, jResponse, 5), std::runtime_error);
+}
+
+TEST(HttpRequest, EveryShapeOfAnAnswer)
+{
+    const std::string body = "{\"error\":0}";
+    const std::string interim = "HTTP/1.1 100 Continue\r\n\r\n";
+    for (const auto& bytes : {
+             answer(body),
+             okHead + "\r\n" + body,
+             "HTTP/1.0 200 OK\r\n\r\n" + body,
+             "HTTP/1.1 500 Internal Error\r\nContent-Length: 11\r\n\r\n" + body,
+             "HTTP/1.1 404\r\nContent-Length: 11\r\n\r\n" + body,
+             okHead + "Transfer-Encoding: chunked\r\n\r\n5;a=b\r\n{\"err\r\n6\r\nor\":0}\r\n0\r\n\r\n",
+             interim + interim + answer(body),
+             "HTTP/1.1 100\r\n\r\nHTTP/1.1 200\r\nContent-Length: 11\r\n\r\n" + body,
+             answer(body) + "what comes behind does not count",
+         })
+    {
+        EXPECT_TRUE(responseOf(bytes).isMember("error")) << bytes;
+    }
+}
+
+TEST(HttpRequest, AnswerInSingleBytes)
+{
+    const auto drip = [](RawConnection& connection)
+    {
+        connection.request();
+        connection.drip("HTTP/1.1 200\r\nTransfer-Encoding: chunked\r\n\r\n4\r\n{\"a\"\r\n3\r\n:1}\r\n0\r\n\r\n", 1ms);
+    };
+    EXPECT_EQ(completedOf(drip)["a"], 1);
+}
+
+TEST(HttpRequest, AnswerThatIsIncompleteOrNoHttpIsAFailure)
+{
+    for (const auto& bytes : {
+             std::string(),
+             std::string("HTTP/1.1 200 OK\r\nContent-"),
+             okHead + "Content-Length: 12\r\n\r\n{\"error\":0}",
+             okHead + "Transfer-Encoding: chunked\r\n\r\n5\r\n{\"err\r\n",
+             okHead + "Transfer-Encoding: chunked\r\n\r\nzz\r\n{}",
+             okHead + "Content-Length: 99999999999999999999\r\n\r\n{}",
+             std::string("SSH-2.0-OpenSSH\r\n\r\n"),
+             std::string(200'000, 'x'),
+             std::string("HTTP/1.1 200 OK\r\nA: ") + std::string(70'000, 'x') + "\r\n\r\n{}",
+         })
+    {
+        const auto failure = failureOf(bytes);
+        EXPECT_EQ(failure.rfind("Connection to 127.0.0.1:", 0), 0u) << failure;
+        EXPECT_TRUE(contains(failure, " failed: ")) << failure;
+        EXPECT_FALSE(contains(failure, "server")) << failure;
+    }
+}
+
+TEST(HttpRequest, SizeOfAnAnswerIsLimited)
+{
+    std::string fields;
+    for (int i = 0; i < 201; ++i)
+    {
+        fields += "A: b\r\n";
+    }
+    EXPECT_TRUE(contains(failureOf("HTTP/1.1 200 OK\r\n" + fields + "\r\n{}"), "too many header fields"));
+
+    std::string interim;
+    for (int i = 0; i < 102; ++i)
+    {
+        interim += "HTTP/1.1 100 Continue\r\n\r\n";
+    }
+    EXPECT_TRUE(contains(failureOf(interim + answer("{}")), "only interim"));
+
+    const auto limit = std::to_string(t_common::limit::httpBody + 1);
+    EXPECT_TRUE(contains(failureOf(okHead + "Content-Length: " + limit + "\r\n\r\n{}"), "limit"));
+    EXPECT_TRUE(contains(failureOf(okHead + "\r\n[" + std::string(t_common::limit::httpBody, ' ')), "limit"));
+    EXPECT_TRUE(contains(failureOf(answer(std::string(5'000'000, '['))), "JSON parse failed"));
+}
+
+TEST(HttpRequest, AnswerThatIsNoJsonObjectIsNamed)
+{
+    EXPECT_TRUE(contains(failureOf(answer("<html>\n" + std::string(900, 'x'))), "907 bytes \"<html> xxx"));
+    EXPECT_TRUE(contains(failureOf(answer("[1]")), "no object but \"[1]\""));
+    EXPECT_TRUE(contains(failureOf(answer("")), "0 bytes"));
+}
+
+TEST(HttpRequest, BoardThatIsNotThereIsNamed)
+{
+    unsigned short port = 0;
+    {
+        const RawPeer peer([](RawConnection&) {});
+        port = peer.port;
+    }
+    const auto text = std::to_string(port);
+    EXPECT_EQ(failureOf(client("127.0.0.1", port)), "Connection to 127.0.0.1:" + text + " failed: Connection refused");
+    const auto v6 = failureOf(client("::1", port));
+    EXPECT_EQ(v6.rfind("Connection to [::1]:" + text + " failed: ", 0), 0u) << v6;
+    EXPECT_TRUE(contains(failureOf(
+                             [](RawConnection& connection)
+                             {
+                                 connection.request();
+                                 connection.reset();
+                             }),
+                         "Connection reset by peer"));
+}
+
+TEST(HttpRequest, AddressIsCheckedAtTheFirstCommand)
+{
+    for (const auto* pIp : {"", " ", "a b", "host/path", "a\r\nb", "user@host", "[]"})
+    {
+        const auto failure = failureOf(client(pIp, 8080));
+        EXPECT_TRUE(contains(failure, "is not the address of a board")) << pIp << ": " << failure;
+    }
+    for (const auto& jPort :
+         {Json::Value(""), Json::Value("0"), Json::Value(65536), Json::Value(-1), Json::Value("0x50"),
+          Json::Value(" 80"), Json::Value("80 "), Json::Value("+80"), Json::Value("http"), Json::Value("4294967376")})
+    {
+        const auto failure = failureOf(client("127.0.0.1", jPort));
+        EXPECT_TRUE(contains(failure, "is not a port from 1 to 65535")) << jPort << failure;
+    }
+    Json::Value jResponse;
+    EXPECT_THROW(client("", 80).request(
+                     query(), [](const Json::Value&) {}, 1),
+                 std::runtime_error);
+}
+
+TEST(HttpRequest, NameIsResolvedAndEveryAddressTried)
+{
+    // The board listens on IPv4 only, the name may stand for both.
+    const Captured out;
+    const RawPeer peer(RawPeer::answering(answer("{\"a\":1}")));
+    Json::Value jResponse;
+    client("localhost", peer.port).request(query(), jResponse, 5);
+    EXPECT_EQ(jResponse["a"], 1);
+
+    EXPECT_TRUE(contains(failureOf(client("no-such-board.invalid", 80), 1), "Connection to no-such-board.invalid:80"));
+    const Stopwatch stopwatch;
+    EXPECT_TRUE(contains(failureOf(client("hanging.test", 80), 1), "could not be resolved"));
+    EXPECT_LT(stopwatch.seconds(), 1.5);
+}
+
+TEST(HttpRequest, TimeLimitHoldsForTheWholeExchange)
+{
+    const auto silent = [](RawConnection& connection) { connection.silence(); };
+    const auto dripHead = [](RawConnection& connection)
+    {
+        connection.request();
+        connection.drip(okHead + std::string(1000, 'x'), 20ms);
+    };
+    const auto dripBody = [](RawConnection& connection)
+    {
+        connection.request();
+        connection.send(okHead + "Content-Length: 1000\r\n\r\n");
+        connection.drip(std::string(1000, ' '), 20ms);
+    };
+    for (const auto& fScript : {std::function<void(RawConnection&)>(silent), {dripHead}, {dripBody}})
+    {
+        const Stopwatch stopwatch;
+        const auto failure = failureOf(fScript, 1);
+        EXPECT_TRUE(contains(failure, "failed: no answer within 1 s")) << failure;
+        EXPECT_GE(stopwatch.seconds(), 0.99);
+        EXPECT_LT(stopwatch.seconds(), 1.5);
+    }
+}
+
+TEST(HttpRequest, CallbackIsCalledOnceForAnAnswerInPieces)
+{
+    int calls = 0;
+    const Captured out;
+    const RawPeer peer(
+        [](RawConnection& connection)
+        {
+            connection.request();
+            connection.send(okHead + "Content-Length: 11\r\n\r\n{\"er");
+            std::this_thread::sleep_for(20ms);
+            connection.send("ror\":0}");
+        });
+    client(peer).request(
+        query(), [&](const Json::Value& j) { calls += j["error"].isInt() ? 1 : 100; }, 5);
+    EXPECT_EQ(calls, 1);
+}
+
+TEST(HttpRequest, CallbackLearnsOfABadAnswerButNotOfNone)
+{
+    const auto expectFailure = [](const Json::Value& jResponse, const std::string& part)
+    {
+        EXPECT_NE(jResponse["error"].asInt(), 0);
+        EXPECT_TRUE(contains(jResponse["message"].asString(), part)) << jResponse;
+    };
+    expectFailure(completedOf(RawPeer::answering(answer("not json"))), "8 bytes \"not json\"");
+    expectFailure(completedOf(RawPeer::answering(answer("[]"))), "no object");
+    expectFailure(completedOf(RawPeer::answering(okHead + "Content-Length: 3\r\n\r\n{}")), "closed before the end");
+
+    EXPECT_TRUE(completedOf(RawPeer::answering("")).isNull());
+    EXPECT_TRUE(completedOf(RawPeer::answering(answer(""))).isNull());
+    EXPECT_TRUE(completedOf([](RawConnection& connection) { connection.silence(); }, 1).isNull());
+}
+
+TEST(HttpRequest, CallbackThatThrowsThrowsForTheCaller)
+{
+    const Captured out;
+    const RawPeer peer(RawPeer::answering(answer("{}")));
+    EXPECT_THROW(client(peer).request(
+                     query(), [](const Json::Value&) { throw std::logic_error("from the page"); }, 5),
+                 std::logic_error);
+}
