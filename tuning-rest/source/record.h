@@ -57,9 +57,8 @@ std::string recordText(const char (&text)[Size])
 template <class Count, class T, size_t Size>
 constexpr size_t recordCount(Count count, const T (&)[Size])
 {
-    if constexpr (std::is_signed_v<Count>)
-        count = count < 0 ? 0 : count;
-    return count < Size ? static_cast<size_t>(count) : Size;
+    const auto used = count > 0 ? static_cast<uint64_t>(count) : 0;
+    return used < Size ? used : Size;
 }
 } // namespace rest
 
