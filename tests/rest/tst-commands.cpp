@@ -253,9 +253,12 @@ void Commands::services()
     sends("Camera", "calibrationSet", R"({"block.signal": true, "calib.file": ")" + text + R"("})",
           [&] { Camera().calibrationSet(text, true); });
     const auto fComplete = [&](const Json::Value& jResponse) { jAnswer = jResponse; };
+    pSimulator->answerSet(10003, "error", 0);
+    pSimulator->answerSet(10003, "file.name", "b.yuv");
     sends("Camera", "capture", R"({"file.name": "a.yuv", "snapshot.type": 5, "lock.type": 4294967295})",
           [&] { Camera().capture("/home/b/a.yuv", Camera::Yuv, UINT32_MAX, fComplete); });
-    EXPECT_EQ(jAnswer["error"], 0);
+    EXPECT_EQ(jAnswer["file.name"], "b.yuv");
+    pSimulator->answersClear();
     int32_t count = 0;
     int32_t index = 0;
     sends("Camera", "inputInfo", "{}", [&] { Camera().inputInfo(count, index); });
@@ -264,8 +267,10 @@ void Commands::services()
     EXPECT_EQ(text, "sensor-tele.drv");
     sends("Camera", "preview", R"({"preview": true})", [] { Camera().preview(true); });
 
-    sends("Sensor", "driverChange", R"({"driver.file": "b.drv"})", [] { Sensor().driverChange("b.drv"); });
-    sends("Sensor", "driverChange", R"({"driver.file": "a.drv"})", [&] { Sensor().driverChange("a.drv", fComplete); });
+    sends("Sensor", "driverChange", R"({"driver.file": "sensor-tele.drv"})",
+          [] { Sensor().driverChange("sensor-tele.drv"); });
+    sends("Sensor", "driverChange", R"({"driver.file": "sensor-main.drv"})",
+          [&] { Sensor().driverChange("sensor-main.drv", fComplete); });
     uint32_t value = 0;
     sends("Sensor", "registerSet", R"({"address": 4294967295, "value": 2147483648})",
           [] { Sensor().registerSet(UINT32_MAX, 0x80000000); });
