@@ -1,5 +1,7 @@
 #include "tests/simulator/fixture.h"
 
+#include "board-simulator/source/keys.h"
+
 #include <set>
 
 namespace
@@ -152,6 +154,69 @@ TEST_F(Commands, BothExposurePagesSpeakOfOneExposureControl)
     bytes[4] = 2;
     simulator->recordSet("Ae", 0, bytes);
     EXPECT_EQ(simulator->recordGet("Ae", 1), bytes);
+}
+
+TEST_F(Commands, AnswersHaveTheirKeysInEveryGeneration)
+{
+    // What services want to be told; modules get back what they have answered.
+    std::ofstream(base / "files" / "a.pgm") << "P5 2 1 255\nab";
+    std::ofstream(base / "files" / "a.xml") << "<calibration/>";
+    std::ofstream(base / "files" / "a.drv") << "driver";
+    std::ofstream(base / "files" / "b.txt") << "text";
+    Json::Value arguments;
+    std::istringstream(R"({
+        "address": 1024, "value": 7, "block.signal": true, "time": "now", "calib.file": "a.xml", "index": 1,
+        "preview": true, "driver.file": "a.drv", "file.name": "a.pgm", "file.extension": "xml", "is.lsb": false})") >>
+        arguments;
+    std::map<std::string, Json::Value> paths{{"list", "."}, {"remove", "b.txt"}};
+    size_t count = 0;
+    for (const auto& commandClass : board::Wire::instance().classes())
+    {
+        std::map<std::string, int> generations = commandClass.generations;
+        if (generations.empty())
+        {
+            generations[""] = -1;
+        }
+        for (const auto& [generation, number] : generations)
+        {
+            Json::Value told = arguments;
+            for (const auto& command : commandClass.commands)
+            {
+                if (command.name == "capture")
+                {
+                    continue;
+                }
+                SCOPED_TRACE(commandClass.name + "::" + command.name + " " + generation);
+                Json::Value jQuery = query(commandClass.name, command.name, number);
+                for (const auto& key : board::Keys::instance().request(commandClass.name, command.name, generation))
+                {
+                    const Json::Value value = key.name == "path" ? paths[command.name] : told[key.name];
+                    if (!key.isOptional)
+                    {
+                        EXPECT_TRUE(key.fits(value)) << key.name << value;
+                        jQuery[key.name] = value;
+                    }
+                }
+                const Json::Value answer = run(jQuery);
+                EXPECT_EQ(answer["error"], 0) << answer;
+                for (const auto& key : board::Keys::instance().answer(commandClass.name, command.name, generation))
+                {
+                    EXPECT_TRUE(key.isOptional || key.fits(answer[key.name])) << key.name << answer[key.name];
+                    if (!key.recordName().empty())
+                    {
+                        EXPECT_EQ(board::base64Decode(answer[key.name].asString())->size(),
+                                  board::Wire::instance().record(key.recordName()).size);
+                    }
+                }
+                for (const auto& key : answer.getMemberNames())
+                {
+                    told[key] = answer[key];
+                }
+                ++count;
+            }
+        }
+    }
+    EXPECT_GT(count, 178u);
 }
 
 TEST_F(Commands, WrongCommandsAreToldWhatIsWrong)
