@@ -346,9 +346,9 @@ TEST_F(Commands, LeaveTheCallersValuesWhenTheAnswerIsWrong)
     dpf.sigmaGreen = 7;
     dpf.gradient = 2;
     const std::vector<std::tuple<std::string, Json::Value, std::string>> wrongKeys{
-        {"sigma.green", 256, "\"sigma.green\" is not an integer from 0 to 255"},
-        {"sigma.green", -1, "\"sigma.green\" is not an integer from 0 to 255"},
-        {"sigma.green", "7", "\"sigma.green\" is not an integer"},
+        {"sigma.green", 256, "\"sigma.green\" is not an unsigned integer"},
+        {"sigma.green", -1, "\"sigma.green\" is not an unsigned integer"},
+        {"sigma.green", "7", "\"sigma.green\" is not an unsigned integer"},
         {"gradient", 1e39, "\"gradient\" is not a number of its precision"},
         {"gradient", Json::arrayValue, "\"gradient\" is not a number"},
         {"adaptive", "true", "\"adaptive\" is not a truth value"}};

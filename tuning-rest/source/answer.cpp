@@ -35,10 +35,10 @@ bool answerFlagGet(const Json::Value& jResponse, const char* key)
 
 int64_t answerIntegerGet(const Json::Value& jResponse, const char* key, int64_t minimum, int64_t maximum)
 {
-    const auto integer =
-        converted(jResponse, key, "an integer", [](const Json::Value& value) { return value.asInt64(); });
+    const auto expected = minimum < 0 ? "an integer" : "an unsigned integer";
+    const auto integer = converted(jResponse, key, expected, [](const Json::Value& value) { return value.asInt64(); });
     if (integer < minimum || integer > maximum)
-        fail(key, "an integer from " + std::to_string(minimum) + " to " + std::to_string(maximum));
+        fail(key, expected);
     return integer;
 }
 
