@@ -20,6 +20,7 @@
 #include <sstream>
 #include <tuple>
 #include <unistd.h>
+#include <vector>
 
 /// A simulated board with the command layer connected to it over HTTP, in a working directory of its own.
 class BoardConnection : public testing::Test
@@ -130,33 +131,40 @@ void randomise(T& value, RandomValues& random, const std::string& record)
         value = random.number<T>();
 }
 
-/// `access` gives the field of a configuration; `record` names what it holds on the wire, where it is a record.
-template <class C, class Access>
-PlainField<C> plainField(const std::string& key, Access access, const std::string& record = {})
+/// The keys of a plain configuration. Built key by key: compilers take minutes for a long list of such elements.
+template <class C>
+class PlainFields : public std::vector<PlainField<C>>
 {
-    return {key,
-            [=](C& config, RandomValues& random)
-            {
-                randomise(access(config), random, record);
-                return jsonOf(access(config));
-            },
-            [=](const C& config) { return jsonOf(access(config)); }};
-}
+public:
+    /// `access` gives the field of a configuration; `record` names what it holds on the wire, where it is a record.
+    template <class Access>
+    PlainFields& with(const char* key, Access access, const char* record = "")
+    {
+        this->push_back({key,
+                         [=](C& config, RandomValues& random)
+                         {
+                             randomise(access(config), random, record);
+                             return jsonOf(access(config));
+                         },
+                         [=](const C& config) { return jsonOf(access(config)); }});
+        return *this;
+    }
 
-template <class C, class M>
-PlainField<C> plainField(const std::string& key, M C::*pMember, const std::string& record = {})
-{
-    return plainField<C>(
-        key, [=](auto& config) -> auto& { return config.*pMember; }, record);
-}
+    template <class M>
+    PlainFields& add(const char* key, M C::*pMember, const char* record = "")
+    {
+        return with(
+            key, [=](auto& config) -> auto& { return config.*pMember; }, record);
+    }
 
-/// The same for a field of a union's member.
-template <class C, class V, class M>
-PlainField<C> plainField(const std::string& key, V C::*pVariant, M V::*pMember)
-{
-    return plainField<C>(
-        key, [=](auto& config) -> auto& { return config.*pVariant.*pMember; });
-}
+    /// The same for a field of a union's member.
+    template <class V, class M>
+    PlainFields& add(const char* key, V C::*pVariant, M V::*pMember)
+    {
+        return with(
+            key, [=](auto& config) -> auto& { return config.*pVariant.*pMember; });
+    }
+};
 
 /// Sends the commands of a class in one generation, each several times with other values, and compares what travels.
 template <class S, class... G>
@@ -225,8 +233,7 @@ public:
     }
 
     template <class C>
-    Service& readsPlain(const std::string& command, S& (S::*pMethod)(C&, G...),
-                        const std::vector<PlainField<C>>& fields)
+    Service& readsPlain(const std::string& command, S& (S::*pMethod)(C&, G...), const PlainFields<C>& fields)
     {
         for (int i = 0; i < repetitions; ++i)
         {
@@ -243,8 +250,7 @@ public:
     }
 
     template <class C>
-    Service& writesPlain(const std::string& command, S& (S::*pMethod)(const C&, G...),
-                         const std::vector<PlainField<C>>& fields)
+    Service& writesPlain(const std::string& command, S& (S::*pMethod)(const C&, G...), const PlainFields<C>& fields)
     {
         for (int i = 0; i < repetitions; ++i)
         {
@@ -266,7 +272,7 @@ public:
         return reads("configGet", &S::configGet, "config", wire).writes("configSet", &S::configSet, "config", wire);
     }
     template <class T = S>
-    Service& config(const std::vector<PlainField<typename T::Config>>& fields)
+    Service& config(const PlainFields<typename T::Config>& fields)
     {
         return readsPlain("configGet", &S::configGet, fields).writesPlain("configSet", &S::configSet, fields);
     }
@@ -281,7 +287,7 @@ public:
         using Status = typename S::Status;
         return readsPlain<Status>(
             "statusGet", &S::statusGet,
-            {plainField("gain", &Status::gain), plainField("integration.time", &Status::integrationTime)});
+            PlainFields<Status>().add("gain", &Status::gain).add("integration.time", &Status::integrationTime));
     }
     Service& tables() { return reads("tableGet", &S::tableGet, "table").writes("tableSet", &S::tableSet, "table"); }
 

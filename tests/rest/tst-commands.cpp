@@ -70,71 +70,91 @@ void Commands::recordModules()
 void Commands::plainModules()
 {
     service<Af>("Af")
-        .config({plainField("algorithm", &Af::Config::searchAlgorithm), plainField("oneshot", &Af::Config::isOneshort)})
+        .config(PlainFields<Af::Config>()
+                    .add("algorithm", &Af::Config::searchAlgorithm)
+                    .add("oneshot", &Af::Config::isOneshort))
         .enable()
         .reads("availableGet", &Af::availableGet, "available");
-    const std::vector<PlainField<Avs::Config>> parameters{plainField("use.params", &Avs::Config::isUseParams),
-                                                          plainField("acceleration", &Avs::Config::acceleration),
-                                                          plainField("gain.base", &Avs::Config::baseGain),
-                                                          plainField("fall.off", &Avs::Config::fallOff),
-                                                          plainField("num.itp.points", &Avs::Config::numItpPoints),
-                                                          plainField("theta", &Avs::Config::theta)};
+    const auto parameters = PlainFields<Avs::Config>()
+                                .add("use.params", &Avs::Config::isUseParams)
+                                .add("acceleration", &Avs::Config::acceleration)
+                                .add("gain.base", &Avs::Config::baseGain)
+                                .add("fall.off", &Avs::Config::fallOff)
+                                .add("num.itp.points", &Avs::Config::numItpPoints)
+                                .add("theta", &Avs::Config::theta);
     auto withCurve = parameters;
-    withCurve.push_back(plainField("count", &Avs::Config::dampCount));
-    withCurve.push_back(plainField("x", &Avs::Config::x, "double[50]"));
-    withCurve.push_back(plainField("y", &Avs::Config::y, "double[50]"));
+    withCurve.add("count", &Avs::Config::dampCount);
+    withCurve.add("x", &Avs::Config::x, "double[50]");
+    withCurve.add("y", &Avs::Config::y, "double[50]");
     service<Avs>("Avs")
         .readsPlain("configGet", &Avs::configGet, withCurve)
         .writesPlain("configSet", &Avs::configSet, parameters)
         .enable();
-    service<Bls>("Bls").config({plainField("red", &Bls::Config::red), plainField("green.r", &Bls::Config::greenR),
-                                plainField("green.b", &Bls::Config::greenB), plainField("blue", &Bls::Config::blue)});
-    service<Cnr>("Cnr").config({plainField("tc1", &Cnr::Config::tc1), plainField("tc2", &Cnr::Config::tc2)}).enable();
-    std::vector<PlainField<Cnr2::Config>> cnr2{plainField("enable_y", &Cnr2::Config::ynr_enable),
-                                               plainField("enable_c", &Cnr2::Config::cnr_enable),
-                                               plainField("ySigma", &Cnr2::Config::y_sigma),
-                                               plainField("bit", &Cnr2::Config::bit),
-                                               plainField("cnrStrength1", &Cnr2::Config::cnr_strength1),
-                                               plainField("cnrStrength2", &Cnr2::Config::cnr_strength2),
-                                               plainField("ynrStrength1", &Cnr2::Config::ynr_strength1),
-                                               plainField("ynrStrength2", &Cnr2::Config::ynr_strength2),
-                                               plainField("textureMask", &Cnr2::Config::texture_mask_select)};
+    service<Bls>("Bls").config(PlainFields<Bls::Config>()
+                                   .add("red", &Bls::Config::red)
+                                   .add("green.r", &Bls::Config::greenR)
+                                   .add("green.b", &Bls::Config::greenB)
+                                   .add("blue", &Bls::Config::blue));
+    service<Cnr>("Cnr")
+        .config(PlainFields<Cnr::Config>().add("tc1", &Cnr::Config::tc1).add("tc2", &Cnr::Config::tc2))
+        .enable();
+    auto cnr2 = PlainFields<Cnr2::Config>()
+                    .add("enable_y", &Cnr2::Config::ynr_enable)
+                    .add("enable_c", &Cnr2::Config::cnr_enable)
+                    .add("ySigma", &Cnr2::Config::y_sigma)
+                    .add("bit", &Cnr2::Config::bit)
+                    .add("cnrStrength1", &Cnr2::Config::cnr_strength1)
+                    .add("cnrStrength2", &Cnr2::Config::cnr_strength2)
+                    .add("ynrStrength1", &Cnr2::Config::ynr_strength1)
+                    .add("ynrStrength2", &Cnr2::Config::ynr_strength2)
+                    .add("textureMask", &Cnr2::Config::texture_mask_select);
     for (size_t i = 0; i < 4; ++i)
-        cnr2.push_back(plainField<Cnr2::Config>(
-            "cSigmaLayer" + std::to_string(i), [i](auto& config) -> auto& { return config.c_sigma_layer[i]; }));
+        cnr2.with(("cSigmaLayer" + std::to_string(i)).c_str(), [i](auto& config) -> auto& {
+            return config.c_sigma_layer[i];
+        });
     for (size_t i = 0; i < 3; ++i)
-        cnr2.push_back(plainField<Cnr2::Config>(
-            "cSigmaMerge" + std::to_string(i), [i](auto& config) -> auto& { return config.c_sigma_merge[i]; }));
+        cnr2.with(("cSigmaMerge" + std::to_string(i)).c_str(), [i](auto& config) -> auto& {
+            return config.c_sigma_merge[i];
+        });
     service<Cnr2>("Cnr2").config(cnr2).reset();
     service<Dpf>("Dpf")
-        .config({plainField("adaptive", &Dpf::Config::isAdaptive), plainField("div", &Dpf::Config::divisionFactor),
-                 plainField("gradient", &Dpf::Config::gradient), plainField("min", &Dpf::Config::minimumBound),
-                 plainField("offset", &Dpf::Config::offset), plainField("sigma.green", &Dpf::Config::sigmaGreen),
-                 plainField("sigma.red.blue", &Dpf::Config::sigmaRedBlue)})
+        .config(PlainFields<Dpf::Config>()
+                    .add("adaptive", &Dpf::Config::isAdaptive)
+                    .add("div", &Dpf::Config::divisionFactor)
+                    .add("gradient", &Dpf::Config::gradient)
+                    .add("min", &Dpf::Config::minimumBound)
+                    .add("offset", &Dpf::Config::offset)
+                    .add("sigma.green", &Dpf::Config::sigmaGreen)
+                    .add("sigma.red.blue", &Dpf::Config::sigmaRedBlue))
         .enable();
     service<Ee>("Ee")
-        .config(
-            {plainField("auto", &Ee::Config::isAuto), plainField("config", &Ee::Config::config, "CamEngineEeConfig_s")})
+        .config(PlainFields<Ee::Config>()
+                    .add("auto", &Ee::Config::isAuto)
+                    .add("config", &Ee::Config::config, "CamEngineEeConfig_s"))
         .enable()
         .reset()
         .exposureStatus()
         .tables();
     service<Filter>("Filter")
-        .config({plainField("auto", &Filter::Config::isAuto), plainField("denoise", &Filter::Config::denoise),
-                 plainField("sharpen", &Filter::Config::sharpen), plainField("chrV", &Filter::Config::chrV),
-                 plainField("chrH", &Filter::Config::chrH)})
+        .config(PlainFields<Filter::Config>()
+                    .add("auto", &Filter::Config::isAuto)
+                    .add("denoise", &Filter::Config::denoise)
+                    .add("sharpen", &Filter::Config::sharpen)
+                    .add("chrV", &Filter::Config::chrV)
+                    .add("chrH", &Filter::Config::chrH))
         .enable()
         .reset()
         .exposureStatus()
         .tables();
     service<Lsc>("Lsc")
-        .config({plainField("adaptive", &Lsc::Config::isAdaptive)})
+        .config(PlainFields<Lsc::Config>().add("adaptive", &Lsc::Config::isAdaptive))
         .reads("enabelGet", &Lsc::enabelGet, "enable")
         .writes("enableSet", &Lsc::enableSet, "enable")
         .reads("statusGet", &Lsc::statusGet, "config", "CamEngineLscConfig_s");
     service<Simp>("Simp")
-        .config({plainField("file.name", &Simp::Config::fileName),
-                 plainField("config", &Simp::Config::config, "CamEngineSimpConfig_s")})
+        .config(PlainFields<Simp::Config>()
+                    .add("file.name", &Simp::Config::fileName)
+                    .add("config", &Simp::Config::config, "CamEngineSimpConfig_s"))
         .enable();
 
     Avs::Status status;
@@ -155,47 +175,49 @@ void Commands::wideDynamicRange()
     using V3 = Config::V3;
     using V4 = Config::V4;
     using V5 = Config::V5;
-    const std::map<std::string, std::vector<PlainField<Config>>> keys{
-        {"V1",
-         {plainField<Config>(
-             "curve", [](auto& config) -> auto& { return config; }, "rest::Wdr::Config")}},
-        {"V2", {plainField("strength", &Config::v2, &Config::V2::strength)}},
-        {"V3",
-         {plainField("auto", &Config::v3, &V3::isAuto), plainField("auto.level", &Config::v3, &V3::autoLevel),
-          plainField("gain.max", &Config::v3, &V3::gainMax), plainField("strength", &Config::v3, &V3::strength),
-          plainField("strength.global", &Config::v3, &V3::strengthGlobal)}},
-        {"V4",
-         {plainField("auto", &Config::v4, &V4::isAuto), plainField("auto.level", &Config::v4, &V4::autoLevel),
-          plainField("strength", &Config::v4, &V4::strength),
-          plainField("strength.high", &Config::v4, &V4::strengthHigh),
-          plainField("strength.low", &Config::v4, &V4::strengthLow),
-          plainField("strength.global", &Config::v4, &V4::strengthGlobal),
-          plainField("contrast", &Config::v4, &V4::contrast),
-          plainField("flat.strength", &Config::v4, &V4::flatStrength),
-          plainField("flat.threshold", &Config::v4, &V4::flatThreshold)}},
-        {"V5",
-         {plainField("auto", &Config::v5, &V5::isAuto),
-          plainField("auto.level", &Config::v5, &V5::autoLevel),
-          plainField("flat", &Config::v5, &V5::isFlat),
-          plainField("globalCureveMode", &Config::v5, &V5::isGlobalCureve),
-          plainField("strength", &Config::v5, &V5::strength),
-          plainField("strength.high", &Config::v5, &V5::highStrength),
-          plainField("strength.low", &Config::v5, &V5::lowStrength),
-          plainField("contrast", &Config::v5, &V5::contrast),
-          plainField("flat.level", &Config::v5, &V5::flatLevel),
-          plainField("entropy.slope", &Config::v5, &V5::entropySlope),
-          plainField("entropy.base", &Config::v5, &V5::entropyBase),
-          plainField("flat.globalLevel", &Config::v5, &V5::flatLevelGlobal),
-          plainField("fixedWeight", &Config::v5, &V5::fixedWeight),
-          plainField("gain.max", &Config::v5, &V5::maxGain),
-          plainField("gain.min", &Config::v5, &V5::minGain),
-          plainField("degamma", &Config::v5, &V5::degamma),
-          plainField("diff.high", &Config::v5, &V5::diffHigh),
-          plainField("diff.low", &Config::v5, &V5::diffLow),
-          plainField("weight.log", &Config::v5, &V5::logWeight),
-          plainField("sat.range", &Config::v5, &V5::satRange),
-          plainField("sat.threshold_upGain", &Config::v5, &V5::satThrGainUp),
-          plainField("sat.threshold_downGain", &Config::v5, &V5::satThrGainDown)}}};
+    std::map<std::string, PlainFields<Config>> keys;
+    keys["V1"].with(
+        "curve", [](auto& config) -> auto& { return config; }, "rest::Wdr::Config");
+    keys["V2"].add("strength", &Config::v2, &Config::V2::strength);
+    keys["V3"]
+        .add("auto", &Config::v3, &V3::isAuto)
+        .add("auto.level", &Config::v3, &V3::autoLevel)
+        .add("gain.max", &Config::v3, &V3::gainMax)
+        .add("strength", &Config::v3, &V3::strength)
+        .add("strength.global", &Config::v3, &V3::strengthGlobal);
+    keys["V4"]
+        .add("auto", &Config::v4, &V4::isAuto)
+        .add("auto.level", &Config::v4, &V4::autoLevel)
+        .add("strength", &Config::v4, &V4::strength)
+        .add("strength.high", &Config::v4, &V4::strengthHigh)
+        .add("strength.low", &Config::v4, &V4::strengthLow)
+        .add("strength.global", &Config::v4, &V4::strengthGlobal)
+        .add("contrast", &Config::v4, &V4::contrast)
+        .add("flat.strength", &Config::v4, &V4::flatStrength)
+        .add("flat.threshold", &Config::v4, &V4::flatThreshold);
+    keys["V5"]
+        .add("auto", &Config::v5, &V5::isAuto)
+        .add("auto.level", &Config::v5, &V5::autoLevel)
+        .add("flat", &Config::v5, &V5::isFlat)
+        .add("globalCureveMode", &Config::v5, &V5::isGlobalCureve)
+        .add("strength", &Config::v5, &V5::strength)
+        .add("strength.high", &Config::v5, &V5::highStrength)
+        .add("strength.low", &Config::v5, &V5::lowStrength)
+        .add("contrast", &Config::v5, &V5::contrast)
+        .add("flat.level", &Config::v5, &V5::flatLevel)
+        .add("entropy.slope", &Config::v5, &V5::entropySlope)
+        .add("entropy.base", &Config::v5, &V5::entropyBase)
+        .add("flat.globalLevel", &Config::v5, &V5::flatLevelGlobal)
+        .add("fixedWeight", &Config::v5, &V5::fixedWeight)
+        .add("gain.max", &Config::v5, &V5::maxGain)
+        .add("gain.min", &Config::v5, &V5::minGain)
+        .add("degamma", &Config::v5, &V5::degamma)
+        .add("diff.high", &Config::v5, &V5::diffHigh)
+        .add("diff.low", &Config::v5, &V5::diffLow)
+        .add("weight.log", &Config::v5, &V5::logWeight)
+        .add("sat.range", &Config::v5, &V5::satRange)
+        .add("sat.threshold_upGain", &Config::v5, &V5::satThrGainUp)
+        .add("sat.threshold_downGain", &Config::v5, &V5::satThrGainDown);
     for (const auto& [generation, fields] : keys)
     {
         const auto number =
