@@ -5,8 +5,9 @@
 namespace t_transfer::uart
 {
 Win32::Win32(const std::string& name_)
-    : Abstract(name_), hCom(::CreateFileA(("\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr,
-                                          OPEN_EXISTING, 0, nullptr))
+    : Abstract(name_),
+      hCom(::CreateFileA(("\\\\.\\" + name).c_str(), GENERIC_READ | GENERIC_WRITE, 0, nullptr, OPEN_EXISTING, 0,
+                         nullptr))
 {
     if (hCom == INVALID_HANDLE_VALUE)
     {
