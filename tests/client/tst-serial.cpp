@@ -51,15 +51,18 @@ protected:
     static QString boxOf(const std::function<void()>& action)
     {
         QString text;
-        QTimer::singleShot(0,
-                           [&]
-                           {
-                               if (auto* pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-                               {
-                                   text = pBox->text();
-                                   pBox->accept();
-                               }
-                           });
+        QTimer closer;
+        closer.setSingleShot(true);
+        QObject::connect(&closer, &QTimer::timeout,
+                         [&text]
+                         {
+                             if (auto* pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
+                             {
+                                 text = pBox->text();
+                                 pBox->accept();
+                             }
+                         });
+        closer.start(0);
         action();
         return text;
     }

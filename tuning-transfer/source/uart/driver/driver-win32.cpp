@@ -64,7 +64,9 @@ Win32& Win32::textWrite(const std::string& text)
     while (count < text.size())
     {
         DWORD size = 0;
-        if (!::WriteFile(hCom, text.data() + count, static_cast<DWORD>(text.size() - count), &size, nullptr))
+        const auto left = static_cast<DWORD>(text.size() - count);
+        // A time limit that the port came with ends a write without a failure.
+        if (!::WriteFile(hCom, text.data() + count, left, &size, nullptr) || size == 0)
         {
             writeFail(count);
         }
