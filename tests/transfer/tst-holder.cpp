@@ -1,7 +1,6 @@
 #include "tests/transfer/captured.h"
 #include "tests/transfer/raw-peer.h"
 #include "tuning-common/source/limits.h"
-#include "tuning-common/source/logic-error.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <gtest/gtest.h>
@@ -145,16 +144,6 @@ TEST(Holder, TypesWithoutATransport)
     catch (const std::logic_error& error)
     {
         EXPECT_STREQ(error.what(), "Abstract is never initialized");
-    }
-    try
-    {
-        ClientHolder(ClientHolder::Uart, {}, jConfig);
-        ADD_FAILURE();
-    }
-    catch (const t_common::LogicError& error)
-    {
-        EXPECT_EQ(error.error, 9);
-        EXPECT_STREQ(error.what(), "UART driver not available");
     }
     try
     {

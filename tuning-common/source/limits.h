@@ -18,6 +18,9 @@ constexpr std::uint64_t httpBody = 16 * MiB;     // the longest answer, a dewarp
 constexpr std::uint64_t httpFile = 512 * MiB;    // raw captures of the largest sensors have a quarter of it
 constexpr std::chrono::seconds transferIdle{60}; // a board may write flash for that long without a byte
 
+// Serial line
+constexpr std::chrono::seconds serialStall{2}; // a line without flow control takes ten thousand bytes in each of them
+
 // JSON
 constexpr std::size_t jsonElements = 1'000'000; // commas and brackets; an element costs 100 bytes in memory
 constexpr std::size_t jsonDepth = 32;           // indented text grows with depth, commands need less than ten
