@@ -120,10 +120,10 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
 {
     Command command(ip, port, jQuery, timeout);
     std::exception_ptr pThrown;
+    failure.clear();
     std::thread worker(
         [&]
         {
-            std::string failure;
             try
             {
                 command.run();
@@ -135,6 +135,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
             }
             if (command.answer.empty())
             {
+                failure = failure.empty() ? "the answer is empty" : failure;
                 return;
             }
             try
@@ -231,9 +232,9 @@ Client& Client::fileUpload(const Json::Value& jQuery)
     {
         exchange.run(TimeLimit::silence(idleLimit));
     }
-    catch (const std::exception& failure)
+    catch (const std::exception& exception)
     {
-        complain(failure.what());
+        complain(exception.what());
     }
     return *this;
 }
