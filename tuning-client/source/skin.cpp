@@ -4,12 +4,31 @@
 #include <QFont>
 #include <QLocale>
 #include <QPalette>
+#include <QProxyStyle>
 #include <QStyleFactory>
+#include <QStyleOptionComplex>
 
 #include <clocale>
 
 namespace
 {
+/// Fusion measures a group box's title by its ink and draws it from the pen's position, so that wide fonts lose the end
+/// of the last letter.
+class WholeTitles : public QProxyStyle
+{
+public:
+    explicit WholeTitles(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
+
+    QRect subControlRect(ComplexControl control, const QStyleOptionComplex* pOption, SubControl subControl,
+                         const QWidget* pWidget) const override
+    {
+        auto rect = QProxyStyle::subControlRect(control, pOption, subControl, pWidget);
+        if (control == CC_GroupBox && subControl == SC_GroupBoxLabel)
+            rect.setWidth(rect.width() + pOption->fontMetrics.averageCharWidth());
+        return rect;
+    }
+};
+
 QPalette palette()
 {
     const QColor text(0x1c, 0x20, 0x26);
@@ -51,7 +70,7 @@ void Font::Kestrix()
 
 void Style::Kestrix()
 {
-    QApplication::setStyle(QStyleFactory::create("Fusion"));
+    QApplication::setStyle(new WholeTitles(QStyleFactory::create("Fusion")));
     QApplication::setPalette(palette());
 
     auto locale = QLocale::c();

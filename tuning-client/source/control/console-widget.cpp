@@ -112,6 +112,8 @@ void ConsoleWidget::setLocalEchoEnabled(bool isEnabled)
     setReadOnly(!isEnabled);
 }
 
+QSize ConsoleWidget::sizeHint() const { return {QPlainTextEdit::sizeHint().width(), 8 * fontMetrics().lineSpacing()}; }
+
 void ConsoleWidget::keyPressEvent(QKeyEvent* pEvent)
 {
     switch (pEvent->key())

@@ -27,6 +27,9 @@ public:
     /// Whether typed keys are shown. Without echo, the state after construction, the pane is read-only.
     void setLocalEchoEnabled(bool isEnabled);
 
+    /// Some lines: the pages need the height more.
+    QSize sizeHint() const override;
+
 signals:
     void getData(const QByteArray& text);
 

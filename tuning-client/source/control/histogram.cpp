@@ -3,6 +3,7 @@
 #include <qwt_column_symbol.h>
 
 #include <QBrush>
+#include <QPalette>
 #include <QPen>
 
 #include <cmath>

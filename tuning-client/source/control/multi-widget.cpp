@@ -3,6 +3,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QStackedWidget>
 
 MultiWidget::MultiWidget(QWidget* pParent, const QString& name)
@@ -28,6 +29,9 @@ MultiWidget::MultiWidget(QWidget* pParent, const QString& name)
 
 void MultiWidget::addWidget(QWidget* pWidget, const QString& name)
 {
+    // The frame of this page is enough.
+    if (auto* pScrollArea = pWidget->findChild<QScrollArea*>())
+        pScrollArea->setFrameShape(QFrame::NoFrame);
     pStackedWidget->addWidget(pWidget);
     pComboBox->addItem(name, QVariant::fromValue(pWidget));
 }

@@ -21,30 +21,6 @@ constexpr int attributeLimit = 1024;
     throw std::runtime_error(QString("%1: %2").arg(reason, fileName).toStdString());
 }
 
-QByteArray bytesRead(const QString& fileName)
-{
-    QFile file(fileName);
-    // Opening a pipe would wait for its other end.
-    if (file.exists() && !QFileInfo(fileName).isFile())
-    {
-        refuse(fileName, "Not a regular file");
-    }
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-    {
-        refuse(fileName, file.errorString());
-    }
-    auto bytes = file.read(limit::xmlBytes + 1);
-    if (file.error() != QFileDevice::NoError)
-    {
-        refuse(fileName, file.errorString());
-    }
-    if (static_cast<std::size_t>(bytes.size()) > limit::xmlBytes)
-    {
-        refuse(fileName, "XML file is larger than 64 MiB");
-    }
-    return bytes;
-}
-
 /// The most attributes that any tag can have, in whatever encoding: no tag has a second '<' in it.
 int attributesMax(const QByteArray& bytes)
 {
@@ -72,10 +48,6 @@ int attributesMax(const QByteArray& bytes)
 /// Walks through without building anything: the document object would end the process with what is refused here.
 void check(const QString& fileName, const QByteArray& bytes)
 {
-    if (attributesMax(bytes) > attributeLimit)
-    {
-        refuse(fileName, "XML element has too many attributes");
-    }
     QXmlStreamReader reader(bytes);
     std::size_t depth = 0;
     std::size_t nodes = 0;
@@ -114,9 +86,37 @@ void check(const QString& fileName, const QByteArray& bytes)
 }
 } // namespace
 
+QByteArray xmlBytesRead(const QString& fileName)
+{
+    QFile file(fileName);
+    // Opening a pipe would wait for its other end.
+    if (file.exists() && !QFileInfo(fileName).isFile())
+    {
+        refuse(fileName, "Not a regular file");
+    }
+    if (!file.open(QIODevice::ReadOnly))
+    {
+        refuse(fileName, file.errorString());
+    }
+    if (static_cast<std::uint64_t>(file.size()) > limit::xmlBytes)
+    {
+        refuse(fileName, "XML file is larger than 64 MiB");
+    }
+    auto bytes = file.readAll();
+    if (file.error() != QFileDevice::NoError)
+    {
+        refuse(fileName, file.errorString());
+    }
+    if (attributesMax(bytes) > attributeLimit)
+    {
+        refuse(fileName, "XML element has too many attributes");
+    }
+    return bytes;
+}
+
 QDomDocument xmlDocumentRead(const QString& fileName)
 {
-    const auto bytes = bytesRead(fileName);
+    const auto bytes = xmlBytesRead(fileName);
     check(fileName, bytes);
 
     // The same reader as in the check, so that both see the same document.
