@@ -84,6 +84,7 @@ void ImageViewerMainWindow::createStatusBar()
         pLabel->setTextFormat(Qt::PlainText);
         pLabel->setObjectName(name);
         pLabel->setAccessibleName(name);
+        pLabel->setContentsMargins(0, 0, 2 * pLabel->fontMetrics().averageCharWidth(), 0);
         return pLabel;
     };
     pLabelPixel = labelMake("Pixel");
