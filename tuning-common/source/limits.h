@@ -43,6 +43,10 @@ constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hu
 constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
 constexpr int windowSide = 16384;           // of a stored window size; a larger one has no painting surface
 
+// Pictures
+constexpr std::uint64_t picture = 512 * MiB; // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
+constexpr std::uint32_t yuvSide = 32767;     // the conversion counts in 16 bits, and QPainter draws no wider
+
 // Auto tables
 constexpr std::size_t tableColumns = 256;   // every column is a header on the screen
 constexpr std::size_t tableCells = 100'000; // every cell is an item in memory

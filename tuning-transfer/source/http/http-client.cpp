@@ -110,10 +110,10 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
 {
     Command command(ip, port, jQuery, timeout);
     std::exception_ptr pThrown;
+    failure.clear();
     std::thread worker(
         [&]
         {
-            std::string failure;
             try
             {
                 command.run();
@@ -125,6 +125,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
             }
             if (command.answer.empty())
             {
+                failure = failure.empty() ? "the answer is empty" : failure;
                 return;
             }
             try
@@ -221,9 +222,9 @@ Client& Client::fileUpload(const Json::Value& jQuery)
     {
         exchange.run(TimeLimit::silence(idleLimit));
     }
-    catch (const std::exception& failure)
+    catch (const std::exception& exception)
     {
-        complain(failure.what());
+        complain(exception.what());
     }
     return *this;
 }
