@@ -37,7 +37,7 @@ std::string downloadRead(const std::string& path)
     return text;
 }
 
-void write(const std::string& path, const std::string& text)
+void fileWrite(const std::string& path, const std::string& text)
 {
     QSaveFile file(QString::fromStdString(path));
     const bool isWritten =
@@ -104,6 +104,6 @@ void _3AWidget::configSet()
     const shortcut::WaitCursor cursor;
     std::ostringstream stream;
     stream << jRoot;
-    write(localPath, stream.str());
+    fileWrite(localPath, stream.str());
     clientHolder().fileUpload(fileQuery());
 }
