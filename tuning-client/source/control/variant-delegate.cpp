@@ -208,8 +208,20 @@ QVariant VariantDelegate::valueGet(const QString& text, const QVariant& old) con
         return [texts](int i) { return texts.value(i + 1).toInt(); };
     };
     const auto ifValid = [](const auto& parsed) { return parsed.isValid() ? QVariant(parsed) : QVariant(); };
+    bool isNumber = false;
     switch (old.userType())
     {
+    // The general conversion would cut a number that is too long.
+    case QMetaType::Int:
+    {
+        const auto number = text.toInt(&isNumber);
+        return isNumber ? number : QVariant();
+    }
+    case QMetaType::UInt:
+    {
+        const auto number = text.toUInt(&isNumber);
+        return isNumber ? number : QVariant();
+    }
     case QMetaType::QChar:
         return text.at(0);
     case QMetaType::QStringList:
