@@ -18,7 +18,7 @@ struct Options
     uint16_t port = 0;
     /// The board's one directory; made if it is not there.
     std::string directory;
-    /// Puts drivers, a picture and a calibration into a directory that has no files yet.
+    /// Puts drivers, a picture, a calibration and a 3A file into a directory that has no files yet.
     bool isSampled = false;
     /// Serves commands at a pseudo-terminal as well.
     bool isSerial = false;

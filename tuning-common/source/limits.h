@@ -25,10 +25,14 @@ constexpr std::chrono::seconds serialStall{2}; // a line without flow control ta
 constexpr std::size_t jsonElements = 1'000'000; // commas and brackets; an element costs 100 bytes in memory
 constexpr std::size_t jsonDepth = 32;           // indented text grows with depth, commands need less than ten
 constexpr std::size_t jsonExcerpt = 80;         // what a failure text shows of a text that can't be parsed
+constexpr std::size_t jsonFile = 16 * MiB;      // a board's 3A file has some ten KiB
+constexpr std::size_t jsonFileValues = 200'000; // each is three items of the tree
+constexpr std::size_t jsonFileDepth = 256;      // the tree is built and destroyed recursively
 
 // Texts
 constexpr std::size_t statusBarText = 4 * KiB; // one line on the screen
 constexpr std::size_t reportText = 1 * MiB;    // the console lays out every line of it
+constexpr std::size_t cellText = 1 * KiB;      // a cell of a tree is laid out whole, however little of it is seen
 constexpr std::size_t listElements = 10'000;   // files, modules, registers, versions
 constexpr std::size_t listText = 4 * KiB;      // one name in a list
 constexpr std::size_t fileName = 255;          // of the usual file systems
