@@ -426,6 +426,16 @@ TEST_F(EnablePagesTest, SilentOrDrippingBoardLeavesTimeForClicks)
         SCOPED_TRACE(kind);
         auto& page = shown(true, true);
         board->faultSet({kind, Fault::Everything, -1, 300});
+        int freeTime = 0; // from a failed tick to the next
+        QObject context;
+        QObject::connect(
+            pMainWindow->statusBar(), &QStatusBar::messageChanged, &context,
+            [&](const QString& text)
+            {
+                if (!text.isEmpty())
+                    freeTime = page.pTimer->remainingTime();
+            },
+            Qt::QueuedConnection);
         std::atomic<int> served{0};
         std::atomic<qint64> worst{0};
         constexpr int clicks = 7;
@@ -452,6 +462,7 @@ TEST_F(EnablePagesTest, SilentOrDrippingBoardLeavesTimeForClicks)
         board->faultsClear();
         EXPECT_GE(board->requestCount(), 1u) << "the page did not poll";
         EXPECT_LE(worst, 2500) << "the time limit of 2 s and half a second";
+        EXPECT_GE(freeTime, 700) << "the interval begins at the end of the failure";
         EXPECT_TRUE(page.pTimer->isActive());
         show(pEmpty);
     }
