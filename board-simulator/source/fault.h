@@ -33,23 +33,24 @@ struct Fault
         AnswerNull,     ///< `null`
         AnswerEmpty,    ///< a body without a byte
         RandomBytes,    ///< a body of `amount` random bytes (4096)
-                        // On the line; these strike files on their way as well. A serial line knows `Silence`, `Delay`, `Drip` and
-        // `Pieces`, and it goes away where a connection would end; the others leave its answers as they are.
-        Silence,        ///< takes the request and never answers; of an upload it takes the head only
-        Delay,          ///< answers after `amount` ms (1000)
-        Drip,           ///< one byte each `amount` ms (20)
-        Close,          ///< closes the connection instead of answering
-        ResetInBody,    ///< resets the connection after half of the body
-        BodyShort,      ///< announces `amount` bytes more (10) than it sends
-        Chunked,        ///< chunked body, in chunks of `amount` bytes (7)
-        ChunkedCut,     ///< chunked body that ends in the middle of a chunk
-        NoLength,       ///< no length; the end of the connection ends the body
-        HttpStatus,     ///< HTTP status `amount` (500) with the ordinary body
-        NoReason,       ///< "HTTP/1.1 200" without a reason
-        Continue,       ///< "100 Continue" before the answer
-        Pieces,         ///< pieces of `amount` bytes (16) with a pause of 1 ms between them
-        HeadHuge,       ///< `amount` bytes (1 MiB) of header fields
-        NotHttp         ///< `amount` random bytes (4096) in place of head and body
+                        // On the line; these strike files on their way as well. A serial line knows `Silence`, `Delay`,
+                     // `Drip` and `Pieces`, and it goes away where a connection would end; the others leave its answers
+                     // as they are.
+        Silence,     ///< takes the request and never answers; of an upload it takes the head only
+        Delay,       ///< answers after `amount` ms (1000)
+        Drip,        ///< one byte each `amount` ms (20)
+        Close,       ///< closes the connection instead of answering
+        ResetInBody, ///< resets the connection after half of the body
+        BodyShort,   ///< announces `amount` bytes more (10) than it sends
+        Chunked,     ///< chunked body, in chunks of `amount` bytes (7)
+        ChunkedCut,  ///< chunked body that ends in the middle of a chunk
+        NoLength,    ///< no length; the end of the connection ends the body
+        HttpStatus,  ///< HTTP status `amount` (500) with the ordinary body
+        NoReason,    ///< "HTTP/1.1 200" without a reason
+        Continue,    ///< "100 Continue" before the answer
+        Pieces,      ///< pieces of `amount` bytes (16) with a pause of 1 ms between them
+        HeadHuge,    ///< `amount` bytes (1 MiB) of header fields
+        NotHttp      ///< `amount` random bytes (4096) in place of head and body
     };
 
     /// Values of `id` beside those of commands.

@@ -11,10 +11,9 @@
 #include <chrono>
 #include <filesystem>
 #include <fstream>
-#include <optional>
-#include <regex>
 
 #include <fcntl.h>
+#include <fnmatch.h>
 #include <sys/ioctl.h>
 #include <sys/stat.h>
 #include <termios.h>
@@ -104,9 +103,10 @@ protected:
         }
     }
 
+    /// As file names are matched.
     static bool isMatching(const std::string& text, const std::string& pattern)
     {
-        return std::regex_match(text, std::regex(pattern));
+        return ::fnmatch(pattern.c_str(), text.c_str(), 0) == 0;
     }
 
     /// Another opener of the device, which asks for no exclusiveness.
@@ -206,7 +206,7 @@ TEST_F(UartTest, WaitsTenSecondsWhateverTheTimeoutSays)
     }
     catch (const std::runtime_error& error)
     {
-        EXPECT_TRUE(isMatching(error.what(), "JSON parse failed: .*, 0 bytes \"\"")) << error.what();
+        EXPECT_TRUE(isMatching(error.what(), "JSON parse failed: *, 0 bytes \"\"")) << error.what();
     }
     EXPECT_GE(stopwatch.seconds(), 9.9);
     EXPECT_LT(stopwatch.seconds(), 12);
@@ -216,8 +216,8 @@ TEST_F(UartTest, WaitsTenSecondsWhateverTheTimeoutSays)
 TEST_F(UartTest, PauseCutsAnAnswerAndItsRestIsTakenForTheNext)
 {
     simulator.faultSet({Fault::Drip, 0, 1, 100});
-    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: .*, 1 bytes \"\\{\""));
-    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: .*, 1 bytes \"\"\""));
+    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: *, 1 bytes \"{\""));
+    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: *, 1 bytes \"\"\""));
     simulator.serialSet(true);
     connect();
     EXPECT_TRUE(request()["enable"].asBool());
@@ -244,16 +244,16 @@ TEST_F(UartTest, ReadEndsWithItsTimeAndWithItsBuffer)
     simulator.answerSet(4000103, "padding", std::string(32'000, 'x'));
     simulator.faultSet({Fault::Pieces, 0, 1, 16});
     const Stopwatch stopwatch;
-    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: .*"));
+    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: *"));
     EXPECT_LT(stopwatch.seconds(), 1.5);
 
     simulator.serialSet(true);
     connect();
     answerSet("{\"a\":\"" + std::string(100'000, 'x'));
-    std::smatch found;
     const auto text = failure();
-    ASSERT_TRUE(std::regex_search(text, found, std::regex(", ([0-9]+) bytes \""))) << text;
-    EXPECT_LE(std::stoi(found[1]), 30000);
+    ASSERT_TRUE(isMatching(text, "JSON parse failed: *, [1-9]* bytes \"*")) << text;
+    const auto comma = text.rfind(", ", text.find(" bytes \""));
+    EXPECT_LE(std::stoi(text.substr(comma + 2)), 30000);
 }
 
 TEST_F(UartTest, AnswersAreReadAsStrictlyAsOverHttp)
@@ -263,12 +263,12 @@ TEST_F(UartTest, AnswersAreReadAsStrictlyAsOverHttp)
         std::string bytes;
         std::string pattern;
     } cases[] = {
-        {std::string("{\"a\":1}\0{", 9), "success \\{\"a\":1\\}"},
+        {std::string("{\"a\":1}\0{", 9), "success {\"a\":1}"},
         {"[1]", "JSON parse failed: the answer is no object but \"\\[1\\]\""},
-        {"{} x", "JSON parse failed: .*"},
-        {"out to lunch", "JSON parse failed: .*, 12 bytes \"out to lunch\""},
-        {std::string(500, '['), "JSON parse failed: nested .*"},
-        {"\x1b[31m\x07", "JSON parse failed: .*, 6 bytes \"\\?\\[31m\\?\""},
+        {"{} x", "JSON parse failed: *"},
+        {"out to lunch", "JSON parse failed: *, 12 bytes \"out to lunch\""},
+        {std::string(500, '['), "JSON parse failed: nested *"},
+        {"\x1b[31m\x07", "JSON parse failed: *, 6 bytes \"\\?\\[31m\\?\""},
     };
     for (const auto& c : cases)
     {
@@ -290,19 +290,20 @@ TEST_F(UartTest, DeviceThatVanishes)
     simulator.faultSet({Fault::ResetInBody});
     const auto text = failure();
     // What had come is an answer of its own when the line stays up for another pause behind it.
-    EXPECT_TRUE(isMatching(text, "JSON parse failed: .*|.*: read failed, [0-9]+ bytes read\n")) << text;
+    EXPECT_TRUE(isMatching(text, "JSON parse failed: *") || isMatching(text, "*: read failed, [0-9]* bytes read\n"))
+        << text;
     while (!simulator.serialName().empty())
     {
         ::usleep(1000);
     }
-    EXPECT_TRUE(isMatching(failure(), ".*: write failed, 0 bytes written\n"));
+    EXPECT_TRUE(isMatching(failure(), "*: write failed, 0 bytes written\n"));
 }
 
 TEST_F(UartTest, PortThatTakesNothingMoreFails)
 {
     const Captured out;
     simulator.faultSet({Fault::Drip, 0, 1, 100'000});
-    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: .*"));
+    EXPECT_TRUE(isMatching(failure(), "JSON parse failed: *"));
     Json::Value jQuery = query();
     jQuery["config"] = std::string(1'000'000, 'x');
     Json::Value jResponse;
@@ -314,7 +315,7 @@ TEST_F(UartTest, PortThatTakesNothingMoreFails)
     }
     catch (const LogicError& error)
     {
-        EXPECT_TRUE(isMatching(error.what(), ".*: write failed, [1-9][0-9]* bytes written\n")) << error.what();
+        EXPECT_TRUE(isMatching(error.what(), "*: write failed, [1-9]* bytes written\n")) << error.what();
     }
     EXPECT_LT(stopwatch.seconds(), 8);
 }
