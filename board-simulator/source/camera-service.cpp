@@ -2,23 +2,14 @@
 
 #include "board-simulator/source/arguments.h"
 #include "board-simulator/source/failure.h"
+#include "board-simulator/source/sample-texts.h"
 
 namespace board
 {
 
-namespace
-{
-
-const char calibrationStart[] = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                "<calibration>\n"
-                                "  <sensor name=\"sensor-main\" width=\"1920\" height=\"1080\"/>\n"
-                                "</calibration>\n";
-
-} // namespace
-
 CameraService::CameraService(CommandTable& commands, Modules& boardModules, Files& boardFiles,
                              const Json::Value& jInputs)
-    : modules(boardModules), files(boardFiles), inputs(jInputs), calibration(calibrationStart)
+    : modules(boardModules), files(boardFiles), inputs(jInputs), calibration(calibrationText())
 {
     commands.add("Camera", "calibrationGet", [this](auto& query, auto& answer) { calibrationGet(query, answer); });
     commands.add("Camera", "calibrationSet", [this](auto& query, auto&) { calibrationSet(query); });

@@ -1,6 +1,7 @@
 #include "board-simulator/source/samples.h"
 
 #include "board-simulator/source/camera.h"
+#include "board-simulator/source/sample-texts.h"
 
 namespace board
 {
@@ -33,10 +34,8 @@ void samplesWrite(const Files& files)
     files.write("sensor-main.drv", "sensor-main\n");
     files.write("sensor-tele.drv", "sensor-tele\n");
     files.write("chart.pgm", picture());
-    files.write("calibration.xml", "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
-                                   "<calibration>\n"
-                                   "  <sensor name=\"sensor-main\" width=\"1920\" height=\"1080\"/>\n"
-                                   "</calibration>\n");
+    files.write("calibration.xml", calibrationText());
+    files.write("3aconfig.json", threeAText());
 }
 
 } // namespace board

@@ -22,7 +22,6 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QStyle>
 #include <QTimer>
@@ -99,12 +98,6 @@ Json::Value MainWindow::serverConfig()
 
 MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
 {
-    const auto tell = [this](const QString& text)
-    {
-        QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
-    };
     const auto fReport = [this](const std::string& text) { report(text); };
     std::unique_ptr<ClientHolder> pNew;
     try
@@ -114,12 +107,12 @@ MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
         else if (jConfig["type"] == "uart")
             pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
         else
-            tell(tr("Unset client type"));
+            message_box::warning(this, tr("Unset client type"));
     }
     catch (const std::exception& exception)
     {
         statusBar()->showMessage(exception.what(), 3000);
-        tell(exception.what());
+        message_box::warning(this, exception.what());
     }
     if (pNew)
     {

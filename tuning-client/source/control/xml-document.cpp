@@ -86,7 +86,7 @@ void check(const QString& fileName, const QByteArray& bytes)
 }
 } // namespace
 
-QByteArray xmlBytesRead(const QString& fileName)
+QByteArray xmlBytesRead(const QString& fileName, std::size_t most)
 {
     QFile file(fileName);
     // Opening a pipe would wait for its other end.
@@ -102,7 +102,7 @@ QByteArray xmlBytesRead(const QString& fileName)
     {
         refuse(fileName, "XML file is larger than 64 MiB");
     }
-    auto bytes = file.readAll();
+    auto bytes = file.read(static_cast<qint64>(most));
     if (file.error() != QFileDevice::NoError)
     {
         refuse(fileName, file.errorString());

@@ -1,8 +1,10 @@
 #include "tuning-client/source/module/central-widget.h"
 
 #include "tuning-client/source/chip/chips.h"
+#include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 
@@ -24,10 +26,9 @@ QWidget* make()
 const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
 {
     static const QVector<Entry> entries{
-        {"Auto Exposure", make<AeWidget>},
-        {"Auto Exposure 2", make<Ae2Widget>},
-        {"Exposure Control", make<EcWidget>},
-        {"Input Control", make<InputWidget>},
+        {"3A Config", make<_3AWidget>},       {"Auto Exposure", make<AeWidget>},
+        {"Auto Exposure 2", make<Ae2Widget>}, {"Calibration Data", make<CalibrationDataWidget>},
+        {"Exposure Control", make<EcWidget>}, {"Input Control", make<InputWidget>},
     };
     return entries;
 }

@@ -1,0 +1,166 @@
+#include "tests/support/qt-main.h"
+#include "tuning-client/source/control/variant-delegate.h"
+
+#include <QApplication>
+#include <QColor>
+#include <QDateTime>
+#include <QLineEdit>
+#include <QPainter>
+#include <QRect>
+#include <QTest>
+#include <QTreeWidget>
+#include <gtest/gtest.h>
+
+namespace
+{
+class VariantDelegateTest : public testing::Test
+{
+protected:
+    VariantDelegateTest()
+    {
+        tree.setColumnCount(2);
+        tree.setItemDelegate(&delegate);
+        pItem = new QTreeWidgetItem(&tree);
+        pItem->setFlags(pItem->flags() | Qt::ItemIsEditable);
+        tree.show();
+    }
+
+    ~VariantDelegateTest() override { tree.setItemDelegate(nullptr); }
+
+    QLineEdit* edit(const QVariant& value, int column = 1)
+    {
+        pItem->setText(1, VariantDelegate::displayText(value));
+        // An equal value of another type would not be taken.
+        pItem->setData(1, Qt::UserRole, QVariant());
+        pItem->setData(1, Qt::UserRole, value);
+        tree.editItem(pItem, column);
+        for (auto* pEditor : tree.viewport()->findChildren<QLineEdit*>())
+        {
+            if (pEditor->isVisible())
+                return pEditor;
+        }
+        return nullptr;
+    }
+
+    /// What the value is after the user has typed a text over it.
+    QVariant typed(const QVariant& value, const QString& text)
+    {
+        auto* pEditor = edit(value);
+        if (!pEditor)
+            return {};
+        EXPECT_EQ(pEditor->text(), VariantDelegate::displayText(value));
+        pEditor->selectAll();
+        QTest::keyClick(pEditor, Qt::Key_Delete);
+        for (const auto character : text)
+            pEditor->insert(character);
+        QTest::keyClick(pEditor, Qt::Key_Return);
+        // The editor commits with the next turn of the event loop, or stays open over a text that does not fit.
+        QCoreApplication::processEvents();
+        if (pEditor->isVisible())
+            QTest::keyClick(pEditor, Qt::Key_Escape);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const auto result = pItem->data(1, Qt::UserRole);
+        EXPECT_EQ(pItem->text(1), VariantDelegate::displayText(result));
+        return result;
+    }
+
+    VariantDelegate delegate{nullptr};
+    QTreeWidget tree;
+    QTreeWidgetItem* pItem;
+};
+} // namespace
+
+TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
+{
+    const QDate date(2022, 11, 16);
+    const struct
+    {
+        QVariant old;
+        const char* pTyped;
+        QVariant expected;
+    } cases[] = {
+        {true, "FALSE", false},
+        {false, "True", true},
+        {true, "maybe", true},
+        {5, "-7", -7},
+        {5, "99999999999", 5},
+        {5, "", 5},
+        {5u, "-7", 7u},
+        {5ll, "-9223372036854775808", std::numeric_limits<qlonglong>::min()},
+        {5ull, "18446744073709551615", std::numeric_limits<qulonglong>::max()},
+        {0.5, "1e-3", 0.001},
+        {0.5, "much", 0.5},
+        {QChar('a'), "b", QChar('b')},
+        {QChar('a'), "", QChar('a')},
+        {"old", "new, ä", "new, ä"},
+        {"old", "", ""},
+        {QStringList{"a"}, "b,c d,", QStringList({"b", "c d", ""})},
+        {QByteArray("a"), "bc", QByteArray("bc")},
+        {date, "2023-02-28", QDate(2023, 2, 28)},
+        {date, "2022-13-01", date},
+        {date, "28.2.2023", date},
+        {QTime(1, 2, 3), "23:59:58", QTime(23, 59, 58)},
+        {QTime(1, 2, 3), "25:00:00", QTime(1, 2, 3)},
+        {QDateTime(date, QTime(1, 2, 3)), "2023-02-28T04:05:06", QDateTime(QDate(2023, 2, 28), QTime(4, 5, 6))},
+        {QDateTime(date, QTime(1, 2, 3)), "2023-02-30T04:05:06", QDateTime(date, QTime(1, 2, 3))},
+        {QRect(1, 2, 3, 4), "(-5,6,70,80)", QRect(-5, 6, 70, 80)},
+        {QRect(1, 2, 3, 4), "(1,2,3)", QRect(1, 2, 3, 4)},
+        {QRect(1, 2, 3, 4), "(2147483647,0,2147483647,1)", QRect(1, 2, 3, 4)},
+        {QSize(1, 2), "(30,40)", QSize(30, 40)},
+        {QSize(1, 2), "30,40", QSize(1, 2)},
+        {QPoint(1, 2), "(-3,4)", QPoint(-3, 4)},
+        {QColor(1, 2, 3, 4), "(300,0,0,255)", QColor(255, 0, 0, 255)},
+        {QColor(1, 2, 3, 4), "(99999999999,0,7,8)", QColor(255, 0, 7, 8)},
+        {QColor(1, 2, 3, 4), "(1,2,3)", QColor(1, 2, 3, 4)},
+    };
+    for (const auto& c : cases)
+    {
+        SCOPED_TRACE(std::string(c.old.typeName()) + " <- " + c.pTyped);
+        const auto result = typed(c.old, QString::fromUtf8(c.pTyped));
+        EXPECT_EQ(result.userType(), c.old.userType());
+        EXPECT_EQ(result, c.expected) << VariantDelegate::displayText(result).toStdString();
+    }
+}
+
+TEST_F(VariantDelegateTest, OnlySupportedValuesOfColumn1AreEdited)
+{
+    EXPECT_EQ(edit(5, 0), nullptr);
+    for (const auto& value : {QVariant(), QVariant(QVariantMap{{"a", 1}}), QVariant(QLine(1, 2, 3, 4))})
+    {
+        EXPECT_EQ(edit(value), nullptr) << value.typeName();
+        EXPECT_FALSE(VariantDelegate::isSupportedType(value.userType()));
+    }
+    EXPECT_EQ(VariantDelegate::displayText(QVariant()), "<Invalid>");
+    EXPECT_EQ(VariantDelegate::displayText(QVariantMap()), "<QVariantMap>");
+}
+
+TEST_F(VariantDelegateTest, AnUnchangedTextLeavesTheValue)
+{
+    // Its text is less than the value.
+    const QTime exact(1, 2, 3, 456);
+    auto* pEditor = edit(exact);
+    ASSERT_NE(pEditor, nullptr);
+    QTest::keyClick(pEditor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    EXPECT_EQ(pItem->data(1, Qt::UserRole).toTime(), exact);
+}
+
+TEST_F(VariantDelegateTest, WhatCannotBeEditedIsPaintedAsDisabled)
+{
+    const auto picture = [&](int column, const QVariant& value)
+    {
+        pItem->setData(column, Qt::UserRole, value);
+        pItem->setText(column, "text");
+        QImage image(80, 20, QImage::Format_RGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        QStyleOptionViewItem option;
+        option.initFrom(&tree);
+        option.rect = image.rect();
+        delegate.paint(&painter, option, tree.model()->index(0, column));
+        return image;
+    };
+    EXPECT_NE(picture(1, QVariant()), picture(1, "value"));
+    EXPECT_EQ(picture(0, QVariant()), picture(0, "value"));
+    EXPECT_EQ(picture(0, QVariant()), picture(1, "value"));
+}

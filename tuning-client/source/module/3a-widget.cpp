@@ -1,0 +1,109 @@
+#include "tuning-client/source/module/3a-widget.h"
+
+#include "tuning-client/source/control/json-view.h"
+#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-common/source/limits.h"
+#include "tuning-transfer/source/transfer-client.h"
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QPushButton>
+#include <QSaveFile>
+
+#include <sstream>
+#include <stdexcept>
+#include <sys/stat.h>
+
+namespace
+{
+/// The number of the file behind a name; 0 for none, and where files have no numbers.
+std::uint64_t fileNumber(const std::string& path)
+{
+    struct stat status = {};
+    return ::stat(path.c_str(), &status) == 0 ? std::uint64_t(status.st_ino) : 0;
+}
+
+/// Empty when there is no such file, or one that cannot be read.
+std::string downloadRead(const std::string& path)
+{
+    QFile file(QString::fromStdString(path));
+    // Opening a pipe would wait for its other end.
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly))
+        return {};
+    auto text = file.read(t_common::limit::jsonFile + 2).toStdString();
+    // The download added it. It must not go back to the board, or the file would grow with each visit.
+    if (!text.empty() && text.back() == '\n')
+        text.pop_back();
+    return text;
+}
+
+void fileWrite(const std::string& path, const std::string& text)
+{
+    QSaveFile file(QString::fromStdString(path));
+    const bool isWritten =
+        file.open(QIODevice::WriteOnly) && file.write(text.data(), qint64(text.size())) >= 0 && file.commit();
+    if (!isWritten)
+        throw std::runtime_error("Saving of \"" + path + "\" failed: " + file.errorString().toStdString());
+}
+} // namespace
+
+_3AWidget::_3AWidget(QWidget* pParent)
+    : AbstractWidget(pParent, "3A Config", false),
+      pJsonView(new JsonView(nullptr)),
+      pPushButtonLoad(new QPushButton(tr("Load"))),
+      pPushButtonSave(new QPushButton(tr("Save")))
+{
+    pGridLayoutScrollArea->addWidget(pPushButtonLoad, 0, 0);
+    pGridLayoutScrollArea->addWidget(pPushButtonSave, 0, 1);
+    pGridLayoutScrollArea->addWidget(pJsonView, 1, 0, 1, 2);
+    pJsonView->setAccessibleName(tr("3A Config"));
+
+    connectGuarded(pPushButtonLoad, &QPushButton::clicked, [this] { updateStatus(); });
+    connectGuarded(pPushButtonSave, &QPushButton::clicked, [this] { configSet(); });
+    connectGuarded(pJsonView, &QTreeView::expanded,
+                   [this]
+                   {
+                       pJsonView->resizeColumnToContents(0);
+                       pJsonView->resizeColumnToContents(1);
+                   });
+}
+
+Json::Value _3AWidget::fileQuery() const
+{
+    Json::Value jFile;
+    jFile["path"] = remotePath;
+    jFile["localPath"] = localPath;
+    return jFile;
+}
+
+void _3AWidget::updateStatus()
+{
+    const shortcut::WaitCursor cursor;
+    const auto numberBefore = fileNumber(localPath);
+    auto jFile = fileQuery();
+    clientHolder().fileDownload(jFile);
+    // A transport that stored nothing has no way to say so, and what lies here would be taken for the board's.
+    const auto number = fileNumber(localPath);
+    if (!QFileInfo::exists(QString::fromStdString(localPath)) || (number != 0 && number == numberBefore))
+        throw std::runtime_error("Download failed: " + localPath + " did not arrive");
+
+    std::istringstream stream(downloadRead(localPath));
+    t_json::Value jRead;
+    stream >> jRead;
+    // The view lets go of the last document before that ends.
+    std::swap(jRoot, jRead);
+    pJsonView->binding(&jRoot, false);
+    pJsonView->resizeColumnToContents(0);
+    isLoaded = true;
+}
+
+void _3AWidget::configSet()
+{
+    if (!isLoaded)
+        throw std::runtime_error("Save failed: " + remotePath + " has not been loaded");
+    const shortcut::WaitCursor cursor;
+    std::ostringstream stream;
+    stream << jRoot;
+    fileWrite(localPath, stream.str());
+    clientHolder().fileUpload(fileQuery());
+}

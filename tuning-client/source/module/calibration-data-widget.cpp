@@ -1,0 +1,110 @@
+#include "tuning-client/source/module/calibration-data-widget.h"
+
+#include "tuning-client/source/control/dom-tree-widget.h"
+#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/control/xml-document.h"
+#include "tuning-common/source/file-system.h"
+#include "tuning-common/source/limits.h"
+#include "tuning-rest/source/camera.h"
+#include "tuning-transfer/source/transfer-client.h"
+
+#include <QDir>
+#include <QGridLayout>
+#include <QPlainTextEdit>
+#include <QTemporaryDir>
+#include <QtDebug>
+
+#include <stdexcept>
+
+namespace
+{
+/// Fetches the file into the directory, which has no others, and gives its local path.
+QString download(t_transfer::ClientHolder& clientHolder, const std::string& fileName, const QTemporaryDir& directory)
+{
+    if (!directory.isValid())
+        throw std::runtime_error("Download failed: " + directory.errorString().toStdString());
+    const auto name = t_common::FileSystem::localNameGet(fileName);
+    Json::Value jFile;
+    jFile["path"] = fileName;
+    jFile["path.local"] = directory.path().toStdString();
+    clientHolder.fileDownload(jFile);
+
+    // The transport cuts names that have a meaning in a URL.
+    const auto files = QDir(directory.path()).entryList(QDir::Files | QDir::Hidden);
+    if (files.isEmpty())
+        throw std::runtime_error("Download failed: " + name + " did not arrive");
+    return directory.filePath(files.first());
+}
+} // namespace
+
+CalibrationDataWidget::CalibrationDataWidget(QWidget* pParent)
+    : AbstractWidget(pParent, "Calibration Data", false),
+      pDomTreeWidgetAttribute(new DomTreeWidget(nullptr)),
+      pDomTreeWidgetElement(new DomTreeWidget(nullptr)),
+      pPlainTextEdit(new QPlainTextEdit)
+{
+    pGridLayoutScrollArea->addWidget(pDomTreeWidgetElement, 0, 0);
+    pGridLayoutScrollArea->setRowStretch(pGridLayoutScrollArea->rowCount() - 1, 1);
+    pGridLayoutScrollArea->setColumnStretch(pGridLayoutScrollArea->columnCount() - 1, 1);
+    pGridLayoutScrollArea->addWidget(pDomTreeWidgetAttribute, 0, 1);
+    pGridLayoutScrollArea->addWidget(pPlainTextEdit, 1, 0, 1, 2);
+
+    pDomTreeWidgetElement->setHeaderLabels({tr("Tag"), tr("Text")});
+    pDomTreeWidgetElement->setAccessibleName(tr("Elements"));
+    pDomTreeWidgetAttribute->setHeaderLabels({tr("Attribute"), tr("Value")});
+    pDomTreeWidgetAttribute->setAccessibleName(tr("Attributes"));
+    pPlainTextEdit->setAccessibleName(tr("Text"));
+    pPlainTextEdit->setReadOnly(true);
+    pPlainTextEdit->setMaximumHeight(pPlainTextEdit->sizeHint().height() / 2);
+    // A table is one line of many thousand numbers, which would be measured for each break between words.
+    pPlainTextEdit->setWordWrapMode(QTextOption::WrapAnywhere);
+
+    connectGuarded(pDomTreeWidgetElement, &QTreeWidget::itemClicked,
+                   [this](QTreeWidgetItem* pItem, int) { elementShow(pItem); });
+}
+
+void CalibrationDataWidget::updateStatus()
+{
+    const shortcut::WaitCursor cursor;
+    QDomDocument document;
+    pDomTreeWidgetElement->domBinding(document);
+    pDomTreeWidgetAttribute->clear();
+    pPlainTextEdit->clear();
+    pPlainTextEdit->setPlaceholderText({});
+
+    std::string fileName;
+    rest::Camera().calibrationGet(fileName, true);
+    const QTemporaryDir directory;
+    const auto path = download(clientHolder(), fileName, directory);
+    try
+    {
+        document = xmlDocumentRead(path);
+    }
+    catch (const std::exception& exception)
+    {
+        qDebug("Read XML failed");
+        const auto reason = QString(exception.what()).remove(directory.path() + "/");
+        pPlainTextEdit->setPlaceholderText(tr("Read XML failed") + ": " + reason);
+    }
+    pDomTreeWidgetElement->domBinding(document);
+}
+
+void CalibrationDataWidget::elementShow(QTreeWidgetItem* pItem)
+{
+    pDomTreeWidgetAttribute->clear();
+    pPlainTextEdit->clear();
+
+    const auto attributes = pItem->data(0, Qt::UserRole).value<QDomElement>().attributes();
+    for (int i = 0; i < attributes.count(); ++i)
+    {
+        const auto attribute = attributes.item(i).toAttr();
+        auto* pAttributeItem = pDomTreeWidgetAttribute->childCreate(attribute.name(), nullptr, 0);
+        pAttributeItem->setText(1, attribute.value());
+        pAttributeItem->setData(1, Qt::UserRole, attribute.value());
+    }
+
+    const auto text = pItem->text(1);
+    const auto shown = int(t_common::limit::reportText);
+    pPlainTextEdit->setPlainText(text.size() > shown ? text.left(shown) + tr("... (%1 characters)").arg(text.size())
+                                                     : text);
+}
