@@ -9,7 +9,6 @@
 #include "tuning-common/source/base64.h"
 #include "tuning-rest/source/record.h"
 #include "tuning-rest/source/sensor.h"
-#include "tuning-transfer/source/abstract/abstract-client.h"
 
 #include <QMouseEvent>
 #include <QRegularExpression>
@@ -341,18 +340,6 @@ TEST_F(CaptureTest, EveryFailureFreesTheActionAndSaysWhy)
     board->listenSet(true);
     EXPECT_EQ(take().toStdString(), "");
     EXPECT_EQ(viewers().size(), 1);
-}
-
-TEST_F(CaptureTest, TransportWithoutCapturesIsTold)
-{
-    // The base of all transports, in place of one that has no captures.
-    Json::Value jConfig;
-    t_transfer::abstract::Client client(jConfig);
-    bool isCalled = false;
-    client.request(
-        Json::Value(), [&](const Json::Value&) { isCalled = true; }, 1);
-    EXPECT_FALSE(isCalled);
-    EXPECT_EQ(client.failure, "not available on this transport");
 }
 
 TEST_F(CaptureTest, ConversionsThatFailOpenNoViewer)

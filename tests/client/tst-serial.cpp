@@ -4,6 +4,7 @@
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 
+#include <QAction>
 #include <QMessageBox>
 #include <QSlider>
 #include <QTest>
@@ -146,6 +147,22 @@ TEST_F(SerialTest, DeviceThatVanishesAndComesBack)
     EXPECT_TRUE(isWorking());
 }
 
+TEST_F(SerialTest, CaptureIsRefusedWithAText)
+{
+    page("Auto Exposure");
+    QDir().mkpath("captures");
+    config.preferences.capture.path = QDir::currentPath() + "/captures";
+    QAction* pCapture = nullptr;
+    for (auto* pAction : pMainWindow->findChildren<QAction*>())
+        pCapture = pAction->text() == "&Capture Image" ? pAction : pCapture;
+    ASSERT_TRUE(pCapture);
+    pCapture->trigger();
+    EXPECT_EQ(status(), "Capture failed: not available on this transport");
+    EXPECT_TRUE(waitUntil([&] { return pCapture->isEnabled(); }));
+    EXPECT_EQ(sent(10003), 0u);
+    EXPECT_TRUE(isWorking());
+}
+
 TEST_F(SerialTest, UnusablePortLeavesTheEarlierConnection)
 {
     page("Auto Exposure");
@@ -182,10 +199,9 @@ TEST_F(SerialTest, StartWithoutThePortOpensTheWindow)
 {
     config.preferences.server.uart.port = "no-such-port";
     EXPECT_EQ(boxOf([&] { open(); }), openFailure("no-such-port"));
-    emit pMainWindow->refresh();
+    page("Auto Exposure");
     EXPECT_EQ(status(), "Transfer is never initialized");
     auto jConfig = portConfig();
     pMainWindow->clientHolderSet(jConfig);
-    page("Auto Exposure");
     EXPECT_TRUE(isWorking());
 }

@@ -130,6 +130,7 @@ TEST(Holder, WhatATransportLacksSaysSo)
               "configGetis not available\n\nconfigSetis not available\n\nfileDownloadis not available\n\n"
               "fileUploadis not available\n\ninfois not available\n\nrequestis not available\n\n"
               "requestis not available request\n\ntextReadis not available\n\ntextWriteis not available\n\n");
+    EXPECT_EQ(client.failure, "not available on this transport");
 }
 
 TEST(Holder, TypesWithoutATransport)

@@ -71,9 +71,9 @@ QString captureTake(t_transfer::ClientHolder& clientHolder, const cfg::Capture& 
     const auto boardName = boardCapture(clientHolder, capture);
     const auto name = QString::fromStdString(t_common::FileSystem::localNameGet(boardName));
     const auto path = capture.path + "/" + name;
-    // A picture of that name from before would else pass for the new one.
-    if (!QFileInfo(capture.path).isWritable())
-        throw std::runtime_error(QObject::tr("Saving in %1 failed: it is read-only").arg(capture.path).toStdString());
+    // A picture from before that can't be replaced would pass for the new one.
+    if (QFileInfo::exists(path) && !QFileInfo(path).isWritable())
+        throw std::runtime_error(QObject::tr("Saving of %1 failed: it is read-only").arg(path).toStdString());
 
     const bool isUsersOwn = QFileInfo::exists(name);
     Json::Value jFile;
