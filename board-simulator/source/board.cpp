@@ -35,6 +35,7 @@ Board::Board(Files& files) : frameTime(std::chrono::steady_clock::now())
     pCameraService = std::make_unique<CameraService>(commands, modules, files, services["inputs"]);
     pSensorRegisterService = std::make_unique<SensorRegisterService>(commands, files);
     pRegService = std::make_unique<RegService>(commands, services["modules"]);
+    captureCommandAdd(commands, modules, files, camera);
     imageCommandsAdd(commands, modules, files);
     fileCommandsAdd(commands, files);
     cliCommandsAdd(commands, services["versions"]);

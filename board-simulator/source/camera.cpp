@@ -15,6 +15,10 @@ constexpr double rounding = 1e-9;
 
 bool isObject(double x, double y) { return std::hypot(x - 0.62, (y - 0.45) * 0.7) < 0.14; }
 
+bool isBox(double x, double y) { return x > 0.12 && x < 0.34 && y > 0.48 && y < 0.86; }
+
+bool isLamp(double x, double y) { return std::hypot(x - 0.15, y - 0.15) < 0.05; }
+
 /// Radiance at a place of the unit square: a sloping background, a lamp, a bright object and a dark box.
 double radiance(double x, double y)
 {
@@ -22,15 +26,29 @@ double radiance(double x, double y)
     {
         return 0.75 + 0.15 * std::sin(40 * x);
     }
-    if (x > 0.12 && x < 0.34 && y > 0.48 && y < 0.86)
+    if (isBox(x, y))
     {
         return 0.06 + 0.04 * y;
     }
-    if (std::hypot(x - 0.15, y - 0.15) < 0.05)
+    if (isLamp(x, y))
     {
         return 1.6;
     }
     return 0.12 + 0.35 * x + 0.1 * (1 - y);
+}
+
+/// Colours of luminance 1: an orange object, a green box, a white lamp, a bluish background.
+Camera::Colour tint(double x, double y)
+{
+    if (isObject(x, y))
+    {
+        return {1.6, 0.84, 0.25};
+    }
+    if (isBox(x, y))
+    {
+        return {0.5, 1.35, 0.51};
+    }
+    return isLamp(x, y) ? Camera::Colour{1, 1, 1} : Camera::Colour{0.8, 1.02, 1.42};
 }
 
 int cellOf(int x, int y) { return y * Camera::grid / Camera::height * Camera::grid + x * Camera::grid / Camera::width; }
@@ -92,6 +110,18 @@ bool Camera::step(const ExposureTarget& target, const SensorRange& range)
     const double timeBefore = timeNow;
     exposureSet(exposure / time, time, range);
     return std::abs(gainNow / gainBefore - 1) > rounding || std::abs(timeNow / timeBefore - 1) > rounding;
+}
+
+Camera::Colour Camera::signal(double x, double y) const
+{
+    if (isTestPattern)
+    {
+        const double bar = std::floor(x * 8) / 7;
+        return {bar, bar, bar};
+    }
+    const double value = radiance(x, y) * gainNow * timeNow / exposureWhite;
+    const Colour colour = tint(x, y);
+    return {std::min(value * colour.red, 1.0), std::min(value * colour.green, 1.0), std::min(value * colour.blue, 1.0)};
 }
 
 uint8_t Camera::pixel(int x, int y) const

@@ -59,6 +59,14 @@ public:
 
     bool isTestPattern = false;
 
+    struct Colour
+    {
+        double red;
+        double green;
+        double blue;
+    };
+    /// What the sensor sees at a place of the unit square, 0 to 1 and white.
+    Colour signal(double x, double y) const;
     /// Luminance of a pixel, 0 to 255.
     uint8_t pixel(int x, int y) const;
     Histogram histogram() const;

@@ -62,6 +62,41 @@ std::string fillerFields(uint64_t size)
     return text;
 }
 
+/// What faults do that every kind of line can have; `tail` is the size of the text at the end of the bytes.
+void lineFault(const Fault& fault, Delivery& delivery, size_t tail)
+{
+    switch (fault.kind)
+    {
+    case Fault::Silence:
+        delivery.bytes.clear();
+        delivery.end = Delivery::Hold;
+        break;
+    case Fault::Delay:
+        delivery.delay = std::chrono::milliseconds(fault.amountOr(1000));
+        break;
+    case Fault::Drip:
+        delivery.piece = 1;
+        delivery.pause = std::chrono::milliseconds(fault.amountOr(20));
+        break;
+    case Fault::Close:
+        delivery.bytes.clear();
+        break;
+    case Fault::ResetInBody:
+        delivery.bytes.resize(delivery.bytes.size() - tail + tail / 2);
+        // Time for the client to take up the first half, which a reset would wipe out.
+        delivery.piece = delivery.bytes.size();
+        delivery.pause = std::chrono::milliseconds(20);
+        delivery.end = Delivery::Reset;
+        break;
+    case Fault::Pieces:
+        delivery.piece = fault.amountOr(16);
+        delivery.pause = std::chrono::milliseconds(1);
+        break;
+    default:
+        break;
+    }
+}
+
 } // namespace
 
 std::string responseHead(int status, const std::string& contentType, uint64_t length)
@@ -73,36 +108,15 @@ Delivery deliver(const std::optional<Fault>& fault, int status, const std::strin
 {
     Delivery delivery;
     delivery.bytes = responseHead(status, contentType, body.size());
-    const size_t headSize = delivery.bytes.size();
     delivery.bytes += body;
     if (!fault)
     {
         return delivery;
     }
+    lineFault(*fault, delivery, body.size());
     const std::string chunkedField = "Transfer-Encoding: chunked\r\n";
     switch (fault->kind)
     {
-    case Fault::Silence:
-        delivery.bytes.clear();
-        delivery.end = Delivery::Hold;
-        break;
-    case Fault::Delay:
-        delivery.delay = std::chrono::milliseconds(fault->amountOr(1000));
-        break;
-    case Fault::Drip:
-        delivery.piece = 1;
-        delivery.pause = std::chrono::milliseconds(fault->amountOr(20));
-        break;
-    case Fault::Close:
-        delivery.bytes.clear();
-        break;
-    case Fault::ResetInBody:
-        delivery.bytes.resize(headSize + body.size() / 2);
-        // Time for the client to take up the first half, which a reset would wipe out.
-        delivery.piece = delivery.bytes.size();
-        delivery.pause = std::chrono::milliseconds(20);
-        delivery.end = Delivery::Reset;
-        break;
     case Fault::BodyShort:
         delivery.bytes = responseHead(status, contentType, body.size() + fault->amountOr(10)) + body;
         break;
@@ -127,10 +141,6 @@ Delivery deliver(const std::optional<Fault>& fault, int status, const std::strin
     case Fault::Continue:
         delivery.bytes.insert(0, "HTTP/1.1 100 Continue\r\n\r\n");
         break;
-    case Fault::Pieces:
-        delivery.piece = fault->amountOr(16);
-        delivery.pause = std::chrono::milliseconds(1);
-        break;
     case Fault::HeadHuge:
         delivery.bytes.insert(statusLine(status).size(), fillerFields(fault->amountOr(1u << 20)));
         break;
@@ -139,6 +149,21 @@ Delivery deliver(const std::optional<Fault>& fault, int status, const std::strin
         break;
     default:
         break;
+    }
+    return delivery;
+}
+
+Delivery deliver(const std::optional<Fault>& fault, const std::string& text)
+{
+    Delivery delivery;
+    delivery.bytes = text;
+    if (fault)
+    {
+        lineFault(*fault, delivery, text.size());
+        if (fault->kind == Fault::Close)
+        {
+            delivery.end = Delivery::Reset;
+        }
     }
     return delivery;
 }

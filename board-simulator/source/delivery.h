@@ -32,5 +32,7 @@ std::string responseHead(int status, const std::string& contentType, uint64_t le
 /// A whole answer, with what a fault of the line does to it.
 Delivery deliver(const std::optional<Fault>& fault, int status, const std::string& contentType,
                  const std::string& body);
+/// The same for a line that carries the text alone. `Delivery::Reset` means that the line goes away.
+Delivery deliver(const std::optional<Fault>& fault, const std::string& text);
 
 } // namespace board

@@ -33,7 +33,8 @@ struct Fault
         AnswerNull,     ///< `null`
         AnswerEmpty,    ///< a body without a byte
         RandomBytes,    ///< a body of `amount` random bytes (4096)
-                        // On the line; these strike files on their way as well.
+                        // On the line; these strike files on their way as well. A serial line knows `Silence`, `Delay`, `Drip` and
+        // `Pieces`, and it goes away where a connection would end; the others leave its answers as they are.
         Silence,        ///< takes the request and never answers; of an upload it takes the head only
         Delay,          ///< answers after `amount` ms (1000)
         Drip,           ///< one byte each `amount` ms (20)

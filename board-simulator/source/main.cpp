@@ -19,11 +19,12 @@ struct Arguments
 
 void helpPrint()
 {
-    std::cout << "Usage: board-simulator [--port PORT] [--directory DIR] [--fault KIND[:ID]]...\n"
+    std::cout << "Usage: board-simulator [--port PORT] [--pty] [--directory DIR] [--fault KIND[:ID]]...\n"
                  "\n"
                  "A simulated board at 127.0.0.1. Stops on SIGINT and SIGTERM.\n"
                  "\n"
                  "  --port PORT        TCP port, 8080 by default, 0 for a free one\n"
+                 "  --pty              a serial line as well, at a pseudo-terminal whose name is printed\n"
                  "  --directory DIR    the board's files, \"board-files\" by default; an empty one gets samples\n"
                  "  --fault KIND[:ID]  fail: every exchange, or only the command of that number\n"
                  "                     (-1: uploads, -2: downloads)\n"
@@ -74,6 +75,11 @@ Arguments argumentsParse(int count, char** pArguments)
             arguments.isHelp = true;
             return arguments;
         }
+        if (name == "--pty")
+        {
+            arguments.options.isSerial = true;
+            continue;
+        }
         if (name != "--port" && name != "--directory" && name != "--fault")
         {
             throw std::invalid_argument("Unknown argument: " + name);
@@ -112,6 +118,10 @@ int serve(const Arguments& arguments)
     for (const board::Fault& fault : arguments.faults)
     {
         simulator.faultSet(fault);
+    }
+    if (arguments.options.isSerial)
+    {
+        std::cout << "Serial line at " << simulator.serialName() << "\n";
     }
     std::cout << "Board at http://127.0.0.1:" << simulator.port() << ", files in " << simulator.directory()
               << std::endl;

@@ -2,6 +2,7 @@
 
 #include "board-simulator/source/arguments.h"
 #include "board-simulator/source/failure.h"
+#include "board-simulator/source/keys.h"
 
 namespace board
 {
@@ -60,9 +61,13 @@ void moduleCommandsAdd(CommandTable& commands, Modules& modules)
             auto shape = shapes.find(command.name);
             if (modules.has(commandClass.name) && shape != shapes.end())
             {
-                auto fRun = [&modules, name = commandClass.name, fShape = shape->second](const Json::Value& query,
-                                                                                         Json::Value& answer)
-                { fShape(modules.module(name, query), query, answer); };
+                auto fRun = [&modules, name = commandClass.name, command = command.name,
+                             fShape = shape->second](const Json::Value& query, Json::Value& answer)
+                {
+                    Module& module = modules.module(name, query);
+                    Keys::instance().requestCheck(name, command, query);
+                    fShape(module, query, answer);
+                };
                 commands.add(commandClass.name, command.name, fRun);
             }
         }

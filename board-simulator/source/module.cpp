@@ -3,24 +3,11 @@
 #include "board-simulator/source/base64.h"
 #include "board-simulator/source/failure.h"
 
-#include <set>
-
 namespace board
 {
 
 namespace
 {
-
-bool isEnvelope(const std::string& key)
-{
-    static const std::set<std::string> keys{"function", "generation", "id", "path"};
-    return keys.count(key) != 0;
-}
-
-bool isSameKind(const Json::Value& left, const Json::Value& right)
-{
-    return left.type() == right.type() || (left.isNumeric() && right.isNumeric());
-}
 
 std::string recordDecode(const Json::Value& query, const std::string& key)
 {
@@ -44,7 +31,7 @@ Group::Group(const Json::Value& start)
         {
             const Record& record = Wire::instance().record(value["record"].asString());
             RecordBytes bytes(record, record.layout(value["layout"].asString()), value["values"]);
-            values.emplace(key, RecordValue{std::move(bytes), value["optional"].asBool()});
+            values.emplace(key, std::move(bytes));
         }
         else
         {
@@ -57,8 +44,8 @@ void Group::write(Json::Value& answer) const
 {
     for (const auto& [key, value] : values)
     {
-        const auto* pRecord = std::get_if<RecordValue>(&value);
-        answer[key] = pRecord ? Json::Value(base64Encode(pRecord->bytes.bytes())) : std::get<Json::Value>(value);
+        const auto* pRecord = std::get_if<RecordBytes>(&value);
+        answer[key] = pRecord ? Json::Value(base64Encode(pRecord->bytes())) : std::get<Json::Value>(value);
     }
 }
 
@@ -67,39 +54,17 @@ void Group::read(const Json::Value& query)
     auto next = values;
     for (auto& [key, value] : next)
     {
-        auto* pRecord = std::get_if<RecordValue>(&value);
         if (query.isMember(key))
         {
-            if (pRecord)
+            if (auto* pBytes = std::get_if<RecordBytes>(&value))
             {
-                pRecord->bytes.bytesSet(recordDecode(query, key));
+                pBytes->bytesSet(recordDecode(query, key));
             }
-            else if (!isSameKind(std::get<Json::Value>(value), query[key]))
+            else
             {
-                throw Failure(key + " is of the wrong type");
-            }
-        }
-        else if (pRecord && !pRecord->isOptional)
-        {
-            throw Failure(key + " is missing");
-        }
-    }
-    bool isEmpty = true;
-    for (const std::string& key : query.getMemberNames())
-    {
-        if (!isEnvelope(key))
-        {
-            isEmpty = false;
-            auto [place, isNew] = next.try_emplace(key, query[key]);
-            if (!isNew && std::holds_alternative<Json::Value>(place->second))
-            {
-                place->second = query[key];
+                value = query[key];
             }
         }
-    }
-    if (isEmpty)
-    {
-        throw Failure("The configuration is missing");
     }
     values = std::move(next);
 }
@@ -115,8 +80,7 @@ void Group::plainSet(const std::string& key, const Json::Value& value) { values[
 RecordBytes* Group::record(const std::string& key)
 {
     auto found = values.find(key);
-    auto* pRecord = found == values.end() ? nullptr : std::get_if<RecordValue>(&found->second);
-    return pRecord ? &pRecord->bytes : nullptr;
+    return found == values.end() ? nullptr : std::get_if<RecordBytes>(&found->second);
 }
 
 Module::Module(const Json::Value& startValues) : start(startValues) { reset(); }

@@ -15,12 +15,12 @@ class Group
 {
 public:
     Group() = default;
-    /// A member of `start` that is an object with "record" (and "layout", "values", "optional") is a record.
+    /// A member of `start` that is an object with "record" (and "layout", "values") is a record.
     explicit Group(const Json::Value& start);
 
     void write(Json::Value& answer) const;
-    /// Takes over what a command brings, all or nothing. Throws `Failure` for a missing record, one of the wrong size
-    /// or not Base64, a plain value of another type than before, or a command that brings nothing.
+    /// Takes over what a command brings, all or nothing. Throws `Failure` for a record of the wrong size or one that is
+    /// not Base64.
     void read(const Json::Value& query);
 
     bool hasPlain(const std::string& key) const;
@@ -29,12 +29,7 @@ public:
     RecordBytes* record(const std::string& key);
 
 private:
-    struct RecordValue
-    {
-        RecordBytes bytes;
-        bool isOptional;
-    };
-    using Value = std::variant<Json::Value, RecordValue>;
+    using Value = std::variant<Json::Value, RecordBytes>;
     std::map<std::string, Value> values;
 };
 

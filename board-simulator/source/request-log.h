@@ -16,7 +16,7 @@ namespace board
 /// One request as it came in.
 struct Request
 {
-    /// Everything up to and with the empty line.
+    /// Everything up to and with the empty line; empty, as method and target are, for what came over the serial line.
     std::string head;
     std::string method;
     std::string target;

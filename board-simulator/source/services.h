@@ -1,5 +1,6 @@
 #pragma once
 
+#include "board-simulator/source/camera.h"
 #include "board-simulator/source/command-table.h"
 #include "board-simulator/source/files.h"
 #include "board-simulator/source/modules.h"
@@ -33,6 +34,9 @@ private:
     std::string calibration;
     bool isPreview = true;
 };
+
+/// Taking a picture at the sensor's resolution, into a file.
+void captureCommandAdd(CommandTable& commands, Modules& modules, Files& files, const Camera& camera);
 
 /// The registers of the sensor.
 class SensorRegisterService

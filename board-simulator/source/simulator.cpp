@@ -4,6 +4,7 @@
 #include "board-simulator/source/exchange.h"
 #include "board-simulator/source/http-server.h"
 #include "board-simulator/source/samples.h"
+#include "board-simulator/source/serial-line.h"
 
 namespace board
 {
@@ -18,6 +19,23 @@ public:
             samplesWrite(files);
         }
         pServer = std::make_unique<HttpServer>(options.port, exchange, files);
+        serialSet(options.isSerial);
+    }
+
+    std::string serialName() const
+    {
+        std::lock_guard lock(serialMutex);
+        return pSerial ? pSerial->name() : "";
+    }
+
+    void serialSet(bool isPresent)
+    {
+        std::lock_guard lock(serialMutex);
+        pSerial.reset();
+        if (isPresent)
+        {
+            pSerial = std::make_unique<SerialLine>(exchange);
+        }
     }
 
     Files files;
@@ -26,6 +44,10 @@ public:
     Faults faults;
     Exchange exchange{board, log, faults};
     std::unique_ptr<HttpServer> pServer;
+
+private:
+    mutable std::mutex serialMutex;
+    std::unique_ptr<SerialLine> pSerial;
 };
 
 Simulator::Simulator(const Options& options) : pImpl(std::make_unique<Impl>(options)) {}
@@ -35,6 +57,8 @@ Simulator::~Simulator() = default;
 uint16_t Simulator::port() const { return pImpl->pServer->port(); }
 
 const std::string& Simulator::directory() const { return pImpl->files.directory(); }
+
+std::string Simulator::serialName() const { return pImpl->serialName(); }
 
 std::vector<Request> Simulator::requests() const { return pImpl->log.requests(); }
 
@@ -74,6 +98,12 @@ double Simulator::meanLuminance() { return pImpl->board.meanLuminance(); }
 
 void Simulator::listenSet(bool isListening) { pImpl->pServer->listenSet(isListening); }
 
-void Simulator::stop() { pImpl->pServer->stop(); }
+void Simulator::serialSet(bool isPresent) { pImpl->serialSet(isPresent); }
+
+void Simulator::stop()
+{
+    pImpl->pServer->stop();
+    pImpl->serialSet(false);
+}
 
 } // namespace board

@@ -20,13 +20,15 @@ struct Options
     std::string directory;
     /// Puts drivers, a picture, a calibration and a 3A file into a directory that has no files yet.
     bool isSampled = false;
+    /// Serves commands at a pseudo-terminal as well.
+    bool isSerial = false;
 };
 
 /// A whole board at 127.0.0.1, serving from its construction on, on a thread of its own. Thread-safe.
 class Simulator
 {
 public:
-    /// Throws `std::runtime_error` if the port or the directory is not available.
+    /// Throws `std::runtime_error` if a line or the directory is not available.
     explicit Simulator(const Options& options);
     ~Simulator();
     Simulator(const Simulator&) = delete;
@@ -34,6 +36,8 @@ public:
 
     uint16_t port() const;
     const std::string& directory() const;
+    /// The path of the pseudo-terminal, empty where there is none.
+    std::string serialName() const;
 
     /// What came in since the start or the last clearing, byte for byte.
     std::vector<Request> requests() const;
@@ -66,6 +70,8 @@ public:
 
     /// False is a board that is gone: connections end and new ones are refused. True is back on the same port.
     void listenSet(bool isListening);
+    /// False is a serial device that is unplugged. True plugs it in, perhaps under another name.
+    void serialSet(bool isPresent);
     /// Ends all connections at once. Commands can still be executed directly.
     void stop();
 

@@ -91,6 +91,7 @@ TEST(ConsoleWidget, ShowsAnyBytes)
 TEST(ConsoleWidget, TakesTextFromAWorkerThreadInOrder)
 {
     ConsoleWidget console;
+    console.show();
     std::thread worker(
         [&]
         {
@@ -100,22 +101,41 @@ TEST(ConsoleWidget, TakesTextFromAWorkerThreadInOrder)
             }
         });
     worker.join();
-    EXPECT_EQ(console.toPlainText(), "");
-    ASSERT_TRUE(waitUntil([&] { return console.toPlainText().endsWith("49\n"); }));
+    EXPECT_EQ(console.blockCount(), 1);
+    ASSERT_TRUE(waitUntil([&] { return console.blockCount() == 51; }));
     EXPECT_TRUE(console.toPlainText().startsWith("0\n1\n2\n"));
+    EXPECT_TRUE(console.toPlainText().endsWith("48\n49\n"));
+}
+
+TEST(ConsoleWidget, TakesNothingInUntilItIsShown)
+{
+    ConsoleWidget console;
+    console << std::string("line\n");
+    flush();
+    EXPECT_EQ(console.blockCount(), 1);
+    console.show();
+    EXPECT_EQ(console.blockCount(), 2);
+    console.hide();
+    console << std::string("line\n");
+    flush();
+    EXPECT_EQ(console.blockCount(), 2);
+    EXPECT_EQ(console.toPlainText(), "line\nline\n");
 }
 
 TEST(ConsoleWidget, HoldsAFloodToWhatTheLastLinesCanShow)
 {
-    ConsoleWidget console;
-    console.show();
     const std::string megabyte(1 << 20, 'x');
-    for (int i = 0; i < 64; ++i)
+    for (bool isShown : {false, true})
     {
-        console << megabyte;
+        ConsoleWidget console;
+        console.setVisible(isShown);
+        for (int i = 0; i < 64; ++i)
+        {
+            console << megabyte;
+        }
+        console << std::string("end");
+        flush();
+        EXPECT_LE(console.toPlainText().size(), 1 << 20);
+        EXPECT_TRUE(console.toPlainText().endsWith("xend"));
     }
-    console << std::string("end");
-    flush();
-    EXPECT_LE(console.toPlainText().size(), 1 << 20);
-    EXPECT_TRUE(console.toPlainText().endsWith("xend"));
 }

@@ -87,10 +87,11 @@ TEST(ExposurePlot, DrawsNewStretchesAsAFullRedrawWould)
 {
     CountingPlot plot;
     plot.show(5);
-    const auto empty = screen(plot);
     // The ends of the scale come first, so that it stands.
     plot.appendAndDraw(1, 0.02f);
     plot.appendAndDraw(9, 0.02f);
+    QCoreApplication::processEvents();
+    const auto before = screen(plot);
     const auto replots = plot.replots;
     for (int i = 0; i < 40; ++i)
     {
@@ -101,8 +102,10 @@ TEST(ExposurePlot, DrawsNewStretchesAsAFullRedrawWould)
     const auto drawn = screen(plot);
     plot.replot();
     QCoreApplication::processEvents();
-    EXPECT_GT(pixelsThatDiffer(drawn, empty), 100);
-    EXPECT_LT(pixelsThatDiffer(drawn, screen(plot)), 20);
+    const auto pixels = pixelsThatDiffer(drawn, before);
+    EXPECT_GT(pixels, 200);
+    // Where stretches meet, a line drawn in one is a little smoother.
+    EXPECT_LT(pixelsThatDiffer(drawn, screen(plot)), 40);
 }
 
 TEST(ExposurePlot, DrawsAllAgainWhenAScaleChanges)

@@ -206,3 +206,18 @@ TEST_F(ThreeAPageTest, WhatLiesHereIsNotTakenForTheBoards)
     }
     QFile::remove(name);
 }
+
+TEST_F(ThreeAPageTest, SerialLineMovesNoFiles)
+{
+    fileWrite(name, "{\"stale\": true}");
+    board.reset();
+    board = std::make_unique<board::Simulator>(board::Options{0, "board", false, true});
+    config.preferences.server.type = "uart";
+    config.preferences.server.uart.port = QString::fromStdString(board->serialName());
+    auto& widget = show();
+    config.preferences.server.type = "http";
+    EXPECT_EQ(status(), "Download failed: 3aconfig.json did not arrive");
+    press(widget.pPushButtonSave);
+    EXPECT_EQ(status(), "Save failed: 3aconfig.json has not been loaded");
+    EXPECT_EQ(fileRead(name), "{\"stale\": true}");
+}

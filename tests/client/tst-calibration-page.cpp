@@ -305,3 +305,16 @@ TEST_F(CalibrationPageTest, HugeTextsAreShownInPart)
     widget.grab();
     EXPECT_LT(clock.elapsed(), waitLimit());
 }
+
+TEST_F(CalibrationPageTest, SerialLineMovesNoFiles)
+{
+    board.reset();
+    board = std::make_unique<board::Simulator>(board::Options{0, "board", false, true});
+    config.preferences.server.type = "uart";
+    config.preferences.server.uart.port = QString::fromStdString(board->serialName());
+    give(sample);
+    auto& widget = show();
+    config.preferences.server.type = "http";
+    EXPECT_EQ(status(), "Download failed: calibration.xml did not arrive");
+    EXPECT_EQ(widget.pDomTreeWidgetElement->topLevelItemCount(), 0);
+}

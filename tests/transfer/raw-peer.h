@@ -8,6 +8,7 @@
 
 #include <atomic>
 #include <chrono>
+#include <cstdlib>
 #include <functional>
 #include <stdexcept>
 #include <string>
@@ -31,7 +32,8 @@ public:
             if (head != std::string::npos)
             {
                 const auto position = text.find(field);
-                const auto size = position < head ? std::stoul(text.substr(position + field.size())) : 0;
+                const auto size =
+                    position < head ? std::strtoul(text.c_str() + position + field.size(), nullptr, 10) : 0;
                 if (text.size() >= head + 4 + size)
                 {
                     return text;

@@ -1,7 +1,6 @@
 #include "tests/transfer/captured.h"
 #include "tests/transfer/raw-peer.h"
 #include "tuning-common/source/limits.h"
-#include "tuning-common/source/logic-error.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <gtest/gtest.h>
@@ -58,6 +57,20 @@ TEST(Holder, ReportsNothingBehindAFailure)
     Json::Value jResponse;
     EXPECT_THROW(subject.pHolder->request(Json::objectValue, jResponse, 5), std::runtime_error);
     EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", "{}", "\n"}));
+}
+
+TEST(Holder, ReportsTransfersBeforeTheyGo)
+{
+    const Captured out;
+    Subject subject(0);
+    Json::Value jQuery;
+    jQuery["path"] = "a";
+    const Texts expected{"[Client] >>> ", "{\n  \"path\": \"a\"\n}", "\n"};
+    EXPECT_THROW(subject.pHolder->fileDownload(jQuery), std::runtime_error);
+    EXPECT_EQ(subject.reports, expected);
+    subject.reports.clear();
+    EXPECT_THROW(subject.pHolder->fileUpload(jQuery), std::runtime_error);
+    EXPECT_EQ(subject.reports, expected);
 }
 
 TEST(Holder, ReportsConfigurationInItsOwnOrder)
@@ -131,16 +144,6 @@ TEST(Holder, TypesWithoutATransport)
     catch (const std::logic_error& error)
     {
         EXPECT_STREQ(error.what(), "Abstract is never initialized");
-    }
-    try
-    {
-        ClientHolder(ClientHolder::Uart, {}, jConfig);
-        ADD_FAILURE();
-    }
-    catch (const t_common::LogicError& error)
-    {
-        EXPECT_EQ(error.error, 9);
-        EXPECT_STREQ(error.what(), "UART driver not available");
     }
     try
     {

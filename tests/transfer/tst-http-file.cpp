@@ -7,6 +7,7 @@
 
 #include <sys/resource.h>
 
+#include <climits>
 #include <csignal>
 #include <filesystem>
 #include <fstream>
@@ -203,6 +204,26 @@ TEST_F(HttpFile, DownloadThatCantBeStoredIsToldOnStandardError)
     EXPECT_TRUE(isAsked);
     EXPECT_NE(complained.find("taken.xml\" failed"), std::string::npos) << complained;
     EXPECT_EQ(fileCount(), 1u);
+}
+
+TEST_F(HttpFile, FileBesideWhichNoTemporaryFitsIsAFailure)
+{
+    // The longest path that still holds a short name.
+    const auto base = directory;
+    constexpr std::size_t length = PATH_MAX - 8;
+    while (length - directory.string().size() > 200)
+    {
+        directory /= std::string(100, 'd');
+    }
+    directory /= std::string(length - directory.string().size() - 1, 'd');
+    fs::create_directories(directory);
+    store(directory / "old", "old");
+    bool isAsked = false;
+    const auto failure = download([&](RawConnection&) { isAsked = true; }, "old");
+    EXPECT_NE(failure.find("old\" failed: File name too long"), std::string::npos) << failure;
+    EXPECT_FALSE(isAsked);
+    EXPECT_EQ(contentOf(directory / "old"), "old");
+    directory = base;
 }
 
 TEST_F(HttpFile, FullDiskIsAFailureAndKeepsTheOldFile)

@@ -230,6 +230,16 @@ TEST(HttpRequest, AnswerThatIsNoJsonObjectIsNamed)
     EXPECT_TRUE(contains(failureOf(answer("")), "0 bytes"));
 }
 
+TEST(HttpRequest, OnlyAnAnswerThatCanBeReadIsPrinted)
+{
+    const Captured out;
+    const RawPeer peer(RawPeer::answering(answer("not json")));
+    Json::Value jResponse;
+    EXPECT_THROW(client(peer).request(query(), jResponse, 5), std::runtime_error);
+    EXPECT_TRUE(contains(out.get(), " <<< {\"id\":7}\n"));
+    EXPECT_FALSE(contains(out.get(), ">>>"));
+}
+
 TEST(HttpRequest, BoardThatIsNotThereIsNamed)
 {
     unsigned short port = 0;

@@ -4,6 +4,7 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/control/wheel-filter.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-common/source/limits.h"
 #include "tuning-common/source/logic-error.h"
 
 #include <QApplication>
@@ -91,8 +92,9 @@ void AbstractWidget::configSet(bool) {}
 void AbstractWidget::settingRestore()
 {
     const auto jSize = setting().toObject()["size"].toObject();
-    if (!jSize.isEmpty())
-        sizeStore = QSize(jSize["width"].toInt(), jSize["height"].toInt());
+    const QSize size(jSize["width"].toInt(), jSize["height"].toInt());
+    if (!jSize.isEmpty() && qMax(size.width(), size.height()) <= t_common::limit::windowSide)
+        sizeStore = size;
 }
 
 void AbstractWidget::settingStore()
@@ -121,7 +123,7 @@ void AbstractWidget::announceRead()
 
 void AbstractWidget::readHandler()
 {
-    if (!isVisible())
+    if (!isVisible() || isReading)
         return;
     guarded([this] { configGet(); });
     AbstractWidget::updateStatus();

@@ -67,7 +67,8 @@ SliderSpinWidget* EnableSliderAbstractWidget::slider(int index, const QString& t
 
 void EnableSliderAbstractWidget::controlAdd(QGridLayout* pGridLayout, const QString& text, QWidget* pControl)
 {
-    const int row = pGridLayout->rowCount();
+    // A grid without items already counts one row.
+    const int row = pGridLayout->count() == 0 ? 0 : pGridLayout->rowCount();
     auto* pLabel = new QLabel(text);
     pLabel->setBuddy(pControl);
     pControl->setAccessibleName(text);

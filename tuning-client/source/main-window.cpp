@@ -2,12 +2,18 @@
 
 #include "tuning-client/source/chip/chips.h"
 #include "tuning-client/source/config/config.h"
+#include "tuning-client/source/control/capture.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/control/message-box.h"
+#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/image-viewer-main-window.h"
+#include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/module/template-tree-model.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
+#include "tuning-rest/source/sensor.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <QAction>
@@ -16,9 +22,9 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QStatusBar>
 #include <QStyle>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
 #include <QtDebug>
@@ -27,6 +33,12 @@
 
 using t_common::LogicError;
 using t_transfer::ClientHolder;
+
+namespace
+{
+/// Clicks queue up while a capture blocks the window: for so long afterwards they are dropped.
+constexpr int clicksDroppedMs = 100;
+} // namespace
 
 MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
 {
@@ -37,6 +49,7 @@ MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(par
     connect(&chips, &Chips::chipChanged, this, &MainWindow::chipRebuild);
     menusBuild();
     toolBarBuild();
+    connect(this, &MainWindow::captured, this, &MainWindow::showImage);
     connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::statusBarColour);
     statusBarBuild();
     firstChipChoose();
@@ -85,12 +98,6 @@ Json::Value MainWindow::serverConfig()
 
 MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
 {
-    const auto tell = [this](const QString& text)
-    {
-        QMessageBox box(QMessageBox::Warning, windowTitle(), text, QMessageBox::Ok, this);
-        box.setTextFormat(Qt::PlainText);
-        box.exec();
-    };
     const auto fReport = [this](const std::string& text) { report(text); };
     std::unique_ptr<ClientHolder> pNew;
     try
@@ -100,12 +107,12 @@ MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
         else if (jConfig["type"] == "uart")
             pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
         else
-            tell(tr("Unset client type"));
+            message_box::warning(this, tr("Unset client type"));
     }
     catch (const std::exception& exception)
     {
         statusBar()->showMessage(exception.what(), 3000);
-        tell(exception.what());
+        message_box::warning(this, exception.what());
     }
     if (pNew)
     {
@@ -200,6 +207,51 @@ void MainWindow::toolBarBuild()
     };
     previewAdd(QStyle::SP_MediaPlay, tr("&Start"), tr("Start Preview"), true);
     previewAdd(QStyle::SP_MediaStop, tr("&Stop"), tr("Stop Preview"), false);
+    pToolBar->addSeparator();
+
+    auto* pActionCapture = pToolBar->addAction(QIcon(":/images/screenshot.png"), tr("&Capture Image"));
+    connect(pActionCapture, &QAction::triggered, this, [this, pActionCapture] { captureTriggered(pActionCapture); });
+}
+
+void MainWindow::captureTriggered(QAction* pAction)
+{
+    const auto capture = config.preferences.capture;
+    const auto refuse = [this](const QString& text) { message_box::information(this, tr("Select Directory"), text); };
+    if (!QFileInfo(capture.path).isDir())
+        return refuse(tr("The directory does not exist."));
+    if (capture.path == QDir::currentPath())
+        return refuse(tr("The image cannot be saved to the same path as the tuning_client.exe. Select another path"));
+
+    pAction->setEnabled(false);
+    QString fileName;
+    shortcut::guarded(this,
+                      [&]
+                      {
+                          const shortcut::WaitCursor waiting;
+                          fileName = shortcut::captureTake(clientHolder(), capture);
+                      });
+    if (!fileName.isEmpty())
+        emit captured(fileName);
+    QTimer::singleShot(clicksDroppedMs, pAction, [pAction] { pAction->setEnabled(true); });
+}
+
+void MainWindow::showImage(QString fileName)
+{
+    shortcut::guarded(this,
+                      [&]
+                      {
+                          if (config.preferences.capture.snapshotType == rest::Camera::Yuv)
+                          {
+                              const shortcut::WaitCursor waiting;
+                              rest::Sensor::Status status;
+                              rest::Sensor().statusGet(status);
+                              const auto& resolution = status.resolutionCollection.resolution;
+                              fileName = yuvFileConvert(fileName, resolution.width, resolution.height);
+                          }
+                          auto* pViewer = new ImageViewerMainWindow(this);
+                          pViewer->show();
+                          pViewer->open(QFileInfo(fileName).dir());
+                      });
 }
 
 void MainWindow::statusBarBuild()

@@ -41,6 +41,13 @@ signals:
     /// All pages connect to it; the visible one reads.
     void refresh();
 
+    /// A capture was stored as `fileName`.
+    void captured(QString fileName);
+
+public slots:
+    /// Shows a capture in a viewer of its own, one in YUV through a PPM file beside it.
+    void showImage(QString fileName);
+
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
@@ -57,6 +64,7 @@ private:
     void firstChipChoose();
     void chipRebuild();
     void unitMenuRebuild(QMenu* pMenu, const QString& text, int count, void (MainWindow::*fTriggered)(QAction*));
+    void captureTriggered(QAction* pAction);
     void chipTriggered(QAction* pAction);
     void inputTriggered(QAction* pAction);
     void ispTriggered(QAction* pAction);

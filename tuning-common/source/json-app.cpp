@@ -3,12 +3,15 @@
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <map>
 #include <memory>
 #include <sstream>
 #include <stdexcept>
+#include <streambuf>
 #include <utility>
 
 namespace t_common
@@ -62,6 +65,27 @@ Json::StreamWriter& writer(const std::string& indentation, int digits)
     }
     return *pWriter;
 }
+
+/// Takes the text as it is written: a string stream would be set up for each text, and copy it as it grows and at the
+/// end.
+class TextBuffer : public std::streambuf
+{
+public:
+    std::string text;
+
+protected:
+    std::streamsize xsputn(const char* pText, std::streamsize size) override
+    {
+        text.append(pText, static_cast<std::size_t>(size));
+        return size;
+    }
+
+    int_type overflow(int_type c) override
+    {
+        text += traits_type::to_char_type(c);
+        return c;
+    }
+};
 
 Json::CharReader& reader()
 {
@@ -145,9 +169,12 @@ std::string reasonOf(const std::string& report)
 
 std::string JsonApp::toString(const Json::Value& value, const std::string& indentation)
 {
-    std::ostringstream text;
-    writer(indentation, digitsNeeded(value)).write(value, &text);
-    return text.str();
+    thread_local std::ostream stream(nullptr);
+    TextBuffer buffer;
+    stream.rdbuf(&buffer);
+    writer(indentation, digitsNeeded(value)).write(value, &stream);
+    stream.rdbuf(nullptr);
+    return std::move(buffer.text);
 }
 
 Json::Value JsonApp::fromString(const std::string& text)
@@ -161,7 +188,6 @@ Json::Value JsonApp::fromString(const std::string& text)
     try
     {
         isParsed = reader().parse(text.data(), text.data() + text.size(), &value, &report);
-        digitsNeeded(value);
     }
     catch (const std::exception& exception)
     {

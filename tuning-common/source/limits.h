@@ -18,6 +18,9 @@ constexpr std::uint64_t httpBody = 16 * MiB;     // the longest answer, a dewarp
 constexpr std::uint64_t httpFile = 512 * MiB;    // raw captures of the largest sensors have a quarter of it
 constexpr std::chrono::seconds transferIdle{60}; // a board may write flash for that long without a byte
 
+// Serial line
+constexpr std::chrono::seconds serialStall{2}; // a line without flow control takes ten thousand bytes in each of them
+
 // JSON
 constexpr std::size_t jsonElements = 1'000'000; // commas and brackets; an element costs 100 bytes in memory
 constexpr std::size_t jsonDepth = 32;           // indented text grows with depth, commands need less than ten
@@ -39,8 +42,14 @@ constexpr std::size_t xmlBytes = 64 * MiB;  // register descriptions have a few 
 constexpr std::size_t xmlDepth = 256;       // the document tree is built and destroyed recursively
 constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes in memory
 constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
+constexpr std::size_t chipHead = 64 * KiB;  // of a chip file, up to its first element
 constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred
 constexpr std::size_t configFile = 4 * MiB; // the program's own files have a few KiB
+constexpr int windowSide = 16384;           // of a stored window size; a larger one has no painting surface
+
+// Pictures
+constexpr std::uint64_t picture = 512 * MiB; // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
+constexpr std::uint32_t yuvSide = 32767;     // the conversion counts in 16 bits, and QPainter draws no wider
 
 // Auto tables
 constexpr std::size_t tableColumns = 256;   // every column is a header on the screen

@@ -8,6 +8,24 @@ namespace
 {
 bool isSpecial(unsigned char byte) { return (byte < 0x20) | (byte >= 0x7f); }
 
+/// Bytes before the first special one, in blocks that the compiler checks at once.
+std::size_t plainLength(const char* pText, std::size_t size)
+{
+    constexpr std::size_t block = 64;
+    std::size_t length = 0;
+    for (; length + block <= size; length += block)
+    {
+        unsigned char found = 0;
+        for (std::size_t i = 0; i < block; ++i)
+            found |= isSpecial(static_cast<unsigned char>(pText[length + i]));
+        if (found)
+            break;
+    }
+    while (length < size && !isSpecial(static_cast<unsigned char>(pText[length])))
+        ++length;
+    return length;
+}
+
 /// Bytes of the UTF-8 sequence at the start, 0 for one that is broken, overlong or a C1 control character.
 std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
 {
@@ -44,9 +62,9 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
     for (std::size_t i = 0; i < size;)
     {
         const char* pRun = text.data() + i;
-        const auto plain = std::find_if(pRun, pRun + std::min(size - i, maximum - result.size()), isSpecial) - pRun;
-        result.append(pRun, static_cast<std::size_t>(plain));
-        i += static_cast<std::size_t>(plain);
+        const auto plain = plainLength(pRun, std::min(size - i, maximum - result.size()));
+        result.append(pRun, plain);
+        i += plain;
         if (i == size)
         {
             break;

@@ -1,5 +1,6 @@
 #include "tuning-rest/source/abstract.h"
 
+#include "tuning-common/source/text.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <iostream>
@@ -60,7 +61,8 @@ Abstract& Abstract::request(const Json::Value& jQuery, const std::function<void(
         }
         catch (const std::exception& exception)
         {
-            std::cerr << exception.what() << '\n';
+            // The board's own words: they must not steer a terminal.
+            std::cerr << t_common::printable(exception.what()) + '\n';
         }
         fComplete(jResponse);
     };

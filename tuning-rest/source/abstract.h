@@ -1,10 +1,8 @@
 #pragma once
 
-#include "tuning-common/source/base64.h"
 #include "tuning-common/source/version.h"
 #include "tuning-rest/source/answer.h"
 #include "tuning-rest/source/command.h"
-#include "tuning-rest/source/record.h"
 
 #include <functional>
 
@@ -61,27 +59,41 @@ protected:
         return service;
     }
 
-    /// A command whose answer carries `value` under `key`: a record as Base64 text, anything else as plain JSON.
+    /// A command whose answer carries `value` under `key`.
     template <class Service, class T>
     static Service& read(Service& service, const Command& command, const char* key, T& value)
     {
         Json::Value jResponse;
         service.request(command.query(), jResponse, TimeoutDefault);
-        if constexpr (isRecord<T>)
-            t_common::Base64::decode(answerGet<std::string>(jResponse, key), value);
-        else
-            value = answerGet<T>(jResponse, key);
+        answerGet(jResponse, key, value);
         return service;
     }
 
-    /// A command that carries `value` under `key`, in the same form.
+    /// A command that carries `value` under `key`.
     template <class Service, class T>
     static Service& write(Service& service, Command command, const char* key, const T& value)
     {
-        if constexpr (isRecord<T>)
-            command.with(key, t_common::Base64::encode(value));
-        else
-            command.with(key, value);
+        return send(service, command.with(key, value));
+    }
+
+    /// A command whose answer carries the fields of `value` under keys of their own. `keys(value, field)` calls `field`
+    /// with the key and the reference of each. After a failure `value` is as it was.
+    template <class Service, class Keys, class T>
+    static Service& readKeys(Service& service, const Command& command, const Keys& keys, T& value)
+    {
+        Json::Value jResponse;
+        service.request(command.query(), jResponse, TimeoutDefault);
+        auto fresh = value;
+        keys(fresh, [&](const char* key, auto& field) { answerGet(jResponse, key, field); });
+        value = fresh;
+        return service;
+    }
+
+    /// A command that carries the fields of `value` in the same way.
+    template <class Service, class Keys, class T>
+    static Service& writeKeys(Service& service, Command command, const Keys& keys, const T& value)
+    {
+        keys(value, [&](const char* key, const auto& field) { command.with(key, field); });
         return send(service, command);
     }
 };

@@ -1,6 +1,8 @@
 #pragma once
 
+#include "tuning-common/source/base64.h"
 #include "tuning-common/source/method-name.h"
+#include "tuning-rest/source/record.h"
 
 #include <json/value.h>
 
@@ -22,11 +24,16 @@ public:
         jQuery["generation"] = generation;
     }
 
-    /// Adds an argument, at the top level of the envelope.
+    /// Adds an argument, at the top level of the envelope: a record as Base64 text, anything else as plain JSON.
     template <class T>
     Command& with(const char* key, const T& value)
     {
-        jQuery[key] = value;
+        if constexpr (isRecord<T>)
+            jQuery[key] = t_common::Base64::encode(value);
+        else if constexpr (std::is_same_v<T, Flag>)
+            jQuery[key] = bool(value);
+        else
+            jQuery[key] = value;
         return *this;
     }
 

@@ -41,9 +41,6 @@ enum PicBufLayout_t : uint32_t
     PIC_BUF_LAYOUT_META_DATA = 64
 };
 
-/// An address on the board; it means nothing here.
-using BoardPointer = uint64_t;
-
 struct PicBufPlane_t
 {
     BoardPointer pData;
@@ -172,16 +169,24 @@ RECORD_SIZE(PicBufMetaData_s::Data_u, 96);
 RECORD_FIELD(PicBufMetaData_s::Data_u, data.pData, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, data.BaseAddress, 8);
 RECORD_FIELD(PicBufMetaData_s::Data_u, data.DataSize, 12);
+RECORD_FIELD(PicBufMetaData_s::Data_u, meta.pData, 0);
+RECORD_FIELD(PicBufMetaData_s::Data_u, meta.BaseAddress, 8);
+RECORD_FIELD(PicBufMetaData_s::Data_u, meta.DataSize, 12);
+RECORD_FIELD(PicBufMetaData_s::Data_u, raw, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, jpeg.pHeader, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, jpeg.HeaderSize, 8);
 RECORD_FIELD(PicBufMetaData_s::Data_u, jpeg.pData, 16);
 RECORD_FIELD(PicBufMetaData_s::Data_u, jpeg.BaseAddress, 24);
 RECORD_FIELD(PicBufMetaData_s::Data_u, jpeg.DataSize, 28);
+RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.combined, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.semiplanar.Y, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.semiplanar.CbCr, 32);
 RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.semiplanar.bitWidth, 64);
+RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.planar.Y, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.planar.Cb, 32);
 RECORD_FIELD(PicBufMetaData_s::Data_u, YCbCr.planar.Cr, 64);
+RECORD_FIELD(PicBufMetaData_s::Data_u, RGB.combined, 0);
+RECORD_FIELD(PicBufMetaData_s::Data_u, RGB.planar.R, 0);
 RECORD_FIELD(PicBufMetaData_s::Data_u, RGB.planar.G, 32);
 RECORD_FIELD(PicBufMetaData_s::Data_u, RGB.planar.B, 64);
 

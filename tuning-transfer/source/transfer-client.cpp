@@ -2,8 +2,8 @@
 
 #include "tuning-common/source/json-app.h"
 #include "tuning-common/source/limits.h"
-#include "tuning-common/source/logic-error.h"
 #include "tuning-transfer/source/http/http-client.h"
+#include "tuning-transfer/source/uart/uart-client.h"
 
 #include <stdexcept>
 
@@ -25,7 +25,8 @@ ClientHolder::ClientHolder(Type type, std::function<void(const std::string&)> fR
     case Usb:
         return;
     case Uart:
-        throw t_common::LogicError(t_common::LogicError::NotFound, "UART driver not available");
+        pAbstract = std::make_unique<uart::Client>(jConfig);
+        break;
     default:
         throw "Unknow transfer type: type(" + std::to_string(type) + ")\n";
     }

@@ -1,33 +1,42 @@
 #include "tuning-client/source/chip/chip.h"
 
+#include "tuning-client/source/control/xml-document.h"
 #include "tuning-common/source/limits.h"
 
-#include <QFile>
 #include <QXmlStreamReader>
 #include <QtDebug>
 
+#include <exception>
+
 namespace
 {
+/// Texts of the file become menu entries and rows.
+QString text(const QXmlStreamAttributes& attributes, const char* name)
+{
+    return attributes.value(QLatin1String(name)).left(int(t_common::limit::listText)).toString();
+}
+
 /// Numbers of the file become menu entries.
 int bounded(const QXmlStreamAttributes& attributes, const char* name)
 {
-    const auto text = attributes.value(QLatin1String(name));
+    const auto number = attributes.value(QLatin1String(name));
     bool isNumber = false;
-    const int value = text.toInt(&isNumber);
+    const int value = number.toInt(&isNumber);
     const int held = qBound(0, value, t_common::limit::chipCounterMaximum);
-    if (held != value || (!isNumber && !text.isEmpty()))
+    if (held != value || (!isNumber && !number.isEmpty()))
         qWarning("%s is out of range, %d is taken", name, held);
     return held;
 }
 
-/// The document's first element. Entity declarations are refused: a few lines of them make gigabytes of text.
+/// The document's first element. Declarations are refused: a few lines of entities or of default attributes make
+/// gigabytes.
 bool readRoot(QXmlStreamReader& reader)
 {
     while (!reader.atEnd())
     {
         reader.readNext();
-        if (reader.isDTD() && reader.text().contains(QLatin1String("<!ENTITY")))
-            reader.raiseError("Entity declarations are not allowed");
+        if (reader.isDTD() && reader.text().contains('['))
+            reader.raiseError("Declarations are not allowed");
         if (reader.isStartElement())
             return true;
     }
@@ -37,20 +46,25 @@ bool readRoot(QXmlStreamReader& reader)
 
 void Chip::loadXml(const QString& fileName, bool isPreload)
 {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        qWarning() << file.errorString() << fileName;
+    QByteArray bytes;
+    try
+    {
+        // The heads of all chips are read at every start.
+        bytes = xmlBytesRead(fileName, isPreload ? t_common::limit::chipHead : t_common::limit::xmlBytes);
+    }
+    catch (const std::exception& exception)
+    {
+        qWarning() << exception.what();
+    }
 
-    QXmlStreamReader reader(&file);
-    if (file.size() > qint64(t_common::limit::xmlBytes))
-        reader.raiseError("The file is too large");
+    QXmlStreamReader reader(bytes);
     if (readRoot(reader) && reader.name() == QLatin1String("Table"))
     {
         const auto attributes = reader.attributes();
-        chipName = attributes.value("ChipName").toString();
+        chipName = text(attributes, "ChipName");
         inputMax = bounded(attributes, "InputMax");
         ispMax = bounded(attributes, "IspMax");
-        version = attributes.value("Version").toString();
+        version = text(attributes, "Version");
         if (!isPreload)
         {
             pages.clear();
@@ -60,7 +74,6 @@ void Chip::loadXml(const QString& fileName, bool isPreload)
     }
     if (reader.hasError())
         qWarning() << reader.errorString();
-    file.close();
     emit valueChanged();
 }
 
@@ -77,8 +90,7 @@ void Chip::parseTable(QXmlStreamReader& reader)
                 return;
             }
             const auto attributes = reader.attributes();
-            pages.append({attributes.value("Level").toInt(), attributes.value("Name").toString(),
-                          attributes.value("Type").toString()});
+            pages.append({attributes.value("Level").toInt(), text(attributes, "Name"), text(attributes, "Type")});
         }
         reader.readNext();
     }

@@ -86,25 +86,39 @@ void ConsoleWidget::putData(const QByteArray& text)
 
 void ConsoleWidget::flush()
 {
+    {
+        const QMutexLocker locker(&mutex);
+        isFlushQueued = false;
+    }
+    // The document lays out each line that it takes in or drops, which would cost more than the exchange it tells of.
+    if (isVisible())
+    {
+        appendPending();
+        scrollToEnd();
+    }
+}
+
+void ConsoleWidget::appendPending()
+{
     QByteArray text;
     {
         const QMutexLocker locker(&mutex);
         text.swap(pending);
-        isFlushQueued = false;
     }
     text = lastLines(text.right(pendingLimit));
 
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
     cursor.insertText(visible(QString::fromUtf8(text.constData(), text.size())));
-    // Asking for the end lays out all lines, which a hidden pane leaves to its show event.
-    if (isVisible())
-    {
-        scrollToEnd();
-    }
 }
 
 void ConsoleWidget::scrollToEnd() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
+
+QString ConsoleWidget::toPlainText()
+{
+    appendPending();
+    return QPlainTextEdit::toPlainText();
+}
 
 void ConsoleWidget::setLocalEchoEnabled(bool isEnabled)
 {
@@ -142,5 +156,6 @@ void ConsoleWidget::contextMenuEvent(QContextMenuEvent*) {}
 void ConsoleWidget::showEvent(QShowEvent* pEvent)
 {
     QPlainTextEdit::showEvent(pEvent);
+    appendPending();
     scrollToEnd();
 }

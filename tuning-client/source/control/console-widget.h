@@ -24,6 +24,9 @@ public:
     /// Appends UTF-8 text at the end and scrolls to it, whatever the user did to the cursor.
     void putData(const QByteArray& text);
 
+    /// The text, and what waits for the next turn or for the pane to be shown.
+    QString toPlainText();
+
     /// Whether typed keys are shown. Without echo, the state after construction, the pane is read-only.
     void setLocalEchoEnabled(bool isEnabled);
 
@@ -42,6 +45,7 @@ protected:
 
 private:
     void flush();
+    void appendPending();
     void scrollToEnd();
 
     bool m_localEchoEnabled = false;

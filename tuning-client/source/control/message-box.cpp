@@ -8,9 +8,10 @@ namespace
 {
 constexpr int textLimit = t_common::limit::statusBarText;
 
-int exec(QWidget* pParent, QMessageBox::Icon icon, const QString& text, QMessageBox::StandardButtons buttons)
+int exec(QWidget* pParent, QMessageBox::Icon icon, const QString& title, const QString& text,
+         QMessageBox::StandardButtons buttons = QMessageBox::Ok)
 {
-    QMessageBox box(icon, QObject::tr("Warning"), text.left(textLimit), buttons, pParent);
+    QMessageBox box(icon, title, text.left(textLimit), buttons, pParent);
     box.setTextFormat(Qt::PlainText);
     return box.exec();
 }
@@ -18,10 +19,19 @@ int exec(QWidget* pParent, QMessageBox::Icon icon, const QString& text, QMessage
 
 namespace message_box
 {
-void warning(QWidget* pParent, const QString& text) { exec(pParent, QMessageBox::Warning, text, QMessageBox::Ok); }
+void information(QWidget* pParent, const QString& title, const QString& text)
+{
+    exec(pParent, QMessageBox::Information, title, text);
+}
+
+void warning(QWidget* pParent, const QString& text)
+{
+    exec(pParent, QMessageBox::Warning, QObject::tr("Warning"), text);
+}
 
 bool question(QWidget* pParent, const QString& text)
 {
-    return exec(pParent, QMessageBox::Question, text, QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes;
+    const auto buttons = QMessageBox::Yes | QMessageBox::No;
+    return exec(pParent, QMessageBox::Question, QObject::tr("Warning"), text, buttons) == QMessageBox::Yes;
 }
 } // namespace message_box

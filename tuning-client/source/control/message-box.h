@@ -3,12 +3,15 @@
 class QString;
 class QWidget;
 
-/// Modal boxes titled "Warning". Their text may come from the board, so it is shown as plain text and cut to a length
-/// that fits a screen.
+/// Modal boxes. Their text may come from the board, so it is shown as plain text and cut to a length that fits a
+/// screen.
 namespace message_box
 {
+void information(QWidget* pParent, const QString& title, const QString& text);
+
+/// Titled "Warning".
 void warning(QWidget* pParent, const QString& text);
 
-/// True for Yes.
+/// Titled "Warning"; true for Yes.
 bool question(QWidget* pParent, const QString& text);
 } // namespace message_box

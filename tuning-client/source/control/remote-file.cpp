@@ -1,6 +1,8 @@
 #include "tuning-client/source/control/remote-file.h"
 
 #include "tuning-common/source/file-system.h"
+#include "tuning-common/source/limits.h"
+#include "tuning-common/source/text.h"
 #include "tuning-rest/source/fs.h"
 #include "tuning-transfer/source/transfer-client.h"
 
@@ -20,6 +22,9 @@ std::vector<std::string> remoteList(const std::string& extension)
 void remoteMenuFill(QMenu* pMenu, const std::string& extension, const std::function<void(const QString&)>& fEntry)
 {
     pMenu->clear();
+    // Clearing leaves submenus behind: their actions belong to them. Later, since one of them may be on its way up.
+    for (auto* pSubmenu : pMenu->findChildren<QMenu*>(QString(), Qt::FindDirectChildrenOnly))
+        pSubmenu->deleteLater();
     const auto names = remoteList(extension);
     if (names.empty())
         pMenu->addAction(QMenu::tr("Not Found"));
@@ -27,7 +32,11 @@ void remoteMenuFill(QMenu* pMenu, const std::string& extension, const std::funct
         fEntry(QString::fromStdString(name));
 }
 
-QString menuText(QString name) { return name.replace('&', "&&"); }
+QString menuText(const QString& name)
+{
+    auto text = t_common::printable(name.toStdString(), t_common::limit::fileName);
+    return QString::fromStdString(text).replace('&', "&&");
+}
 
 void remoteDownload(t_transfer::ClientHolder& clientHolder, const QString& name, const QString& directory)
 {

@@ -128,7 +128,7 @@ private:
 };
 } // namespace
 
-QByteArray xmlBytesRead(const QString& fileName)
+QByteArray xmlBytesRead(const QString& fileName, std::size_t most)
 {
     QFile file(fileName);
     // Opening a pipe would wait for its other end.
@@ -144,7 +144,7 @@ QByteArray xmlBytesRead(const QString& fileName)
     {
         refuse(fileName, "XML file is larger than 64 MiB");
     }
-    auto bytes = file.readAll();
+    auto bytes = file.read(static_cast<qint64>(most));
     if (file.error() != QFileDevice::NoError)
     {
         refuse(fileName, file.errorString());

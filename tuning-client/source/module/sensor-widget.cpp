@@ -63,6 +63,8 @@ SensorWidget::SensorWidget(QWidget* pParent)
     pFormLayout->addRow(tr("Enable Test Pattern"), pCheckBoxTestPattern);
     pFormLayout->addRow(tr("Connection Status"), pLabelSensorConnectValue);
     pFormLayout->addRow(tr("Bayer Pattern"), pLabelSensorBayerPatternValue);
+    // The row holds a layout, so the form gave its label no buddy.
+    qobject_cast<QLabel*>(pFormLayout->labelForField(pDriverLayout))->setBuddy(pPushButtonDriverList);
     pPushButtonDriverList->setAccessibleName(tr("Sensor Driver"));
     pComboBoxResolution->setAccessibleName(tr("Resolution"));
     pCheckBoxTestPattern->setAccessibleName(tr("Enable Test Pattern"));
@@ -108,7 +110,9 @@ void SensorWidget::configSet()
     Sensor::Config config;
     Sensor().configGet(config);
     config.isTestPattern = pCheckBoxTestPattern->isChecked();
-    config.resolution = pComboBoxResolution->currentData(Qt::UserRole).value<Sensor::Config::Resolution>();
+    // Before the first read there is none to choose, and 0x0 would stop the sensor.
+    if (pComboBoxResolution->currentIndex() >= 0)
+        config.resolution = pComboBoxResolution->currentData(Qt::UserRole).value<Sensor::Config::Resolution>();
     Sensor().configSet(config);
 }
 

@@ -1,6 +1,7 @@
 #include "tuning-client/source/module/template-tree-model.h"
 
 #include "tuning-client/source/control/xml-document.h"
+#include "tuning-common/source/limits.h"
 
 #include <QDebug>
 #include <QDomDocument>
@@ -27,7 +28,9 @@ void TemplateTreeModel::setupModelData(const QDomElement& element, TreeItem* par
 {
     for (auto page = element; !page.isNull(); page = page.nextSiblingElement())
     {
-        parent->appendChild(
-            new TreeItem({page.attribute("Name"), page.attribute("Type"), page.attribute("Level")}, parent));
+        // The view lays out each text whole, whatever of it can be seen.
+        const auto text = [&page](const char* name)
+        { return page.attribute(name).left(int(t_common::limit::listText)); };
+        parent->appendChild(new TreeItem({text("Name"), text("Type"), text("Level")}, parent));
     }
 }

@@ -53,6 +53,7 @@ Client& Client::request(const Json::Value&, Json::Value&, std::int32_t)
 
 Client& Client::request(const Json::Value&, const std::function<void(Json::Value)>&, std::int32_t)
 {
+    failure = "not available on this transport";
     return refuse(*this, "requestis not available");
 }
 

@@ -45,11 +45,14 @@ public:
     virtual Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout);
 
     /// Hands the answer to `fComplete`, perhaps on another thread, but before it returns. Without an answer there is
-    /// no call.
+    /// no call, and `failure` tells why.
     virtual Client& request(const Json::Value& jQuery, const std::function<void(Json::Value)>& fComplete,
                             std::int32_t timeout);
 
     virtual Client& textRead(std::string& text);
     virtual Client& textWrite(const std::string& text);
+
+    /// Why the last request with a callback brought no answer.
+    std::string failure;
 };
 } // namespace t_transfer::abstract

@@ -31,6 +31,10 @@ DownloadFile::DownloadFile(const std::string& filename)
     }
     temporary = target.parent_path() / (".download-" + std::to_string(std::random_device()()));
     pStream = std::fopen(temporary.string().c_str(), "wbx");
+    if (pStream == nullptr)
+    {
+        fail(errno);
+    }
 }
 
 DownloadFile::~DownloadFile()

@@ -11,7 +11,8 @@ namespace t_transfer::http
 class DownloadFile
 {
 public:
-    /// Whether the file could be created shows in `isOpen`.
+    /// Whether the file could be created shows in `isOpen`. Throws `std::runtime_error` when it is there but its
+    /// directory takes no temporary.
     explicit DownloadFile(const std::string& filename);
     ~DownloadFile();
     DownloadFile(const DownloadFile&) = delete;

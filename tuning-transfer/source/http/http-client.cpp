@@ -3,6 +3,7 @@
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/json-app.h"
 #include "tuning-common/source/text.h"
+#include "tuning-transfer/source/abstract/answer.h"
 #include "tuning-transfer/source/http/download-file.h"
 #include "tuning-transfer/source/http/exchange.h"
 
@@ -42,17 +43,6 @@ std::string contentFieldsGet(std::uint64_t size, const std::string& type)
 {
     const auto typeField = "Content-Type: " + type + "\r\n";
     return size > 0 ? "Content-Length: " + std::to_string(size) + "\r\n" + typeField : typeField;
-}
-
-Json::Value answerGet(const std::string& text)
-{
-    auto jResponse = t_common::JsonApp::fromString(text);
-    if (!jResponse.isObject())
-    {
-        throw std::runtime_error("JSON parse failed: the answer is no object but \"" +
-                                 t_common::printable(text, limit::jsonExcerpt) + "\"");
-    }
-    return jResponse;
 }
 
 Json::Value failureGet(const std::string& message)
@@ -110,8 +100,8 @@ Client& Client::request(const Json::Value& jQuery, Json::Value& jResponse, std::
 {
     Command command(ip, port, jQuery, timeout);
     command.run();
+    jResponse = abstract::answerGet(command.answer);
     command.answerPrint();
-    jResponse = answerGet(command.answer);
     return *this;
 }
 
@@ -120,10 +110,10 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
 {
     Command command(ip, port, jQuery, timeout);
     std::exception_ptr pThrown;
+    failure.clear();
     std::thread worker(
         [&]
         {
-            std::string failure;
             try
             {
                 command.run();
@@ -135,6 +125,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
             }
             if (command.answer.empty())
             {
+                failure = failure.empty() ? "the answer is empty" : failure;
                 return;
             }
             try
@@ -143,7 +134,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
                 Json::Value jResponse;
                 try
                 {
-                    jResponse = failure.empty() ? answerGet(command.answer) : failureGet(failure);
+                    jResponse = failure.empty() ? abstract::answerGet(command.answer) : failureGet(failure);
                 }
                 catch (const std::exception& exception)
                 {
@@ -231,9 +222,9 @@ Client& Client::fileUpload(const Json::Value& jQuery)
     {
         exchange.run(TimeLimit::silence(idleLimit));
     }
-    catch (const std::exception& failure)
+    catch (const std::exception& exception)
     {
-        complain(failure.what());
+        complain(exception.what());
     }
     return *this;
 }

@@ -1,0 +1,268 @@
+// The window that shows a picture, and the view of a scene.
+
+#include "tests/support/modals.h"
+#include "tests/support/qt-main.h"
+#include "tuning-client/source/control/image-label.h"
+#include "tuning-client/source/control/picture-label.h"
+#include "tuning-client/source/image-viewer-main-window.h"
+
+#include <QFileDialog>
+#include <QGraphicsPixmapItem>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTemporaryDir>
+#include <QTest>
+
+namespace
+{
+class ViewerTest : public testing::Test
+{
+protected:
+    ViewerTest() { viewer.show(); }
+
+    /// A grey picture of 10 bits; the sample at x, y is x + y.
+    QString pictureWrite(const QString& name, int width, int height)
+    {
+        QByteArray bytes = QString("P5\n%1 %2\n1023\n").arg(width).arg(height).toLatin1();
+        for (int y = 0; y < height; ++y)
+        {
+            for (int x = 0; x < width; ++x)
+                bytes.append(char((x + y) >> 8)).append(char(x + y));
+        }
+        return write(name, bytes);
+    }
+
+    QString write(const QString& name, const QByteArray& bytes)
+    {
+        QFile file(directory.filePath(name));
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(bytes);
+        return file.fileName();
+    }
+
+    QAction& action(const QString& text)
+    {
+        for (auto* pAction : viewer.findChildren<QAction*>())
+        {
+            if (pAction->text() == text)
+                return *pAction;
+        }
+        throw std::out_of_range(text.toStdString());
+    }
+
+    PictureLabel& label() { return *viewer.findChild<PictureLabel*>(); }
+
+    QString text(const QString& name) { return viewer.findChild<QLabel*>(name)->text(); }
+
+    QTemporaryDir directory;
+    ImageViewerMainWindow viewer;
+};
+} // namespace
+
+TEST_F(ViewerTest, ActionsAreThoseOfTheTable)
+{
+    const struct
+    {
+        const char* text;
+        const char* shortcut;
+        bool isEnabled;
+    } rows[] = {{"&Open...", "Ctrl+O", true},
+                {"&Save As...", "Ctrl+S", true},
+                {"&Exit", "Ctrl+E", true},
+                {"Zoom &In (25%)", "Ctrl++", false},
+                {"Zoom &Out (25%)", "Ctrl+-", false},
+                {"&Normal Size", "Ctrl+S", false},
+                {"", "", true},
+                {"&Fit to Window", "Ctrl+F", false}};
+    QList<QAction*> found;
+    for (auto* pMenu : viewer.menuBar()->actions())
+        found += pMenu->menu()->actions();
+    ASSERT_EQ(found.size(), int(std::size(rows)));
+    for (int i = 0; i < found.size(); ++i)
+    {
+        EXPECT_EQ(found[i]->text(), rows[i].text);
+        EXPECT_EQ(found[i]->shortcut().toString(), rows[i].shortcut);
+        EXPECT_EQ(found[i]->isEnabled(), rows[i].isEnabled) << rows[i].text;
+    }
+    EXPECT_TRUE(action("&Fit to Window").isCheckable());
+    EXPECT_EQ(viewer.size(), QSize(1000, 800));
+    action("&Exit").trigger();
+    EXPECT_FALSE(viewer.isVisible());
+}
+
+TEST_F(ViewerTest, NewestFileIsShown)
+{
+    viewer.open(directory.path());
+    EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull()) << "an empty directory shows nothing";
+    QFile old(pictureWrite("b.pgm", 10, 10));
+    ASSERT_TRUE(old.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(old.setFileTime(QDateTime::currentDateTime().addDays(-1), QFileDevice::FileModificationTime));
+    old.close();
+    pictureWrite("c.pgm", 320, 200);
+    viewer.open(directory.path());
+    EXPECT_EQ(label().size(), QSize(320, 200));
+    EXPECT_EQ(text("Size"), "320 x 200");
+    EXPECT_EQ(text("Zoom"), "100 %");
+}
+
+TEST_F(ViewerTest, ZoomKeepsItsBounds)
+{
+    pictureWrite("a.pgm", 1600, 1000);
+    viewer.open(directory.path());
+    auto& zoomIn = action("Zoom &In (25%)");
+    auto& zoomOut = action("Zoom &Out (25%)");
+    auto* pBar = viewer.findChild<QScrollArea*>()->horizontalScrollBar();
+    pBar->setValue(300);
+    const int page = pBar->pageStep();
+    zoomIn.trigger();
+    EXPECT_EQ(pBar->value(), int(1.25 * 300 + 0.25 * page / 2));
+    for (int i = 1; i < 5; ++i)
+    {
+        EXPECT_TRUE(zoomIn.isEnabled());
+        zoomIn.trigger();
+    }
+    EXPECT_FALSE(zoomIn.isEnabled());
+    EXPECT_EQ(text("Zoom"), "305 %");
+    EXPECT_EQ(label().size(), (1.25 * 1.25 * 1.25 * 1.25 * 1.25) * QSize(1600, 1000));
+    zoomOut.trigger();
+    EXPECT_TRUE(zoomIn.isEnabled());
+    action("&Normal Size").trigger();
+    EXPECT_EQ(label().size(), QSize(1600, 1000));
+    for (int i = 0; i < 5; ++i)
+    {
+        EXPECT_TRUE(zoomOut.isEnabled());
+        zoomOut.trigger();
+    }
+    EXPECT_FALSE(zoomOut.isEnabled());
+
+    action("&Fit to Window").trigger();
+    for (auto* pAction : {&zoomIn, &zoomOut, &action("&Normal Size")})
+        EXPECT_FALSE(pAction->isEnabled());
+    EXPECT_EQ(label().size(), viewer.findChild<QScrollArea*>()->viewport()->size());
+    action("&Fit to Window").trigger();
+    EXPECT_EQ(label().size(), QSize(1600, 1000));
+    EXPECT_TRUE(zoomOut.isEnabled());
+}
+
+TEST_F(ViewerTest, StatusBarTellsThePixelUnderTheMouse)
+{
+    pictureWrite("a.pgm", 600, 500);
+    viewer.open(directory.path());
+    QTest::mouseMove(&label(), {100, 200});
+    EXPECT_EQ(text("Pixel"), "x 100  y 200   Raw 300   RGB 74 74 74");
+    action("Zoom &In (25%)").trigger();
+    QTest::mouseMove(&label(), {126, 0});
+    EXPECT_EQ(text("Pixel"), "x 100  y 0   Raw 100   RGB 24 24 24");
+    action("&Fit to Window").trigger();
+    QTest::mouseMove(&label(), {label().width() - 1, label().height() - 1});
+    EXPECT_EQ(text("Pixel"), "x 599  y 499   Raw 1098   RGB 255 255 255");
+    QEvent leave(QEvent::Leave);
+    QApplication::sendEvent(&label(), &leave);
+    EXPECT_EQ(text("Pixel"), "");
+}
+
+TEST_F(ViewerTest, EnlargedPixelsStaySquares)
+{
+    write("a.ppm", QByteArray("P6 2 1 255\n") + QByteArray::fromHex("ff000000ff00"));
+    viewer.open(directory.path());
+    action("&Fit to Window").trigger();
+    const auto shown = label().grab().toImage();
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2 - 2, 5), QColor(255, 0, 0));
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2 + 2, 5), QColor(0, 255, 0));
+}
+
+TEST_F(ViewerTest, WhatCannotBeLoadedIsToldInABox)
+{
+    ClosedBoxes boxes;
+    const auto name = write("<b>bold.pgm", "no picture");
+    viewer.open(directory.path());
+    EXPECT_EQ(boxes.texts, QStringList("Image Viewer: Cannot load " + name + "."));
+    EXPECT_FALSE(action("&Fit to Window").isEnabled());
+    QTest::mouseMove(&label(), {1, 1});
+    EXPECT_EQ(text("Pixel"), "");
+    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+}
+
+TEST_F(ViewerTest, FileIsOpenedAndCopiedThroughTheDialogs)
+{
+    const auto name = pictureWrite("a.pgm", 40, 30);
+    const auto copy = directory.filePath("copy.pgm");
+    QStringList captions;
+    QString chosen = name;
+    Modals dialogs(
+        [&](QDialog& dialog)
+        {
+            auto* pDialog = qobject_cast<QFileDialog*>(&dialog);
+            if (!pDialog)
+                return dialog.reject();
+            captions.append(pDialog->windowTitle() + "|" + pDialog->nameFilters().join(','));
+            if (chosen.isEmpty())
+                return pDialog->reject();
+            pDialog->selectFile(chosen);
+            static_cast<QDialog*>(pDialog)->accept();
+        });
+    action("&Open...").trigger();
+    EXPECT_EQ(label().size(), QSize(40, 30));
+    chosen = directory.filePath("copy");
+    action("&Save As...").trigger();
+    QFile first(name);
+    QFile second(copy);
+    ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
+    EXPECT_EQ(first.readAll(), second.readAll());
+    action("&Save As...").trigger();
+    EXPECT_TRUE(viewer.findChild<QStatusBar*>()->currentMessage().startsWith("Saving failed: "));
+
+    chosen.clear();
+    action("&Open...").trigger();
+    action("&Save As...").trigger();
+    EXPECT_EQ(label().size(), QSize(40, 30));
+    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), QStringList({"a.pgm", "copy.pgm"}));
+
+    // No dialog for a picture of another kind.
+    QImage image(5, 5, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    chosen = directory.filePath("z.png");
+    ASSERT_TRUE(image.save(chosen));
+    action("&Open...").trigger();
+    EXPECT_EQ(label().size(), QSize(5, 5));
+    const auto count = captions.size();
+    action("&Save As...").trigger();
+    EXPECT_EQ(captions.size(), count);
+    EXPECT_TRUE(captions.contains("Save Snapshot File|PGM Files(*.pgm)")) << captions.join('\n').toStdString();
+}
+
+TEST_F(ViewerTest, ClosedViewerKeepsNoPicture)
+{
+    pictureWrite("a.pgm", 400, 300);
+    viewer.open(directory.path());
+    viewer.close();
+    EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull());
+    EXPECT_EQ(text("Size"), "");
+}
+
+TEST(ImageLabel, OffsetStaysInsideTheScene)
+{
+    ImageLabel label(nullptr);
+    label.resize(480, 270);
+    label.show();
+    QImage image(100, 50, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    label.setImage(image);
+    const auto* pItem = label.scene()->items().constFirst();
+    const struct
+    {
+        QPoint set;
+        QPointF got;
+    } rows[] = {{{-5, 5000}, {0, 1079}}, {{1920, -1}, {1919, 0}}, {{700, 400}, {700, 400}}};
+    for (const auto& row : rows)
+    {
+        label.setOffset(row.set.x(), row.set.y());
+        EXPECT_EQ(pItem->pos(), row.got);
+    }
+    const auto shown = label.viewport()->grab().toImage();
+    const auto at = label.mapFromScene(750, 425);
+    EXPECT_EQ(shown.pixelColor(at), QColor(Qt::red));
+    EXPECT_NE(shown.pixelColor(label.mapFromScene(850, 425)), QColor(Qt::red));
+}

@@ -1,0 +1,110 @@
+#include "tests/rest/services.h"
+
+#include "board-simulator/source/wire.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+
+namespace
+{
+class Records : public testing::TestWithParam<std::string>
+{
+};
+
+std::vector<std::string> recordNames()
+{
+    std::vector<std::string> names;
+    for (const auto& [name, record] : board::Wire::instance().records())
+    {
+        if (name != "double[50]")
+            names.push_back(name);
+    }
+    return names;
+}
+
+TEST_P(Records, HaveTheWiresLayout)
+{
+    const auto& record = board::Wire::instance().record(GetParam());
+    const auto* pType = layout::recordFind(GetParam());
+    ASSERT_NE(pType, nullptr);
+    EXPECT_EQ(layout::records().at(*pType).size, record.size);
+    const auto leaves = layout::leaves(*pType);
+    const std::vector<char> image(record.size);
+    for (const auto& wireLayout : record.layouts)
+    {
+        for (const auto& field : wireLayout.fields)
+        {
+            const auto* pLeaf = layout::leafFind(leaves, wireLayout.name, field.name);
+            ASSERT_NE(pLeaf, nullptr) << wireLayout.name << " " << field.name;
+            const auto type = field.type == "pointer" ? "uint64_t" : field.type;
+            EXPECT_EQ(pLeaf->offset, field.offset) << pLeaf->path;
+            EXPECT_EQ(static_cast<const char*>(pLeaf->address(image.data())) - image.data(), field.offset)
+                << pLeaf->path;
+            EXPECT_EQ(pLeaf->type, type) << pLeaf->path;
+            EXPECT_EQ(pLeaf->shape, field.shape) << pLeaf->path;
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Records, testing::ValuesIn(recordNames()),
+                         [](const auto& test) { return std::regex_replace(test.param, std::regex("::"), "_"); });
+
+TEST(Records, CurvePointsAreFiftyDoubles)
+{
+    EXPECT_EQ(sizeof(rest::Avs::Config::x), board::Wire::instance().record("double[50]").size);
+}
+
+TEST(Generations, HaveTheWiresNumbers)
+{
+    using namespace rest;
+    const std::map<std::string, std::map<std::string, int>> generations{
+        {"Ae", {{"V1", Ae::V1}, {"V2", Ae::V2}}},
+        {"Ahdr", {{"V1", Ahdr::V1}}},
+        {"DeMosaic", {{"V1", DeMosaic::V1}, {"V2", DeMosaic::V2}}},
+        {"Dnr2", {{"V1", Dnr2::V1}, {"V5", Dnr2::V5}}},
+        {"Dnr3", {{"V1", Dnr3::V1}, {"V3", Dnr3::V3}, {"V3_2", Dnr3::V3_2}}},
+        {"Gc", {{"V1", Gc::V1}, {"V2", Gc::V2}}},
+        {"Hdr", {{"V1", Hdr::V1}, {"V1_2", Hdr::V1_2}, {"V2", Hdr::V2}, {"V2_LITE", Hdr::V2_LITE}}},
+        {"Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}}}};
+    const std::map<std::string, int> counts{{"Ae", Ae::VMax},     {"Ahdr", Ahdr::VMax}, {"DeMosaic", DeMosaic::VMax},
+                                            {"Dnr2", Dnr2::VMax}, {"Dnr3", Dnr3::VMax}, {"Gc", Gc::VMax},
+                                            {"Hdr", Hdr::VMax},   {"Wdr", Wdr::VMax}};
+    for (const auto& commandClass : board::Wire::instance().classes())
+    {
+        const auto found = generations.find(commandClass.name);
+        const bool isVersioned = found != generations.end();
+        const auto expected = isVersioned ? found->second : std::map<std::string, int>();
+        EXPECT_EQ(commandClass.generations, expected) << commandClass.name;
+        EXPECT_EQ(expected.size(), isVersioned ? counts.at(commandClass.name) : 0) << commandClass.name;
+    }
+}
+
+TEST(Records, StartFromZeroWithTheirPadding)
+{
+    std::vector<char> dirty(sizeof(rest::Dewarp::Config), '\x5a');
+    const auto& config = *new (dirty.data()) rest::Dewarp::Config;
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(&config.padding), 4), std::string(4, '\0'));
+    EXPECT_EQ(config.params.padding, 0);
+    EXPECT_EQ(config.distortionMap[1].pUserMap, 0u);
+    EXPECT_EQ(config.distortionMap[1].index, 1u);
+    EXPECT_EQ(config.distortionMap[1].distortion_coeff[3], 0.001900736217850351);
+    EXPECT_EQ(config.params.dewarp_type, 8u);
+    const auto gamma = rest::recordZero<rest::Gc::Config>();
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(&gamma), sizeof gamma), std::string(sizeof gamma, '\0'));
+}
+
+TEST(Records, CountsAndTextsEndAtTheirArrays)
+{
+    auto awb = rest::recordZero<rest::Awb::Config>();
+    for (const int32_t count : {INT32_MIN, -1, 0, 3, 10, 11, INT32_MAX})
+        EXPECT_EQ(rest::recordCount(count, awb.profilesName), static_cast<size_t>(std::clamp(count, 0, 10)));
+    const auto roi = rest::recordZero<rest::Roi::Config>();
+    EXPECT_EQ(rest::recordCount(UINT32_MAX, roi.roi), 16u);
+    std::memset(awb.profilesName, 'x', sizeof awb.profilesName);
+    EXPECT_EQ(rest::recordText(awb.profilesName[9]), std::string(20, 'x'));
+    awb.profilesName[9][4] = '\0';
+    EXPECT_EQ(rest::recordText(awb.profilesName[9]), "xxxx");
+}
+} // namespace

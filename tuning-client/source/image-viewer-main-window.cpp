@@ -1,0 +1,241 @@
+#include "tuning-client/source/image-viewer-main-window.h"
+
+#include "tuning-client/source/control/message-box.h"
+#include "tuning-client/source/control/picture-label.h"
+#include "tuning-client/source/control/wait-cursor.h"
+
+#include <QAction>
+#include <QFile>
+#include <QFileDialog>
+#include <QMenuBar>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QStatusBar>
+
+namespace
+{
+constexpr double zoomMaximum = 3.0;
+constexpr double zoomMinimum = 0.333;
+
+QString percent(int shown, int whole) { return QString::number(qRound(100.0 * shown / whole)) + " %"; }
+} // namespace
+
+ImageViewerMainWindow::ImageViewerMainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
+{
+    auto* pPictureLabel = new PictureLabel;
+    imageLabel = pPictureLabel;
+    imageLabel->setBackgroundRole(QPalette::Base);
+    imageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
+    imageLabel->setScaledContents(true);
+    imageLabel->setAccessibleName(tr("Picture"));
+
+    scrollArea = new QScrollArea;
+    scrollArea->setBackgroundRole(QPalette::Dark);
+    scrollArea->setWidget(imageLabel);
+    setCentralWidget(scrollArea);
+
+    createActions();
+    createMenus();
+    createStatusBar();
+    connect(pPictureLabel, &PictureLabel::pointed, this, &ImageViewerMainWindow::pixelShow);
+    connect(pPictureLabel, &PictureLabel::left, pLabelPixel, &QLabel::clear);
+    connect(pPictureLabel, &PictureLabel::resized, this, &ImageViewerMainWindow::sizeShow);
+    setWindowTitle(tr("Image Viewer"));
+    resize(1000, 800);
+}
+
+void ImageViewerMainWindow::createActions()
+{
+    const auto actionMake =
+        [this](const QString& text, const char* shortcut, bool isEnabled, void (ImageViewerMainWindow::*fTriggered)())
+    {
+        auto* pAction = new QAction(text, this);
+        pAction->setShortcut(QKeySequence(shortcut));
+        pAction->setEnabled(isEnabled);
+        connect(pAction, &QAction::triggered, this, fTriggered);
+        return pAction;
+    };
+    openAct = actionMake(tr("&Open..."), "Ctrl+O", true, &ImageViewerMainWindow::slotOpen);
+    saveAsAct = actionMake(tr("&Save As..."), "Ctrl+S", true, &ImageViewerMainWindow::saveAs);
+    exitAct = actionMake(tr("&Exit"), "Ctrl+E", true, &ImageViewerMainWindow::exit);
+    zoomInAct = actionMake(tr("Zoom &In (25%)"), "Ctrl++", false, &ImageViewerMainWindow::zoomIn);
+    zoomOutAct = actionMake(tr("Zoom &Out (25%)"), "Ctrl+-", false, &ImageViewerMainWindow::zoomOut);
+    // The same keys as those of saving, by the system's own table.
+    normalSizeAct = actionMake(tr("&Normal Size"), "Ctrl+S", false, &ImageViewerMainWindow::normalSize);
+    fitToWindowAct = actionMake(tr("&Fit to Window"), "Ctrl+F", false, &ImageViewerMainWindow::fitToWindow);
+    fitToWindowAct->setCheckable(true);
+}
+
+void ImageViewerMainWindow::createMenus()
+{
+    fileMenu = menuBar()->addMenu(tr("&File"));
+    fileMenu->addActions({openAct, saveAsAct, exitAct});
+    viewMenu = menuBar()->addMenu(tr("&View"));
+    viewMenu->addActions({zoomInAct, zoomOutAct, normalSizeAct});
+    viewMenu->addSeparator();
+    viewMenu->addAction(fitToWindowAct);
+}
+
+void ImageViewerMainWindow::createStatusBar()
+{
+    const auto labelMake = [](const QString& name)
+    {
+        auto* pLabel = new QLabel;
+        pLabel->setTextFormat(Qt::PlainText);
+        pLabel->setObjectName(name);
+        pLabel->setAccessibleName(name);
+        pLabel->setContentsMargins(0, 0, 2 * pLabel->fontMetrics().averageCharWidth(), 0);
+        return pLabel;
+    };
+    pLabelPixel = labelMake("Pixel");
+    pLabelZoom = labelMake("Zoom");
+    pLabelSize = labelMake("Size");
+    statusBar()->addWidget(pLabelPixel, 1);
+    statusBar()->addPermanentWidget(pLabelZoom);
+    statusBar()->addPermanentWidget(pLabelSize);
+}
+
+void ImageViewerMainWindow::open(QDir dir)
+{
+    const auto names = dir.entryList(QDir::Files, QDir::Time);
+    if (names.isEmpty() || !fileShow(dir.absolutePath() + "/" + names.first()))
+        return;
+    scaleFactor = 1.0;
+    updateActions();
+}
+
+void ImageViewerMainWindow::slotOpen()
+{
+    const auto fileName = QFileDialog::getOpenFileName(this, tr("Open File"), QDir::currentPath());
+    if (!fileName.isEmpty() && fileShow(fileName))
+        updateActions();
+}
+
+/// False, after a box, when the file holds no picture that can be shown.
+bool ImageViewerMainWindow::fileShow(const QString& fileName)
+{
+    imageFileName = fileName;
+    {
+        const shortcut::WaitCursor waiting;
+        const Picture newPicture(fileName);
+        if (!newPicture.isNull())
+        {
+            pictureShow(newPicture);
+            return true;
+        }
+    }
+    message_box::information(this, tr("Image Viewer"), tr("Cannot load %1.").arg(fileName));
+    return false;
+}
+
+void ImageViewerMainWindow::pictureShow(const Picture& newPicture)
+{
+    picture = newPicture;
+    imageLabel->setPixmap(QPixmap::fromImage(picture.imageGet()));
+    pLabelPixel->clear();
+    fitToWindowAct->setEnabled(true);
+    if (!fitToWindowAct->isChecked())
+        imageLabel->adjustSize();
+    sizeShow();
+}
+
+void ImageViewerMainWindow::saveAs()
+{
+    struct Kind
+    {
+        const char* ending;
+        QString filter;
+    };
+    const Kind kinds[] = {
+        {"ppm", tr("PPM Files(*.ppm)")}, {"pgm", tr("PGM Files(*.pgm)")}, {"jpg", tr("JPEG Files(*.jpg)")}};
+    for (const auto& kind : kinds)
+    {
+        if (!imageFileName.endsWith(kind.ending))
+            continue;
+        const auto chosen =
+            QFileDialog::getSaveFileName(this, tr("Save Snapshot File"), QDir::currentPath(), kind.filter);
+        if (chosen.isEmpty())
+            continue;
+        QFile source(imageFileName);
+        if (!source.copy(chosen + "." + kind.ending))
+            statusBar()->showMessage(tr("Saving failed: %1").arg(source.errorString()));
+    }
+}
+
+void ImageViewerMainWindow::exit() { close(); }
+
+void ImageViewerMainWindow::zoomIn() { scaleImage(1.25); }
+
+void ImageViewerMainWindow::zoomOut() { scaleImage(0.8); }
+
+void ImageViewerMainWindow::normalSize()
+{
+    imageLabel->adjustSize();
+    scaleFactor = 1.0;
+}
+
+void ImageViewerMainWindow::fitToWindow()
+{
+    scrollArea->setWidgetResizable(fitToWindowAct->isChecked());
+    if (!fitToWindowAct->isChecked())
+        normalSize();
+    updateActions();
+}
+
+void ImageViewerMainWindow::updateActions()
+{
+    for (auto* pAction : {zoomInAct, zoomOutAct, normalSizeAct})
+        pAction->setEnabled(!fitToWindowAct->isChecked());
+}
+
+void ImageViewerMainWindow::scaleImage(double factor)
+{
+    scaleFactor *= factor;
+    imageLabel->resize(scaleFactor * picture.imageGet().size());
+    adjustScrollBar(scrollArea->horizontalScrollBar(), factor);
+    adjustScrollBar(scrollArea->verticalScrollBar(), factor);
+    zoomInAct->setEnabled(scaleFactor < zoomMaximum);
+    zoomOutAct->setEnabled(scaleFactor > zoomMinimum);
+}
+
+// The point in the middle of the view stays there.
+void ImageViewerMainWindow::adjustScrollBar(QScrollBar* scrollBar, double factor)
+{
+    scrollBar->setValue(int(factor * scrollBar->value() + (factor - 1) * scrollBar->pageStep() / 2));
+}
+
+void ImageViewerMainWindow::pixelShow(const QPoint& pixel)
+{
+    const QColor colour = picture.imageGet().pixelColor(pixel);
+    pLabelPixel->setText(QString("x %1  y %2   Raw %3   RGB %4 %5 %6")
+                             .arg(pixel.x())
+                             .arg(pixel.y())
+                             .arg(picture.samplesText(pixel))
+                             .arg(colour.red())
+                             .arg(colour.green())
+                             .arg(colour.blue()));
+}
+
+void ImageViewerMainWindow::sizeShow()
+{
+    const auto size = picture.imageGet().size();
+    if (size.isEmpty())
+    {
+        pLabelZoom->clear();
+        pLabelSize->clear();
+        return;
+    }
+    const auto across = percent(imageLabel->width(), size.width());
+    const auto down = percent(imageLabel->height(), size.height());
+    pLabelZoom->setText(across == down ? across : across + " x " + down);
+    pLabelSize->setText(QString("%1 x %2").arg(size.width()).arg(size.height()));
+}
+
+// The window itself lives on with its parent, and there may be many of them.
+void ImageViewerMainWindow::closeEvent(QCloseEvent* pEvent)
+{
+    QMainWindow::closeEvent(pEvent);
+    picture = Picture();
+    imageLabel->clear();
+    sizeShow();
+}

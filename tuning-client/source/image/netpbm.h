@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+
+#include <optional>
+
+/// A binary grey (P5) or colour (P6) picture, with its samples as the file has them.
+class Netpbm
+{
+public:
+    /// Nothing for bytes that are no such picture, are too few for it, or would be too many to show.
+    static std::optional<Netpbm> parse(const QByteArray& bytes);
+
+    bool isColour() const { return channels == 3; }
+
+    /// The sample of a pixel inside the picture, 0 to 65535.
+    int sample(int x, int y, int channel) const;
+
+    /// The picture as it is shown, in Format_RGB32.
+    QImage imageGet() const;
+
+private:
+    const uchar* sampleAt(qint64 index) const;
+
+    QByteArray bytes;
+    int offset = 0; ///< of the first sample
+    int width = 0;
+    int height = 0;
+    int maximum = 0;
+    int channels = 0;
+    int sampleSize = 0;
+};

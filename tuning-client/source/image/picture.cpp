@@ -1,0 +1,56 @@
+#include "tuning-client/source/image/picture.h"
+
+#include "tuning-common/source/limits.h"
+
+#include <QColor>
+#include <QFile>
+#include <QFileInfo>
+#include <QImageReader>
+#include <QRgba64>
+
+namespace
+{
+constexpr auto limit = qint64(t_common::limit::picture);
+
+QString tripleText(int red, int green, int blue) { return QString("%1 %2 %3").arg(red).arg(green).arg(blue); }
+
+bool hasWideSamples(const QImage& image) { return image.depth() > 32 || image.format() == QImage::Format_Grayscale16; }
+} // namespace
+
+Picture::Picture(const QString& fileName)
+{
+    QFile file(fileName);
+    // Opening anything else, such as a pipe, could block.
+    if (!QFileInfo(fileName).isFile() || !file.open(QIODevice::ReadOnly))
+        return;
+    const auto magic = file.peek(2);
+    if (magic == "P5" || magic == "P6")
+    {
+        if (file.size() <= limit)
+            netpbm = Netpbm::parse(file.readAll());
+        if (netpbm)
+            image = netpbm->imageGet();
+        return;
+    }
+    QImageReader reader(&file);
+    // A format that does not tell its size beforehand can't be held to a limit.
+    const auto size = reader.size();
+    if (size.isValid() && qint64(size.width()) * size.height() * 4 <= limit)
+        image = reader.read();
+}
+
+QString Picture::samplesText(const QPoint& pixel) const
+{
+    const int x = pixel.x();
+    const int y = pixel.y();
+    if (netpbm && netpbm->isColour())
+        return tripleText(netpbm->sample(x, y, 0), netpbm->sample(x, y, 1), netpbm->sample(x, y, 2));
+    if (netpbm)
+        return QString::number(netpbm->sample(x, y, 0));
+    const auto colour = image.pixelColor(x, y);
+    const auto wide = colour.rgba64();
+    if (image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_Grayscale16)
+        return QString::number(hasWideSamples(image) ? wide.red() : colour.red());
+    return hasWideSamples(image) ? tripleText(wide.red(), wide.green(), wide.blue())
+                                 : tripleText(colour.red(), colour.green(), colour.blue());
+}
