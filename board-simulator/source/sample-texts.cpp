@@ -88,7 +88,7 @@ std::string calibrationText()
         writer.close("lsc");
         writer.close("illumination");
     }
-    for (const char* pModule : {"dpf", "cnr", "2dnr", "3dnr", "ee", "wdr"})
+    for (const char* pModule : {"dpf", "cnr", "dnr2", "dnr3", "ee", "wdr"})
     {
         writer.open(pModule);
         for (int step = 0; step < 8; ++step)

@@ -199,10 +199,25 @@ TEST_F(ThreeAPageTest, WhatLiesHereIsNotTakenForTheBoards)
     for (const bool isPipe : {false, true})
     {
         QFile::remove(name);
-        isPipe ? ASSERT_EQ(mkfifo(name, 0600), 0) : ASSERT_TRUE(QDir().mkdir(name));
+        ASSERT_TRUE(isPipe ? mkfifo(name, 0600) == 0 : QDir().mkdir(name));
         press(widget.pPushButtonLoad);
         EXPECT_EQ(status(), "Download failed: 3aconfig.json did not arrive");
         QDir().rmdir(name);
     }
     QFile::remove(name);
+}
+
+TEST_F(ThreeAPageTest, SerialLineMovesNoFiles)
+{
+    fileWrite(name, "{\"stale\": true}");
+    board.reset();
+    board = std::make_unique<board::Simulator>(board::Options{0, "board", false, true});
+    config.preferences.server.type = "uart";
+    config.preferences.server.uart.port = QString::fromStdString(board->serialName());
+    auto& widget = show();
+    config.preferences.server.type = "http";
+    EXPECT_EQ(status(), "Download failed: 3aconfig.json did not arrive");
+    press(widget.pPushButtonSave);
+    EXPECT_EQ(status(), "Save failed: 3aconfig.json has not been loaded");
+    EXPECT_EQ(fileRead(name), "{\"stale\": true}");
 }

@@ -19,14 +19,18 @@ QVector<int> path(const QTreeWidgetItem* pItem, const QTreeWidgetItem* pRoot)
     return places;
 }
 
-void pathsExpandedCollect(const QTreeWidgetItem* pParent, const QVector<int>& places, QVector<QVector<int>>& found)
+/// By index: to ask an item costs a search among its siblings.
+void pathsExpandedCollect(const QTreeView& tree, const QModelIndex& parent, const QVector<int>& places,
+                          QVector<QVector<int>>& found)
 {
-    for (int i = 0; i < pParent->childCount(); ++i)
+    for (int i = 0; i < tree.model()->rowCount(parent); ++i)
     {
-        if (pParent->child(i)->isExpanded())
+        const auto index = tree.model()->index(i, 0, parent);
+        if (tree.isExpanded(index))
         {
-            found.append(places + QVector<int>{i});
-            pathsExpandedCollect(pParent->child(i), found.last(), found);
+            const auto path = places + QVector<int>{i};
+            found.append(path);
+            pathsExpandedCollect(tree, index, path, found);
         }
     }
 }
@@ -66,7 +70,7 @@ void DomTreeWidget::refresh()
         return;
     disconnect(this, &QTreeWidget::itemChanged, this, &DomTreeWidget::updateDom);
     QVector<QVector<int>> expanded;
-    pathsExpandedCollect(invisibleRootItem(), {}, expanded);
+    pathsExpandedCollect(*this, {}, {}, expanded);
     const auto current = path(currentItem(), invisibleRootItem());
 
     // Not within the tree, which would look at each item as it comes.

@@ -45,15 +45,35 @@ int attributesMax(const QByteArray& bytes)
     return most;
 }
 
-/// Walks through without building anything: the document object would end the process with what is refused here.
-void check(const QString& fileName, const QByteArray& bytes)
+/// Builds a document, and refuses what the document object itself would end the process with.
+class Builder
 {
-    QXmlStreamReader reader(bytes);
-    std::size_t depth = 0;
-    std::size_t nodes = 0;
-    while (!reader.atEnd())
+public:
+    explicit Builder(const QString& sourceName) : fileName(sourceName) {}
+
+    QDomDocument build(const QByteArray& bytes)
     {
-        switch (reader.readNext())
+        QXmlStreamReader reader(bytes);
+        while (!reader.atEnd())
+        {
+            reader.readNext();
+            take(reader);
+            if (nodes > limit::xmlNodes)
+            {
+                refuse(fileName, "XML file has too many nodes");
+            }
+        }
+        if (reader.hasError())
+        {
+            refuse(fileName, QString("%1 (line %2)").arg(reader.errorString()).arg(reader.lineNumber()));
+        }
+        return document;
+    }
+
+private:
+    void take(const QXmlStreamReader& reader)
+    {
+        switch (reader.tokenType())
         {
         case QXmlStreamReader::DTD:
             if (reader.text().contains('['))
@@ -62,28 +82,50 @@ void check(const QString& fileName, const QByteArray& bytes)
             }
             break;
         case QXmlStreamReader::StartElement:
-            nodes += 1 + reader.attributes().size();
-            if (++depth > limit::xmlDepth)
-            {
-                refuse(fileName, "XML elements are nested too deeply");
-            }
+            elementOpen(reader);
             break;
         case QXmlStreamReader::EndElement:
+            parent = parent.parentNode();
             --depth;
+            break;
+        case QXmlStreamReader::Characters:
+            ++nodes;
+            if (reader.isCDATA())
+            {
+                parent.appendChild(document.createCDATASection(reader.text().toString()));
+            }
+            else if (!reader.isWhitespace())
+            {
+                parent.appendChild(document.createTextNode(reader.text().toString()));
+            }
             break;
         default:
             ++nodes;
         }
-        if (nodes > limit::xmlNodes)
-        {
-            refuse(fileName, "XML file has too many nodes");
-        }
     }
-    if (reader.hasError())
+
+    void elementOpen(const QXmlStreamReader& reader)
     {
-        refuse(fileName, QString("%1 (line %2)").arg(reader.errorString()).arg(reader.lineNumber()));
+        const auto attributes = reader.attributes();
+        nodes += 1 + attributes.size();
+        if (++depth > limit::xmlDepth)
+        {
+            refuse(fileName, "XML elements are nested too deeply");
+        }
+        auto element = document.createElement(reader.qualifiedName().toString());
+        for (const auto& attribute : attributes)
+        {
+            element.setAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
+        }
+        parent = parent.appendChild(element);
     }
-}
+
+    const QString& fileName;
+    QDomDocument document{QString()};
+    QDomNode parent = document;
+    std::size_t depth = 0;
+    std::size_t nodes = 0;
+};
 } // namespace
 
 QByteArray xmlBytesRead(const QString& fileName, std::size_t most)
@@ -114,17 +156,9 @@ QByteArray xmlBytesRead(const QString& fileName, std::size_t most)
     return bytes;
 }
 
-QDomDocument xmlDocumentRead(const QString& fileName)
+QDomDocument xmlDocumentParse(const QByteArray& bytes, const QString& fileName)
 {
-    const auto bytes = xmlBytesRead(fileName);
-    check(fileName, bytes);
-
-    // The same reader as in the check, so that both see the same document.
-    QXmlStreamReader reader(bytes);
-    QDomDocument document;
-    if (!document.setContent(&reader, false))
-    {
-        refuse(fileName, "Not an XML document");
-    }
-    return document;
+    return Builder(fileName).build(bytes);
 }
+
+QDomDocument xmlDocumentRead(const QString& fileName) { return xmlDocumentParse(xmlBytesRead(fileName), fileName); }

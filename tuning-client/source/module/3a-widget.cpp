@@ -40,9 +40,15 @@ std::string downloadRead(const std::string& path)
 void fileWrite(const std::string& path, const std::string& text)
 {
     QSaveFile file(QString::fromStdString(path));
-    const bool isWritten =
-        file.open(QIODevice::WriteOnly) && file.write(text.data(), qint64(text.size())) >= 0 && file.commit();
-    if (!isWritten)
+    // Unbuffered: of what a buffer holds at the end, nobody learns that it could not be written.
+    bool isSound = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    for (std::size_t written = 0; isSound && written < text.size();)
+    {
+        const auto count = file.write(text.data() + written, qint64(text.size() - written));
+        isSound = count > 0;
+        written += isSound ? std::size_t(count) : 0;
+    }
+    if (!isSound || !file.commit())
         throw std::runtime_error("Saving of \"" + path + "\" failed: " + file.errorString().toStdString());
 }
 } // namespace

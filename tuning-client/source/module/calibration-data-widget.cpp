@@ -11,6 +11,7 @@
 #include <QDir>
 #include <QGridLayout>
 #include <QPlainTextEdit>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QtDebug>
 
@@ -66,11 +67,10 @@ CalibrationDataWidget::CalibrationDataWidget(QWidget* pParent)
 void CalibrationDataWidget::updateStatus()
 {
     const shortcut::WaitCursor cursor;
-    QDomDocument document;
-    pDomTreeWidgetElement->domBinding(document);
     pDomTreeWidgetAttribute->clear();
     pPlainTextEdit->clear();
     pPlainTextEdit->setPlaceholderText({});
+    auto forget = qScopeGuard([this] { documentForget(); });
 
     std::string fileName;
     rest::Camera().calibrationGet(fileName, true);
@@ -78,7 +78,15 @@ void CalibrationDataWidget::updateStatus()
     const auto path = download(clientHolder(), fileName, directory);
     try
     {
-        document = xmlDocumentRead(path);
+        const auto bytes = xmlBytesRead(path);
+        // A show reads twice, and the second time mostly finds the same.
+        if (bytes != xml || pDomTreeWidgetElement->doc.isNull())
+        {
+            auto document = xmlDocumentParse(bytes, path);
+            pDomTreeWidgetElement->domBinding(document);
+            xml = bytes;
+        }
+        forget.dismiss();
     }
     catch (const std::exception& exception)
     {
@@ -86,7 +94,13 @@ void CalibrationDataWidget::updateStatus()
         const auto reason = QString(exception.what()).remove(directory.path() + "/");
         pPlainTextEdit->setPlaceholderText(tr("Read XML failed") + ": " + reason);
     }
+}
+
+void CalibrationDataWidget::documentForget()
+{
+    QDomDocument document;
     pDomTreeWidgetElement->domBinding(document);
+    xml.clear();
 }
 
 void CalibrationDataWidget::elementShow(QTreeWidgetItem* pItem)

@@ -22,4 +22,7 @@ public:
 
 private:
     void elementShow(QTreeWidgetItem* pItem);
+    void documentForget();
+
+    QByteArray xml; ///< the file that the tree shows
 };
