@@ -5,6 +5,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 
@@ -274,7 +275,15 @@ TEST_F(SettingsTransferTest, RemoteIsRemovedWhenTheUserIsSure)
 
 TEST_F(SettingsTransferTest, ExportFetchesWhatTheBoardWrote)
 {
+    bool hasWaited = false;
+    const auto connection = QObject::connect(pMainWindow->statusBar(), &QStatusBar::messageChanged,
+                                             [&] {
+                                                 hasWaited = QApplication::overrideCursor() &&
+                                                             QApplication::overrideCursor()->shape() == Qt::WaitCursor;
+                                             });
     exportAll();
+    QObject::disconnect(connection);
+    EXPECT_TRUE(hasWaited);
     const auto names = QDir("board").entryList(QDir::Files);
     ASSERT_EQ(names.size(), 1);
     EXPECT_EQ(localFiles(), names);
