@@ -9,6 +9,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QScreen>
 
 namespace
 {
@@ -74,4 +75,9 @@ AboutDialog::AboutDialog(QWidget* pParent) : AbstractDialog(pParent, {}, false)
     {
         // Without a board the dialog shows what is known.
     }
+
+    const auto margins = layout()->contentsMargins();
+    const auto whole = pGridLayoutScrollArea->parentWidget()->sizeHint() +
+                       QSize(margins.left() + margins.right(), margins.top() + margins.bottom());
+    resize(whole.boundedTo(screen()->availableSize()));
 }

@@ -21,4 +21,6 @@ PreferencesDialog::PreferencesDialog(QWidget* pParent) : QDialog(pParent), pTool
     pToolBox->addItem(new ServerWidget(pToolBox), QIcon(":/images/refresh.png"), tr("Server Settings"));
     pToolBox->addItem(new WindowWidget(pToolBox), QIcon(":/images/window.png"), tr("Window Settings"));
     setMinimumSize(sizeHint() * 1.5);
+    // Room for the server page without scrolling.
+    resize(minimumWidth() * 5 / 4, minimumHeight() * 3 / 2);
 }
