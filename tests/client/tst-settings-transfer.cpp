@@ -9,6 +9,9 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <chrono>
+#include <thread>
+
 using board::Fault;
 
 namespace
@@ -174,9 +177,23 @@ TEST_F(SettingsTransferTest, LocalThatIsRefused)
     EXPECT_TRUE(status().contains("Not for this sensor")) << str(status());
     EXPECT_EQ(content("board/plain.xml"), bytes) << "the upload has happened";
 
-    board->listenSet(false);
+    board->faultsClear();
+    QFile::remove("board/plain.xml");
+    write(path, QByteArray(32 << 20, 'x'));
+    board->faultSet({Fault::Silence, Fault::Upload});
+    board->requestsClear();
+    // The window is blocked meanwhile.
+    std::thread vanish(
+        [&]
+        {
+            for (int i = 0; i < waitLimit() / 10 && board->count(Fault::Upload) == 0; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(10));
+            board->listenSet(false);
+        });
     localImport(path);
+    vanish.join();
     EXPECT_TRUE(status().contains("Connection refused")) << str(status());
+    EXPECT_TRUE(QDir("board").entryList(QDir::Files | QDir::Hidden).isEmpty());
 }
 
 TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
