@@ -104,7 +104,8 @@ TEST_F(ConfigTest, FirstRunHasDefaultsAndWritesThem)
               QStringList({"preferences.json", "setting.json"}));
     const auto jPreferences = read("preferences.json");
     EXPECT_EQ(jPreferences.keys(), QStringList({"calibration", "capture", "server", "window"}));
-    EXPECT_EQ(jPreferences["server"].toObject(), QJsonObject({{"index", 0}, {"hosts", QJsonArray()}}));
+    EXPECT_EQ(jPreferences["server"].toObject(),
+              QJsonObject({{"type", "http"}, {"index", 0}, {"hosts", QJsonArray()}, {"port", ""}}));
     EXPECT_EQ(read("setting.json"), QJsonObject({{"chip.name", ""},
                                                  {"input.index", 0},
                                                  {"isp.index", 0},
@@ -300,30 +301,39 @@ TEST_F(ConfigTest, UnknownKeysSurvive)
     EXPECT_EQ(read("widget.json")["Some Page"].toObject()["other"], 1);
 }
 
-TEST_F(ConfigTest, SectionServerBelongsToTheType)
+TEST_F(ConfigTest, TransportSurvivesWithTheRecordsOfBoth)
 {
-    write("preferences.json", R"({"server":{"port":"/dev/ttyS1","index":1}})");
+    const struct
     {
-        cfg::Preferences preferences;
-        preferences.server.type = "uart";
-        preferences.restore();
-        EXPECT_EQ(str(preferences.server.uart.port), "/dev/ttyS1");
-        EXPECT_EQ(preferences.server.http.index, 0);
-        preferences.server.uart.port = "/dev/ttyS2";
-    }
-    EXPECT_EQ(read("preferences.json")["server"].toObject(), QJsonObject({{"port", "/dev/ttyS2"}, {"index", 1}}));
+        const char* file;
+        const char* type;
+    } cases[]{
+        {R"({"server":{"port":"/dev/ttyS1","index":1,"hosts":[{"ip":"a","port":1},{"ip":"b","port":2}]}})", "http"},
+        {R"({"server":{"type":"pigeon"}})", "http"},
+        {R"({"server":{"type":7}})", "http"},
+        {R"({"server":{"type":"uart"}})", "uart"},
+        {R"({"server":{"type":"http"}})", "http"},
+    };
+    for (const auto& [file, type] : cases)
     {
-        cfg::Preferences preferences;
-        preferences.server.type = "pigeon";
-        preferences.restore();
-        EXPECT_EQ(str(preferences.server.uart.port), "");
+        write("preferences.json", file);
+        run([&](cfg::Config& first) { EXPECT_EQ(str(first.preferences.server.type), type) << file; });
+        EXPECT_EQ(str(read("preferences.json")["server"].toObject()["type"].toString()), type) << file;
     }
-    EXPECT_EQ(read("preferences.json")["server"].toObject(), QJsonObject({{"port", "/dev/ttyS2"}, {"index", 1}}));
-    {
-        cfg::Server server;
-        EXPECT_EQ(str(server.fullFileName), "");
-    }
-    EXPECT_EQ(QDir(home.path() + "/.tuning-client").entryList(QDir::Files), QStringList({"preferences.json"}));
+
+    write("preferences.json", cases[0].file);
+    run([](cfg::Config& first) { first.preferences.server.type = "uart"; });
+    run(
+        [](cfg::Config& second)
+        {
+            auto& server = second.preferences.server;
+            EXPECT_EQ(str(server.type), "uart");
+            EXPECT_EQ(str(server.uart.port), "/dev/ttyS1");
+            EXPECT_EQ(str(server.http.server().first), "b");
+            EXPECT_EQ(str(server.fullFileName), "");
+        });
+    EXPECT_EQ(QDir(home.path() + "/.tuning-client").entryList(QDir::Files),
+              QStringList({"preferences.json", "setting.json"}));
 }
 
 TEST_F(ConfigTest, WhatIsNoFileIsLeftAlone)

@@ -1,5 +1,6 @@
 #include "tuning-client/source/main-window.h"
 
+#include "tuning-client/source/about-dialog.h"
 #include "tuning-client/source/chip/chips.h"
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/capture.h"
@@ -11,6 +12,8 @@
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/module/template-tree-model.h"
+#include "tuning-client/source/preferences/preferences-dialog.h"
+#include "tuning-client/source/settings-transfer.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
 #include "tuning-rest/source/sensor.h"
@@ -147,7 +150,12 @@ void MainWindow::menusBuild()
     }
 
     auto* pMenuFile = menuBar()->addMenu(tr("&File"));
+    settingsTransferAdd(this, pMenuFile);
+    pMenuFile->addSeparator();
     pMenuFile->addAction(tr("E&xit"), this, &QWidget::close);
+
+    auto* pMenuEdit = menuBar()->addMenu(tr("&Edit"));
+    pMenuEdit->addAction(tr("&Preferences"), this, [] { (new PreferencesDialog(nullptr))->exec(); });
 
     docksBuild();
 
@@ -155,6 +163,9 @@ void MainWindow::menusBuild()
     pMenuInput->setObjectName("Sensor Menu");
     pMenuIsp = menuBar()->addMenu(tr("&ISP"));
     pMenuIsp->setObjectName("ISP Menu");
+
+    auto* pMenuHelp = menuBar()->addMenu(tr("&Help"));
+    pMenuHelp->addAction(tr("&About ISP Tuning Tools..."), this, [this] { (new AboutDialog(this))->show(); });
 }
 
 void MainWindow::docksBuild()

@@ -92,6 +92,23 @@ void Server::Uart::store(QJsonValueRef section) const
     section = jSection;
 }
 
+// Files of before the choice was kept have no type.
+void Server::restore(QJsonValueRef section)
+{
+    type = section.toObject()["type"].toString() == "uart" ? "uart" : "http";
+    http.restore(section);
+    uart.restore(section);
+}
+
+void Server::store(QJsonValueRef section) const
+{
+    auto jSection = section.toObject();
+    jSection.insert("type", type);
+    section = jSection;
+    http.store(section);
+    uart.store(section);
+}
+
 void Window::restore(QJsonValueRef section) { isAutoResize = section.toObject()["auto.resize"].toBool(); }
 
 void Window::store(QJsonValueRef section) const
@@ -110,10 +127,7 @@ void Preferences::restore()
 {
     calibration.restore(jRoot["calibration"]);
     capture.restore(jRoot["capture"]);
-    if (server.type == "http")
-        server.http.restore(jRoot["server"]);
-    else if (server.type == "uart")
-        server.uart.restore(jRoot["server"]);
+    server.restore(jRoot["server"]);
     window.restore(jRoot["window"]);
 }
 
@@ -121,10 +135,7 @@ void Preferences::store()
 {
     calibration.store(jRoot["calibration"]);
     capture.store(jRoot["capture"]);
-    if (server.type == "http")
-        server.http.store(jRoot["server"]);
-    else if (server.type == "uart")
-        server.uart.store(jRoot["server"]);
+    server.store(jRoot["server"]);
     window.store(jRoot["window"]);
 }
 } // namespace cfg

@@ -62,6 +62,10 @@ public:
     Http http;
     Uart uart;
     QString type = "http"; ///< "http" or "uart"
+
+    /// The section holds the records of both transports, so that a change of transport loses nothing.
+    void restore(QJsonValueRef section);
+    void store(QJsonValueRef section) const;
 };
 
 /// How the window behaves.

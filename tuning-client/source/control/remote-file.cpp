@@ -1,5 +1,6 @@
 #include "tuning-client/source/control/remote-file.h"
 
+#include "tuning-client/source/control/wait-cursor.h"
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
@@ -40,20 +41,35 @@ QString menuText(const QString& name)
 
 void remoteDownload(t_transfer::ClientHolder& clientHolder, const QString& name, const QString& directory)
 {
+    const auto localName = QString::fromStdString(t_common::FileSystem::localNameGet(name.toStdString()));
+    // A transport takes these for the end of the name, and would store the file under another one.
+    if (name.contains('?') || name.contains('#'))
+        throw std::runtime_error(QMenu::tr("Download failed: no file can be asked for as %1").arg(name).toStdString());
+    const QFileInfo local(directory + "/" + localName);
+    // A transport that can't write has no way to say so, and an earlier file is no proof of this transfer.
+    if (local.exists() && !(local.isFile() && local.isWritable()))
+        throw std::runtime_error(
+            QMenu::tr("Download failed: file %1 in %2 can't be written").arg(localName, directory).toStdString());
+
+    const WaitCursor waiting;
     Json::Value jFile;
     jFile["path"] = name.toStdString();
     jFile["path.local"] = directory.toStdString();
     clientHolder.fileDownload(jFile);
-
-    // A transport that could not write has no way to say so.
-    const auto localName = QString::fromStdString(t_common::FileSystem::localNameGet(name.toStdString()));
-    if (!QFileInfo::exists(directory + "/" + localName))
+    if (!QFileInfo::exists(local.filePath()))
         throw std::runtime_error(
             QMenu::tr("Download failed: no file %1 in %2").arg(localName, directory).toStdString());
 }
 
 void remoteUpload(t_transfer::ClientHolder& clientHolder, const QString& fileName)
 {
+    // The transport would send an empty file in its place.
+    const QFileInfo local(fileName);
+    if (!local.isFile() || !local.isReadable())
+        throw std::runtime_error(
+            QMenu::tr("Upload failed: %1 is no file that can be read").arg(fileName).toStdString());
+
+    const WaitCursor waiting;
     Json::Value jFile;
     jFile["path"] = fileName.toStdString();
     clientHolder.fileUpload(jFile);

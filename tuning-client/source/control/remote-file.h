@@ -26,6 +26,6 @@ QString menuText(const QString& name);
 /// Fetches the board's file `name` into `directory`. Throws with a text when the exchange fails or nothing was saved.
 void remoteDownload(t_transfer::ClientHolder& clientHolder, const QString& name, const QString& directory);
 
-/// Sends a local file.
+/// Sends a local file. Throws with a text when there is none to read; how the exchange ends is not known.
 void remoteUpload(t_transfer::ClientHolder& clientHolder, const QString& fileName);
 } // namespace shortcut

@@ -1,0 +1,298 @@
+#include "tests/support/board-fixture.h"
+#include "tuning-client/source/preferences/calibration-widget.h"
+#include "tuning-client/source/preferences/capture-widget.h"
+#include "tuning-client/source/preferences/preferences-dialog.h"
+#include "tuning-client/source/preferences/serial-ports.h"
+#include "tuning-client/source/preferences/server-widget.h"
+#include "tuning-client/source/preferences/window-widget.h"
+#include "tuning-rest/source/camera.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QCompleter>
+#include <QFileDialog>
+#include <QGroupBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMenuBar>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QToolBox>
+
+namespace
+{
+std::string str(const QString& text) { return text.toStdString(); }
+
+class PreferencesTest : public BoardTest
+{
+protected:
+    PreferencesTest()
+    {
+        chipWrite("Empty", {});
+        config.setting.chipName = "Empty";
+        config.preferences.capture = {};
+        config.preferences.calibration = {};
+        config.preferences.window = {};
+        config.preferences.server.type = "http";
+        config.preferences.server.uart.port.clear();
+        open();
+        pDialog = std::make_unique<PreferencesDialog>(nullptr);
+        pDialog->show();
+    }
+
+    ~PreferencesTest() override { config.preferences.server.type = "http"; }
+
+    template <class Page>
+    Page& settings()
+    {
+        auto* pPage = pDialog->findChild<Page*>();
+        pDialog->pToolBox->setCurrentWidget(pPage);
+        return *pPage;
+    }
+
+    static QPushButton& button(const QWidget& page, const QString& text)
+    {
+        for (auto* pButton : page.findChildren<QPushButton*>())
+        {
+            if (pButton->text() == text)
+                return *pButton;
+        }
+        throw std::logic_error("no button " + str(text));
+    }
+
+    /// Texts of the boxes and directory dialogs that `action` opens, one after the other; an empty `directory` cancels.
+    template <class Action>
+    static QStringList asked(Action action, const QString& directory = {})
+    {
+        QStringList texts;
+        QTimer timer;
+        QObject::connect(&timer, &QTimer::timeout,
+                         [&]
+                         {
+                             auto* pActive = QApplication::activeModalWidget();
+                             if (auto* pBox = qobject_cast<QMessageBox*>(pActive))
+                             {
+                                 texts.append(pBox->windowTitle() + ": " + pBox->text());
+                                 pBox->accept();
+                             }
+                             else if (auto* pFile = qobject_cast<QFileDialog*>(pActive))
+                             {
+                                 texts.append(pFile->windowTitle() + ": " + pFile->directory().path());
+                                 if (directory.isEmpty())
+                                     return pFile->reject();
+                                 pFile->findChild<QLineEdit*>("fileNameEdit")->setText(directory);
+                                 QMetaObject::invokeMethod(pFile, "accept");
+                             }
+                         });
+        timer.start(1);
+        action();
+        return texts;
+    }
+
+    static QStringList entries(const ServerWidget& page)
+    {
+        QStringList list;
+        for (int i = 0; i < page.pListWidget->count(); ++i)
+            list.append(page.pListWidget->item(i)->text() + (page.pListWidget->item(i)->icon().isNull() ? "" : " *"));
+        return list;
+    }
+
+    std::unique_ptr<PreferencesDialog> pDialog;
+};
+} // namespace
+
+TEST_F(PreferencesTest, OpensFromTheMenuWithItsPages)
+{
+    const auto& toolBox = *pDialog->pToolBox;
+    QStringList items;
+    for (int i = 0; i < toolBox.count(); ++i)
+    {
+        items.append(toolBox.itemText(i) + " " + toolBox.widget(i)->objectName());
+        EXPECT_FALSE(toolBox.itemIcon(i).pixmap(16).isNull()) << i;
+    }
+    EXPECT_EQ(items, QStringList({"Calibration Settings calibration", "Capture Settings capture",
+                                  "Server Settings server", "Window Settings window"}));
+    EXPECT_GE(pDialog->minimumWidth(), pDialog->sizeHint().width());
+    for (auto* pWidget : pDialog->findChildren<QWidget*>())
+    {
+        const bool isNamedByUs = qobject_cast<QLineEdit*>(pWidget) || qobject_cast<QComboBox*>(pWidget) ||
+                                 qobject_cast<QListWidget*>(pWidget);
+        EXPECT_FALSE(isNamedByUs && pWidget->accessibleName().isEmpty()) << pWidget->metaObject()->className();
+    }
+    pDialog.reset();
+
+    QPointer<PreferencesDialog> pFromMenu;
+    QTimer::singleShot(0,
+                       [&]
+                       {
+                           pFromMenu = qobject_cast<PreferencesDialog*>(QApplication::activeModalWidget());
+                           ASSERT_TRUE(pFromMenu);
+                           EXPECT_EQ(pFromMenu->windowTitle(), "Preferences");
+                           EXPECT_FALSE(pFromMenu->parent());
+                           pFromMenu->close();
+                       });
+    board->requestsClear();
+    for (auto* pAction : pMainWindow->menuBar()->actions())
+    {
+        if (pAction->text() == "&Edit")
+            pAction->menu()->actions().first()->trigger();
+    }
+    EXPECT_TRUE(waitUntil([&] { return pFromMenu.isNull(); }));
+    EXPECT_EQ(board->requestCount(), 0u) << "the preferences never ask the board";
+}
+
+TEST_F(PreferencesTest, DirectoriesAreTakenOver)
+{
+    const QTemporaryDir chosen;
+    auto& calibration = settings<CalibrationWidget>();
+    auto& capture = settings<CaptureWidget>();
+    const auto here = QDir::currentPath();
+    const auto browse = [](QWidget& page) { return [&page] { button(page, "Browse...").click(); }; };
+
+    for (auto* pLineEdit : {calibration.pLineEditOutputDir, capture.pLineEditOutputDir})
+    {
+        EXPECT_TRUE(pLineEdit->isReadOnly());
+        EXPECT_FALSE(pLineEdit->text().isEmpty());
+    }
+    EXPECT_EQ(asked(browse(calibration)), QStringList("Select Directory: " + here)) << "cancelled";
+    EXPECT_EQ(str(config.preferences.calibration.path), str(here));
+    EXPECT_EQ(asked(browse(calibration), chosen.path()).size(), 1);
+    EXPECT_EQ(str(config.preferences.calibration.path), str(chosen.path()));
+    EXPECT_EQ(str(calibration.pLineEditOutputDir->text()), str(chosen.path()));
+
+    EXPECT_EQ(asked(browse(capture), chosen.path()).size(), 1);
+    EXPECT_EQ(str(config.preferences.capture.path), str(chosen.path()));
+    EXPECT_EQ(asked(browse(capture), here),
+              QStringList({"Select Directory: " + here,
+                           "Select Directory: Cannot save file to " + here + ", change another directory"}));
+    EXPECT_EQ(str(config.preferences.capture.path), str(here)) << "taken over all the same";
+    EXPECT_EQ(str(capture.pLineEditOutputDir->text()), str(here));
+}
+
+TEST_F(PreferencesTest, CaptureAndWindowWriteAtOnce)
+{
+    using rest::Camera;
+    auto& stored = config.preferences.capture;
+    {
+        auto& page = settings<CaptureWidget>();
+        const Camera::SnapshotType types[]{Camera::Raw08, Camera::Raw10, Camera::Raw12, Camera::Raw16, Camera::Yuv};
+        ASSERT_EQ(page.pComboBoxImageType->count(), 5);
+        for (int i = 4; i >= 0; --i)
+        {
+            page.pComboBoxImageType->setCurrentIndex(i);
+            EXPECT_EQ(stored.snapshotType, types[i]);
+        }
+        page.pCheckBoxAe->click();
+        EXPECT_TRUE(stored.isAe && !stored.isAf && !stored.isAwb);
+        page.pCheckBoxAwb->click();
+        page.pCheckBoxAe->click();
+        page.pCheckBoxAf->click();
+        EXPECT_TRUE(!stored.isAe && !stored.isAf && stored.isAwb) << "AF can't be changed";
+        settings<WindowWidget>().pCheckBoxAutoResize->click();
+        EXPECT_TRUE(config.preferences.window.isAutoResize);
+    }
+    stored = {true, true, false, "/captures", Camera::Rgb};
+    const CaptureWidget page(nullptr);
+    EXPECT_TRUE(page.pCheckBoxAe->isChecked() && page.pCheckBoxAf->isChecked() && !page.pCheckBoxAwb->isChecked());
+    EXPECT_EQ(page.pComboBoxImageType->currentIndex(), 0);
+    EXPECT_EQ(stored.snapshotType, Camera::Rgb) << "stands until an entry is chosen";
+    emit page.pComboBoxImageType->activated(0);
+    EXPECT_EQ(stored.snapshotType, Camera::Raw08);
+    EXPECT_TRUE(WindowWidget(nullptr).pCheckBoxAutoResize->isChecked());
+}
+
+TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
+{
+    auto& stored = config.preferences.server;
+    auto& page = settings<ServerWidget>();
+    const auto port = QString::number(board->port());
+    EXPECT_EQ(entries(page), QStringList("127.0.0.1:" + port + " *"));
+    EXPECT_TRUE(page.pGroupBoxHttp->isVisible() && !page.pGroupBoxUart->isVisible());
+
+    page.pLineEditPort->setText("70000");
+    page.pPushButtonAdd->click();
+    page.pLineEditServer->setText("10.0.0.7");
+    page.pPushButtonAdd->click();
+    EXPECT_EQ(entries(page), QStringList({"127.0.0.1:" + port + " *", "127.0.0.1:70000", "10.0.0.7:70000"}));
+    EXPECT_EQ(stored.http.collection.size(), 1) << "nothing counts before Apply";
+
+    page.pListWidget->setCurrentRow(1);
+    button(page, "Apply").click();
+    EXPECT_EQ(stored.http.index, 1);
+    const QVector<QPair<QString, uint16_t>> hosts{
+        {"127.0.0.1", board->port()}, {"127.0.0.1", 4464}, {"10.0.0.7", 4464}};
+    EXPECT_EQ(stored.http.collection, hosts);
+    EXPECT_THROW(rest::Camera().preview(true), std::logic_error) << "the client has the port as it was typed";
+
+    page.pPushButtonDelete->click();
+    EXPECT_EQ(entries(page).filter("*").size(), 1) << "another one takes the mark";
+    page.pListWidget->setCurrentRow(0);
+    button(page, "Apply").click();
+    board->requestsClear();
+    rest::Camera().preview(true);
+    EXPECT_EQ(board->requestCount(), 1u) << "the new client is in place at once";
+
+    while (page.pListWidget->count() > 0)
+        page.pPushButtonDelete->click();
+    EXPECT_FALSE(page.pPushButtonDelete->isEnabled());
+    const auto before = stored.http.collection;
+    EXPECT_EQ(asked([&] { button(page, "Apply").click(); }),
+              QStringList("Information Error: Ip address cannot be empty, please add it firstly"));
+    EXPECT_EQ(stored.http.collection, before);
+
+    page.pPushButtonAdd->click();
+    EXPECT_EQ(entries(page), QStringList("10.0.0.7:70000 *"));
+    settings<WindowWidget>();
+    settings<ServerWidget>();
+    EXPECT_EQ(entries(page).size(), before.size()) << "shown again as it is stored";
+
+    stored.http.collection.clear();
+    ServerWidget empty(nullptr);
+    empty.configGet();
+    EXPECT_EQ(empty.pListWidget->count(), 0);
+    EXPECT_EQ(empty.pListWidget->currentRow(), -1);
+    EXPECT_FALSE(empty.pPushButtonDelete->isEnabled());
+}
+
+TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
+{
+    auto& stored = config.preferences.server;
+    auto& page = settings<ServerWidget>();
+    EXPECT_EQ(page.pLineEditUart->text(), "COM");
+    page.pRadioButtonUart->click();
+    EXPECT_TRUE(!page.pGroupBoxHttp->isVisible() && page.pGroupBoxUart->isVisible());
+    ASSERT_TRUE(page.pLineEditUart->completer());
+
+    page.pLineEditUart->setText("/no/such/port");
+    EXPECT_EQ(asked([&] { button(page, "Apply").click(); }).size(), 1) << "a port that can't be opened";
+    rest::Camera().preview(true);
+    EXPECT_EQ(str(stored.type), "uart");
+    EXPECT_EQ(str(stored.uart.port), "/no/such/port");
+    EXPECT_EQ(stored.http.collection.size(), 1) << "the other transport loses nothing";
+
+    ServerWidget again(nullptr);
+    again.configGet();
+    EXPECT_TRUE(again.pRadioButtonUart->isChecked());
+    EXPECT_EQ(str(again.pLineEditUart->text()), "/no/such/port");
+}
+
+TEST_F(PreferencesTest, PortsThatAreThereAreFound)
+{
+    const QTemporaryDir terminals;
+    const QDir directory(terminals.path());
+    for (const auto* name : {"tty0", "ttyUSB0/device", "ttyS1/device", "ttyS0/device", "ttyACM1/device"})
+        directory.mkpath(name);
+    for (const auto& [name, type] : {std::make_pair("ttyS0", "4\n"), std::make_pair("ttyS1", "0\n")})
+    {
+        QFile file(directory.filePath(QString(name) + "/type"));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(type);
+    }
+    EXPECT_EQ(serialPorts(directory), QStringList({"/dev/ttyACM1", "/dev/ttyS0", "/dev/ttyUSB0"}));
+    EXPECT_TRUE(serialPorts(QDir("/no/such/directory")).isEmpty());
+}

@@ -1,0 +1,198 @@
+#include "tuning-client/source/preferences/server-widget.h"
+
+#include "tuning-client/source/config/config.h"
+#include "tuning-client/source/main-window.h"
+#include "tuning-client/source/preferences/serial-ports.h"
+
+#include <QCompleter>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QStringListModel>
+#include <QStyle>
+
+namespace
+{
+struct Host
+{
+    QString ip;
+    QString port;
+};
+
+/// At the last colon, since a host in numbers may have some of its own.
+Host hostOf(const QListWidgetItem* pItem)
+{
+    const auto text = pItem->text();
+    const int colon = text.lastIndexOf(':');
+    return {text.left(colon), text.mid(colon + 1)};
+}
+
+/// Never so narrow that the clear button covers `widest`.
+void widthSet(QLineEdit* pLineEdit, int width, const QString& widest)
+{
+    const auto metrics = pLineEdit->fontMetrics();
+    const int frame = pLineEdit->sizeHint().width() - 17 * metrics.horizontalAdvance('x');
+    const int button = pLineEdit->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, pLineEdit) * 2;
+    pLineEdit->setFixedWidth(qMax(width, metrics.horizontalAdvance(widest) + frame + button));
+}
+} // namespace
+
+ServerWidget::ServerWidget(QWidget* pParent)
+    : SettingsAbstractWidget(pParent, "server"),
+      pGroupBoxHttp(new QGroupBox),
+      pGroupBoxUart(new QGroupBox),
+      pLineEditPort(new QLineEdit("8080")),
+      pLineEditServer(new QLineEdit("127.0.0.1")),
+      pLineEditUart(new QLineEdit("COM")),
+      pListWidget(new QListWidget),
+      pPushButtonAdd(new QPushButton(tr("Add"))),
+      pPushButtonDelete(new QPushButton(tr("Delete"))),
+      pRadioButtonHttp(new QRadioButton(tr("HTTP"))),
+      pRadioButtonUart(new QRadioButton(tr("UART"))),
+      pPortModel(new QStringListModel(this))
+{
+    auto* pGroupBoxType = new QGroupBox(tr("Connection Type"));
+    auto* pLayoutType = new QHBoxLayout(pGroupBoxType);
+    pLayoutType->addWidget(pRadioButtonHttp);
+    pLayoutType->addWidget(pRadioButtonUart);
+    pLayoutType->addStretch();
+    httpBuild();
+    uartBuild();
+    auto* pPushButtonApply = new QPushButton(tr("Apply"));
+    auto* pLayoutApply = new QHBoxLayout;
+    pLayoutApply->addStretch();
+    pLayoutApply->addWidget(pPushButtonApply);
+
+    pGridLayoutScrollArea->addWidget(pGroupBoxType, 0, 0);
+    pGridLayoutScrollArea->addWidget(pGroupBoxHttp, 1, 0);
+    pGridLayoutScrollArea->addWidget(pGroupBoxUart, 2, 0);
+    pGridLayoutScrollArea->addLayout(pLayoutApply, 3, 0);
+    pGridLayoutScrollArea->setRowStretch(4, 1);
+
+    connect(pRadioButtonHttp, &QRadioButton::toggled, pGroupBoxHttp, &QGroupBox::setVisible);
+    connect(pRadioButtonUart, &QRadioButton::toggled, pGroupBoxUart, &QGroupBox::setVisible);
+    connect(pPushButtonApply, &QPushButton::clicked, this, [this] { emit write(false); });
+}
+
+void ServerWidget::httpBuild()
+{
+    pGroupBoxHttp->hide();
+    auto* pLabelServer = new QLabel(tr("Server:"));
+    pLabelServer->setBuddy(pLineEditServer);
+    pLineEditServer->setAccessibleName(tr("Server"));
+    pLineEditServer->setClearButtonEnabled(true);
+    pLineEditServer->setInputMask("000.000.000.000;_");
+    widthSet(pLineEditServer, pLineEditServer->sizeHint().width(), "000.000.000.000");
+    pLineEditPort->setAccessibleName(tr("Port"));
+    pLineEditPort->setClearButtonEnabled(true);
+    pLineEditPort->setInputMask("00000;_");
+    widthSet(pLineEditPort, pLineEditPort->sizeHint().width() / 2, "00000");
+    pPushButtonDelete->setEnabled(false);
+    pListWidget->setAccessibleName(tr("Servers"));
+    pListWidget->setIconSize(QSize(16, 16));
+
+    auto* pLayout = new QGridLayout(pGroupBoxHttp);
+    int column = 0;
+    for (auto* pWidget : std::initializer_list<QWidget*>{pLabelServer, pLineEditServer, new QLabel(":"), pLineEditPort,
+                                                         pPushButtonAdd, pPushButtonDelete})
+        pLayout->addWidget(pWidget, 0, column++);
+    pLayout->setColumnStretch(column, 1);
+    pLayout->addWidget(pListWidget, 1, 0, 1, column + 1);
+
+    connect(pPushButtonAdd, &QPushButton::clicked, this, &ServerWidget::serverAdd);
+    connect(pPushButtonDelete, &QPushButton::clicked, this, &ServerWidget::serversDelete);
+    connect(pListWidget, &QListWidget::currentRowChanged, this, &ServerWidget::currentRowShow);
+}
+
+void ServerWidget::uartBuild()
+{
+    pGroupBoxUart->hide();
+    auto* pLabel = new QLabel(tr("UART"));
+    pLabel->setBuddy(pLineEditUart);
+    pLineEditUart->setAccessibleName(pLabel->text());
+    auto* pCompleter = new QCompleter(pPortModel, this);
+    // Few ports, and what stands in the line is often the one to be replaced: all are offered.
+    pCompleter->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
+    pLineEditUart->setCompleter(pCompleter);
+
+    auto* pLayout = new QHBoxLayout(pGroupBoxUart);
+    pLayout->addWidget(pLabel);
+    pLayout->addWidget(pLineEditUart);
+}
+
+void ServerWidget::serverAdd()
+{
+    pListWidget->addItem(pLineEditServer->text() + ":" + pLineEditPort->text());
+    if (pListWidget->currentRow() < 0)
+        pListWidget->setCurrentRow(0);
+}
+
+void ServerWidget::serversDelete()
+{
+    for (auto* pItem : pListWidget->selectedItems())
+        delete pListWidget->takeItem(pListWidget->row(pItem));
+}
+
+/// The mark shows the server in use.
+void ServerWidget::currentRowShow(int row)
+{
+    pPushButtonDelete->setEnabled(row >= 0);
+    for (int i = 0; i < pListWidget->count(); ++i)
+        pListWidget->item(i)->setIcon(i == row ? style()->standardIcon(QStyle::SP_MediaPlay) : QIcon());
+}
+
+void ServerWidget::configGet()
+{
+    const auto& server = config.preferences.server;
+    (server.type == "http" ? pRadioButtonHttp : pRadioButtonUart)->setChecked(true);
+    if (!server.http.collection.isEmpty())
+        pListWidget->clear();
+    for (const auto& host : server.http.collection)
+        pListWidget->addItem(host.first + ":" + QString::number(host.second));
+    if (server.http.index >= 0)
+        pListWidget->setCurrentRow(server.http.index);
+    if (!server.uart.port.isEmpty())
+        pLineEditUart->setText(server.uart.port);
+    pPortModel->setStringList(serialPorts());
+}
+
+void ServerWidget::configSet(bool)
+{
+    const auto type = pRadioButtonHttp->isChecked() ? "http" : "uart";
+    Json::Value jConfig;
+    jConfig["type"] = type;
+    if (pRadioButtonUart->isChecked())
+        jConfig["port"] = pLineEditUart->text().toStdString();
+    else if (const auto* pItem = pListWidget->currentItem())
+    {
+        const auto host = hostOf(pItem);
+        jConfig["ip"] = host.ip.toStdString();
+        jConfig["port"] = host.port.toStdString();
+    }
+    else
+    {
+        QMessageBox::information(this, tr("Information Error"),
+                                 tr("Ip address cannot be empty, please add it firstly"));
+        return;
+    }
+    if (auto* pMainWindow = mainWindow())
+        pMainWindow->clientHolderSet(jConfig);
+
+    // A client that can't be built does not take the entries from the user.
+    auto& server = config.preferences.server;
+    server.type = type;
+    server.http.index = pListWidget->currentRow();
+    server.http.collection.clear();
+    for (int row = 0; row < pListWidget->count(); ++row)
+    {
+        const auto host = hostOf(pListWidget->item(row));
+        server.http.add(host.ip, uint16_t(host.port.toUInt()));
+    }
+    server.uart.port = pLineEditUart->text();
+}
