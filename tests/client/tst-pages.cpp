@@ -34,12 +34,30 @@ protected:
         // Auto exposure off frees the controls of the exposure pages and keeps the exposure still.
         for (int generation : {0, 1})
             run(4000104, {{"enable", false}, {"generation", generation}});
-        // An exposure that the controls can show to the last digit.
+        exposureSet();
+
+        QFile file(QString::fromStdString(board->directory()) + "/3aconfig.json");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("{\"ae\": true}");
+    }
+
+    /// An exposure that the controls can show to the last digit.
+    void exposureSet()
+    {
         auto sensor = rest::recordZero<rest::Sensor::Config>();
         const auto bytes = board->recordGet("Sensor", 0);
         std::memcpy(&sensor, bytes.data(), sizeof sensor);
         sensor._long = {2, 0.02f};
         run(80002, {{"config", t_common::Base64::encode(sensor)}});
+    }
+
+    /// These show a file of the board. No module is behind them, so they have no records, and no state for the LED.
+    static bool isFilePage(const QString& name) { return name == "3A Config" || name == "Calibration Data"; }
+
+    /// Whether the last read of the page succeeded.
+    bool isRead(const QString& name) const
+    {
+        return isFilePage(name) ? status() == "Request update..." : !led().toolTip().isEmpty();
     }
 
     void run(int id, std::initializer_list<std::pair<const char*, Json::Value>> arguments)
@@ -80,7 +98,7 @@ protected:
             const auto method = function.substr(function.rfind(':') + 1);
             static const std::set<std::string> harmless{"list", "inputInfo", "inputSwitch", "calibrationGet"};
             const bool isRead = method.size() > 3 && method.compare(method.size() - 3, 3, "Get") == 0;
-            if (!isRead && !harmless.count(method))
+            if (!isRead && !harmless.count(method) && request.id != Fault::Download)
                 found.push_back(request);
         }
         return found;
@@ -157,6 +175,8 @@ TEST_F(PagesTest, MovingAControlSendsOneCommandThatChangesItsFieldOnly)
     int moved = 0;
     for (const auto& name : names())
     {
+        // The loop of the last page may have run for a frame or two.
+        exposureSet();
         auto& widget = settled(name);
         QVector<QWidget*> controls;
         for (auto* pSlider : widget.findChildren<QSlider*>())
@@ -280,6 +300,9 @@ const FaultCase faultCases[] = {
     {Fault::NotHttp, "failed"},
 };
 
+/// A file has no answer that could be wrong, and all the time that it takes as long as something comes.
+bool isForFiles(Fault::Kind kind) { return kind >= Fault::Close; }
+
 const Fault::Kind harmlessKinds[] = {Fault::Chunked,  Fault::NoLength, Fault::HttpStatus, Fault::NoReason,
                                      Fault::Continue, Fault::Pieces,   Fault::Delay};
 } // namespace
@@ -291,6 +314,8 @@ TEST_F(PagesTest, FailingBoardLeavesItsTextAndTheControlsAsTheyWere)
         auto& widget = settled(name);
         for (const auto& fault : faultCases)
         {
+            if (name == "3A Config" && !isForFiles(fault.kind))
+                continue;
             SCOPED_TRACE(name.toStdString() + ", fault " + std::to_string(int(fault.kind)));
             const auto before = picture(widget);
             Fault struck;
@@ -308,7 +333,7 @@ TEST_F(PagesTest, FailingBoardLeavesItsTextAndTheControlsAsTheyWere)
             EXPECT_TRUE(led().toolTip().isEmpty()) << "grey after a failed read";
         }
         emit pMainWindow->refresh();
-        EXPECT_FALSE(led().toolTip().isEmpty()) << "the page works again";
+        EXPECT_TRUE(isRead(name)) << "the page works again";
     }
 }
 
@@ -325,7 +350,7 @@ TEST_F(PagesTest, UnusualButSoundAnswersAreTaken)
             board->faultSet(struck);
             emit pMainWindow->refresh();
             board->faultsClear();
-            EXPECT_FALSE(led().toolTip().isEmpty()) << name.toStdString() << ", fault " << kind;
+            EXPECT_TRUE(isRead(name)) << name.toStdString() << ", fault " << kind;
         }
     }
 }
@@ -339,6 +364,8 @@ TEST_F(PagesTest, RecordsOfAnyBytesAreShownOrRefused)
     { return t_common::Base64::encode(std::string(size, fill).data(), unsigned(size)); };
     for (const auto& name : names())
     {
+        if (isFilePage(name))
+            continue;
         SCOPED_TRACE(name.toStdString());
         settled(name);
         for (char fill : {'\xff', '\x7f', '\x80', '\x02'})
