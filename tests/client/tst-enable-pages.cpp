@@ -25,7 +25,20 @@ using board::Fault;
 
 namespace
 {
-/// Commands of the board's fourth wide dynamic range module.
+/// All settings of the board's fourth wide dynamic range module, the ones without a control at 0.
+Json::Value settings(bool isAuto, double level, double strength)
+{
+    Json::Value jSettings;
+    for (const char* key :
+         {"contrast", "flat.strength", "flat.threshold", "strength.high", "strength.low", "strength.global"})
+        jSettings[key] = 0;
+    jSettings["auto"] = isAuto;
+    jSettings["auto.level"] = int(level);
+    jSettings["strength"] = int(strength);
+    return jSettings;
+}
+
+/// Its commands.
 class Wdr : public rest::Engine
 {
 public:
@@ -45,7 +58,11 @@ public:
 
     void configSet(bool isAuto, double level, double strength)
     {
-        send(*this, COMMAND(ConfigSet, 3).with("auto", isAuto).with("auto.level", level).with("strength", strength));
+        auto command = COMMAND(ConfigSet, 3);
+        const auto jSettings = settings(isAuto, level, strength);
+        for (const auto& key : jSettings.getMemberNames())
+            command.with(key.c_str(), jSettings[key]);
+        send(*this, command);
     }
 
     void enableGet(bool& isEnable) { read(*this, COMMAND(EnableGet, 3), "enable", isEnable); }
@@ -123,18 +140,12 @@ protected:
     {
         for (auto jQuery : {Wdr::EnableSet, Wdr::ConfigSet})
         {
-            Json::Value query;
+            auto query = jQuery == Wdr::ConfigSet ? settings(isAuto, level, strength) : Json::Value();
             query["function"] = "test";
             query["id"] = jQuery;
             query["generation"] = 3;
             if (jQuery == Wdr::EnableSet)
                 query["enable"] = isEnable;
-            else
-            {
-                query["auto"] = isAuto;
-                query["auto.level"] = level;
-                query["strength"] = strength;
-            }
             ASSERT_EQ(board->execute(query)["error"].asInt(), 0);
         }
     }
@@ -162,11 +173,8 @@ protected:
 
     static Json::Value configSent(bool isAuto, double level, double strength)
     {
-        Json::Value jSent;
+        auto jSent = settings(isAuto, level, strength);
         jSent["id"] = Wdr::ConfigSet;
-        jSent["auto"] = isAuto;
-        jSent["auto.level"] = level;
-        jSent["strength"] = strength;
         return jSent;
     }
 

@@ -424,7 +424,7 @@ TEST_F(MainWindowTest, FailedInputSwitchGoesToTheLogOnly)
 
 TEST_F(MainWindowTest, ToolBarReachesTheBoard)
 {
-    open();
+    page("Auto Exposure");
     for (const bool isOn : {true, false})
     {
         board->requestsClear();
@@ -525,7 +525,7 @@ TEST_F(MainWindowTest, ClientIsReplacedOrStays)
         {R"({"type":"pigeon"})", "Unset client type", "as before"},
         {R"({})", "Unset client type", "as before"},
         {R"({"type":5})", "Unset client type", "as before"},
-        {R"({"type":"uart","port":"/dev/null"})", "UART driver not available", "UART driver not available"},
+        {R"({"type":"uart","port":"/dev/null"})", "Open UART [/dev/null] failed\n", "Open UART [/dev/null] failed\n"},
         {R"({"type":"http","ip":{},"port":1})", nullptr, nullptr},
         {R"(["http"])", nullptr, nullptr},
     };
@@ -561,7 +561,7 @@ TEST_F(MainWindowTest, StartsWithoutAClientWhereNoneCanBeBuilt)
 {
     config.preferences.server.type = "uart";
     config.setting.chipName = "none";
-    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("UART driver not available"));
+    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("Open UART [] failed\n"));
     tool("&Start")->trigger();
     EXPECT_EQ(str(status()), "Transfer is never initialized");
     try
