@@ -54,6 +54,7 @@ CalibrationDataWidget::CalibrationDataWidget(QWidget* pParent)
     pDomTreeWidgetElement->setAccessibleName(tr("Elements"));
     pDomTreeWidgetAttribute->setHeaderLabels({tr("Attribute"), tr("Value")});
     pDomTreeWidgetAttribute->setAccessibleName(tr("Attributes"));
+    pDomTreeWidgetAttribute->setRootIsDecorated(false);
     pPlainTextEdit->setAccessibleName(tr("Text"));
     pPlainTextEdit->setReadOnly(true);
     pPlainTextEdit->setMaximumHeight(pPlainTextEdit->sizeHint().height() / 2);
