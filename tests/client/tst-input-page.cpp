@@ -62,6 +62,13 @@ protected:
     {
         for (const auto& name : QDir("board").entryList(QDir::Files))
             QFile::remove("board/" + name);
+        // Records are compared byte for byte: the exposure has to stand still.
+        Json::Value jStop;
+        jStop["function"] = "test";
+        jStop["id"] = 4000104;
+        jStop["generation"] = 0;
+        jStop["enable"] = false;
+        EXPECT_EQ(board->execute(jStop)["error"].asInt(), 0);
         open();
         board->requestsClear();
     }
