@@ -12,6 +12,7 @@ endif()
 if(TUNING_SANITIZE)
     target_compile_options(
         tuning-options INTERFACE -O1 -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer
+                                 -Wno-maybe-uninitialized # g++ finds some in <regex> that are none
     )
     target_link_options(tuning-options INTERFACE -fsanitize=address,undefined)
 endif()
