@@ -1,6 +1,7 @@
 #include "tuning-client/source/module/3a-widget.h"
 
 #include "tuning-client/source/control/json-view.h"
+#include "tuning-client/source/control/local-file.h"
 #include "tuning-client/source/control/wait-cursor.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-transfer/source/transfer-client.h"
@@ -8,7 +9,6 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QPushButton>
-#include <QSaveFile>
 
 #include <sstream>
 #include <stdexcept>
@@ -35,21 +35,6 @@ std::string downloadRead(const std::string& path)
     if (!text.empty() && text.back() == '\n')
         text.pop_back();
     return text;
-}
-
-void fileWrite(const std::string& path, const std::string& text)
-{
-    QSaveFile file(QString::fromStdString(path));
-    // Unbuffered: of what a buffer holds at the end, nobody learns that it could not be written.
-    bool isSound = file.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
-    for (std::size_t written = 0; isSound && written < text.size();)
-    {
-        const auto count = file.write(text.data() + written, qint64(text.size() - written));
-        isSound = count > 0;
-        written += isSound ? std::size_t(count) : 0;
-    }
-    if (!isSound || !file.commit())
-        throw std::runtime_error("Saving of \"" + path + "\" failed: " + file.errorString().toStdString());
 }
 } // namespace
 
@@ -110,6 +95,6 @@ void _3AWidget::configSet()
     const shortcut::WaitCursor cursor;
     std::ostringstream stream;
     stream << jRoot;
-    fileWrite(localPath, stream.str());
+    shortcut::fileWrite(QString::fromStdString(localPath), QByteArray::fromStdString(stream.str()));
     clientHolder().fileUpload(fileQuery());
 }

@@ -7,6 +7,8 @@
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/input-widget.h"
+#include "tuning-client/source/module/isp-register-widget.h"
+#include "tuning-client/source/module/register-widget.h"
 
 #include <QGridLayout>
 #include <QScrollArea>
@@ -26,9 +28,14 @@ QWidget* make()
 const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
 {
     static const QVector<Entry> entries{
-        {"3A Config", make<_3AWidget>},       {"Auto Exposure", make<AeWidget>},
-        {"Auto Exposure 2", make<Ae2Widget>}, {"Calibration Data", make<CalibrationDataWidget>},
-        {"Exposure Control", make<EcWidget>}, {"Input Control", make<InputWidget>},
+        {"3A Config", make<_3AWidget>},
+        {"Auto Exposure", make<AeWidget>},
+        {"Auto Exposure 2", make<Ae2Widget>},
+        {"Calibration Data", make<CalibrationDataWidget>},
+        {"Exposure Control", make<EcWidget>},
+        {"Input Control", make<InputWidget>},
+        {"ISP Register", make<IspRegisterWidget>},
+        {"Register", make<RegisterWidget>},
     };
     return entries;
 }

@@ -1,0 +1,101 @@
+#include "tuning-client/source/module/register-document.h"
+
+#include "tuning-client/source/control/local-file.h"
+#include "tuning-client/source/control/xml-document.h"
+
+#include <QTextStream>
+#include <QtDebug>
+
+#include <stdexcept>
+
+namespace register_document
+{
+QString nameMake(const QString& text)
+{
+    QString name;
+    for (const auto character : text)
+    {
+        const auto code = character.unicode();
+        const bool isLetter = (code >= 'a' && code <= 'z') || (code >= 'A' && code <= 'Z') || code == '_';
+        const bool isInner = (code >= '0' && code <= '9') || code == '-' || code == '.';
+        if (name.isEmpty() && !isLetter)
+            name = "_";
+        // Letters of other scripts are spelt out, so that two modules do not become one.
+        if (code >= 0x80)
+            name += QString::asprintf("u%04X", code);
+        else
+            name += isLetter || isInner ? character : QChar('_');
+    }
+    return name.isEmpty() ? "_" : name;
+}
+
+QDomDocument create()
+{
+    QDomDocument document("norvik_registers_v1");
+    document.appendChild(document.createProcessingInstruction("xml", "version=\"1.0\""));
+    document.appendChild(document.createElement("OPTRIX_1"));
+    return document;
+}
+
+QDomDocument read(const QString& path)
+{
+    QByteArray bytes;
+    try
+    {
+        bytes = xmlBytesRead(path);
+        // Refuses what would end the document object's own parser, which in its turn keeps everything.
+        xmlDocumentParse(bytes, path);
+    }
+    catch (const std::exception&)
+    {
+        qDebug("No file to read...");
+        throw;
+    }
+    QDomDocument document("norvik_registers_v1");
+    QString reason;
+    if (!document.setContent(bytes, &reason))
+    {
+        qDebug("No file to read...");
+        throw std::runtime_error(QString("%1: %2").arg(reason, path).toStdString());
+    }
+    qDebug("File has loaded...");
+    return document;
+}
+
+void write(const QDomDocument& document, const QString& path)
+{
+    QByteArray bytes;
+    QTextStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setCodec("UTF-8");
+    document.save(stream, 4);
+    stream.flush();
+    shortcut::fileWrite(path, bytes);
+}
+
+QDomElement registerElement(QDomDocument& document, const QString& name, uint32_t address, const QString& text)
+{
+    auto element = document.createElement(nameMake(name));
+    element.setAttribute("size", "[1 1]");
+    element.setAttribute("type", "uint32_t");
+    element.setAttribute("address", QString::asprintf("0x%08X", address));
+    textSet(element, text);
+    return element;
+}
+
+QDomElement moduleFind(const QDomDocument& document, const QString& tag)
+{
+    return document.documentElement().firstChildElement(tag);
+}
+
+void textSet(QDomElement element, const QString& text)
+{
+    for (auto child = element.firstChild(); !child.isNull();)
+    {
+        const auto next = child.nextSibling();
+        if (child.isText())
+            element.removeChild(child);
+        child = next;
+    }
+    element.appendChild(element.ownerDocument().createTextNode(text));
+}
+} // namespace register_document
