@@ -114,13 +114,16 @@ TEST_F(ExposurePagesTest, ShowsWhatTheBoardReportsInBothGenerations)
         int generation;
         const char* on;
         const char* off;
-    } cases[] = {{"Auto Exposure", 0, "AE ON", "AE OFF"}, {"Auto Exposure 2", 1, "AE2 ON", "AE2 OFF"}};
+        Ae::Config::V1::Ecm::FlickerPeriod flickerPeriod;
+        const char* flicker;
+    } cases[] = {{"Auto Exposure", 0, "AE ON", "AE OFF", Ae::Config::V1::Ecm::FlickerPeriod100Hz, "100Hz"},
+                 {"Auto Exposure 2", 1, "AE2 ON", "AE2 OFF", Ae::Config::V1::Ecm::FlickerPeriod120Hz, "120Hz"}};
     for (const auto& c : cases)
     {
         SCOPED_TRACE(c.name);
         auto settings = aeRecord(c.generation);
         settings.v1.mode = Ae::Config::V1::ModeAdaptive;
-        settings.v1.ecm.flickerPeriod = Ae::Config::V1::Ecm::FlickerPeriod120Hz;
+        settings.v1.ecm.flickerPeriod = c.flickerPeriod;
         settings.v1.ecm.isAfps = true;
         settings.v1.setPoint = 61.5f;
         settings.v1.tolerance = 7.5f;
@@ -141,7 +144,7 @@ TEST_F(ExposurePagesTest, ShowsWhatTheBoardReportsInBothGenerations)
             EXPECT_EQ(widget.pTimer->isActive(), isOn);
             EXPECT_EQ(led().toolTip(), isOn ? c.on : c.off);
             EXPECT_EQ(widget.pComboBoxMode->currentText(), "Adaptive (Adaptive ROI)");
-            EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), "120Hz");
+            EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), c.flicker);
             EXPECT_TRUE(widget.pCheckBoxAfps->isChecked());
             EXPECT_EQ(widget.sliderSpinWidgets[0]->value(), 61.5);
             EXPECT_EQ(widget.sliderSpinWidgets[1]->value(), 7.5);
@@ -255,20 +258,26 @@ TEST_F(ExposurePagesTest, FailedEnableLeavesTheBoxAndTheControls)
 
 TEST_F(ExposurePagesTest, SamplesAtItsIntervalWhileShown)
 {
-    aeEnable(false);
-    auto& widget = ae();
-    EXPECT_EQ(widget.pTimer->interval(), 1000);
-    type(widget.pSliderSpinWidgetSampleInterval, "0.3");
-    EXPECT_EQ(widget.pTimer->interval(), 300);
+    for (int generation : {0, 1})
+    {
+        aeEnable(false);
+        auto& widget = ae(generation == 0 ? "Auto Exposure" : "Auto Exposure 2");
+        EXPECT_EQ(widget.pTimer->interval(), 1000);
+        type(widget.pSliderSpinWidgetSampleInterval, "0.3");
+        EXPECT_EQ(widget.pTimer->interval(), 300);
 
-    aeEnable(true);
-    emit pMainWindow->refresh();
-    board->requestsClear();
-    ASSERT_TRUE(waitUntil([&] { return sent(AeStatusGet) >= 2; }));
-    EXPECT_EQ(sent(AeConfigGet), 0u);
-    EXPECT_GE(sent(SensorConfigGet), sent(AeStatusGet) - 1);
+        aeEnable(true);
+        emit pMainWindow->refresh();
+        EXPECT_EQ(last(AeEnableGet).query["generation"], generation);
+        board->requestsClear();
+        ASSERT_TRUE(waitUntil([&] { return sent(AeStatusGet) >= 2; }));
+        EXPECT_EQ(last(AeStatusGet).query["generation"], generation);
+        EXPECT_EQ(sent(AeConfigGet), 0u);
+        EXPECT_GE(sent(SensorConfigGet), sent(AeStatusGet) - 1);
+    }
 
     // A box unchecked by a read in between: a tick that was on its way does nothing.
+    auto& widget = ae();
     widget.pCheckBoxEnable->blockSignals(true);
     widget.pCheckBoxEnable->setChecked(false);
     board->requestsClear();
@@ -401,6 +410,13 @@ TEST_F(ExposurePagesTest, ExposureControlFollowsAutoExposure)
         100 * (sensor._long.integrationTime * sensor._long.gain) /
         (status.gain.max * status.integrationTime.max - status.gain.min * status.integrationTime.min);
     EXPECT_EQ(widget.pProgressBarExposure->value(), int(expected));
+
+    // Longer than the sensor can is shown as full.
+    sensor._long.gain = 2 * status.gain.max;
+    sensor._long.integrationTime = status.integrationTime.max;
+    answer(SensorConfigGet, "config", sensor);
+    QMetaObject::invokeMethod(widget.pTimer, "timeout");
+    EXPECT_EQ(widget.pProgressBarExposure->value(), 100);
 }
 
 TEST_F(ExposurePagesTest, ExposureControlRanges)

@@ -137,7 +137,7 @@ TEST_F(SerialTest, DeviceThatVanishesAndComesBack)
     const auto name = QString::fromStdString(board->serialName());
     board->serialSet(false);
     emit pMainWindow->refresh();
-    EXPECT_EQ(status().trimmed(), name + ": write failed, 0 bytes written");
+    EXPECT_EQ(status(), name + ": write failed, 0 bytes written\n");
     EXPECT_EQ(pMainWindow->statusBar()->styleSheet(), "QStatusBar { color: darkRed; }");
     EXPECT_TRUE(led().toolTip().isEmpty());
 

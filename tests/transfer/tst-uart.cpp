@@ -112,13 +112,20 @@ protected:
     /// Another opener of the device, which asks for no exclusiveness.
     int deviceOpen() const { return ::open(simulator.serialName().c_str(), O_RDWR | O_NOCTTY | O_NONBLOCK); }
 
-    bool isExclusive() const
+    static bool isExclusive(int device)
     {
-        const int device = deviceOpen();
         int flag = -1;
         EXPECT_EQ(::ioctl(device, TIOCGEXCL, &flag), 0);
-        ::close(device);
         return flag == 1;
+    }
+
+    /// Looks again and again, for ten seconds at most.
+    template <class Condition>
+    static bool waitUntil(Condition condition)
+    {
+        for (int i = 0; i < 10'000 && !condition(); ++i)
+            ::usleep(1000);
+        return condition();
     }
 
     const std::string directory = std::filesystem::temp_directory_path() / ("uart-test-" + std::to_string(::getpid()));
@@ -225,13 +232,12 @@ TEST_F(UartTest, PauseCutsAnAnswerAndItsRestIsTakenForTheNext)
 
 TEST_F(UartTest, ClientBeginsWithAnEmptyLine)
 {
+    pHolder.reset();
     const int device = deviceOpen();
     ASSERT_EQ(::write(device, sent.data(), sent.size()), static_cast<ssize_t>(sent.size()));
     int waiting = 0;
-    while (waiting < static_cast<int>(good.size()) && ::ioctl(device, FIONREAD, &waiting) == 0)
-    {
-        ::usleep(1000);
-    }
+    EXPECT_TRUE(waitUntil(
+        [&] { return ::ioctl(device, FIONREAD, &waiting) != 0 || waiting >= static_cast<int>(good.size()); }));
     ::close(device);
     answerSet("{\"new\":1}");
     connect();
@@ -292,10 +298,7 @@ TEST_F(UartTest, DeviceThatVanishes)
     // What had come is an answer of its own when the line stays up for another pause behind it.
     EXPECT_TRUE(isMatching(text, "JSON parse failed: *") || isMatching(text, "*: read failed, [0-9]* bytes read\n"))
         << text;
-    while (!simulator.serialName().empty())
-    {
-        ::usleep(1000);
-    }
+    EXPECT_TRUE(waitUntil([&] { return simulator.serialName().empty(); }));
     EXPECT_TRUE(isMatching(failure(), "*: write failed, 0 bytes written\n"));
 }
 
@@ -349,11 +352,12 @@ TEST_F(UartTest, WhatIsNoFreePortIsRefused)
 
 TEST_F(UartTest, PortIsHeldUntilTheClientEnds)
 {
-    EXPECT_TRUE(isExclusive());
+    // Opened while that is still allowed: only root could open it later.
     pHolder.reset();
-    EXPECT_FALSE(isExclusive());
     const int device = deviceOpen();
+    EXPECT_FALSE(isExclusive(device));
     connect();
+    EXPECT_TRUE(isExclusive(device));
     EXPECT_TRUE(request()["enable"].asBool());
     ::close(device);
 }

@@ -178,7 +178,6 @@ void MainWindow::docksBuild()
     pDockWidgetTemplate = dockBuild(pMenuView, Qt::LeftDockWidgetArea, tr("Template"), tr("&Template"),
                                     pTreeViewFeature, config.setting.isViewTemplate);
     pConsoleWidget = new ConsoleWidget(nullptr);
-    pConsoleWidget->setAccessibleName(tr("Transfer"));
     pDockWidgetTransfer = dockBuild(pMenuView, Qt::BottomDockWidgetArea, tr("Transfer"), tr("T&ransfer"),
                                     pConsoleWidget, config.setting.isViewTransfer);
     setCorner(Qt::BottomLeftCorner, Qt::LeftDockWidgetArea);

@@ -7,7 +7,13 @@ namespace shortcut
 {
 void failureShow(QStatusBar* pStatusBar, const char* text)
 {
-    if (pStatusBar)
-        pStatusBar->showMessage(QString::fromStdString(t_common::printable(text, t_common::limit::statusBarText)), 0);
+    if (!pStatusBar)
+        return;
+    auto line = QString::fromUtf8(text);
+    // The serial line's own texts end with a line feed, and are shown as they are.
+    const bool isEnded = line.endsWith('\n');
+    line.chop(isEnded);
+    line = QString::fromStdString(t_common::printable(line.toStdString(), t_common::limit::statusBarText));
+    pStatusBar->showMessage(isEnded ? line + '\n' : line, 0);
 }
 } // namespace shortcut

@@ -54,6 +54,8 @@ public:
     QDomDocument build(const QByteArray& bytes)
     {
         QXmlStreamReader reader(bytes);
+        // Prefixes are part of the names, declared or not.
+        reader.setNamespaceProcessing(false);
         while (!reader.atEnd())
         {
             reader.readNext();

@@ -25,8 +25,6 @@ AeWidget::AeWidget(QWidget* pParent)
       pScene(new Scene(nullptr)),
       pExposurePlot(new ExposurePlot(nullptr))
 {
-    pCheckBoxEnable->setText(tr("Enable Auto Exposure"));
-
     pComboBoxFlickerPeriod->addItems({tr("Off"), tr("100Hz"), tr("120Hz")});
     pComboBoxMode->addItem(tr("Disabled (Setpoint)"), V1::ModeDisable);
     pComboBoxMode->addItem(tr("Fix (Static ROI)"), V1::ModeFix);

@@ -81,7 +81,12 @@ void CalibrationDataWidget::updateStatus()
     {
         const auto bytes = xmlBytesRead(path);
         // A show reads twice, and the second time mostly finds the same.
-        if (bytes != xml || pDomTreeWidgetElement->doc.isNull())
+        if (bytes == xml && !pDomTreeWidgetElement->doc.isNull())
+        {
+            pDomTreeWidgetElement->setCurrentItem(nullptr);
+            pDomTreeWidgetElement->collapseAll();
+        }
+        else
         {
             auto document = xmlDocumentParse(bytes, path);
             pDomTreeWidgetElement->domBinding(document);

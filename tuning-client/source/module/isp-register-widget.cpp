@@ -123,6 +123,7 @@ void IspRegisterWidget::layOut()
     pTextEditRegisterValue->setReadOnly(true);
     pTextEditRegisterValue->setAcceptRichText(false);
     pTextEditRegisterValue->setAccessibleName(tr("Written registers"));
+    pTextEditRegisterValue->setPlaceholderText(tr("Written registers"));
     pTextEditRegisterValue->document()->setMaximumBlockCount(logLines);
     pTextEditRegisterValue->setMaximumHeight(5 * fontMetrics().lineSpacing());
 

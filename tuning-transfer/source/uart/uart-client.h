@@ -15,7 +15,8 @@ public:
 
     using abstract::Client::request;
 
-    /// Only the silence of the line ends an answer: what it has brought by then is the answer. Waits for ten seconds
+    /// What one read has brought is the answer: a read ends with a pause of the line, with its time or with its buffer.
+    /// Waits for ten seconds
     /// whatever `timeout` says. Throws `t_common::LogicError` when the port fails and `std::runtime_error` for an
     /// answer that is no JSON object.
     Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout) override;
