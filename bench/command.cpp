@@ -7,7 +7,6 @@
 
 #include <benchmark/benchmark.h>
 
-#include <algorithm>
 #include <fstream>
 #include <iostream>
 #include <memory>
@@ -49,24 +48,11 @@ private:
     std::unique_ptr<Json::CharReader> pReader;
 };
 
-std::string httpAnswer(const std::string& body)
-{
-    return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
-           "\r\nConnection: close\r\n\r\n" + body;
-}
-
 std::string httpRequest(const std::string& body, uint16_t port)
 {
     return "POST / HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
            "\r\nContent-Type: application/json\r\nHost: 127.0.0.1:" + std::to_string(port) +
            "\r\nAccept: */*\r\nAccept-Encoding: identity;q=1.0, *;q=0\r\nConnection: Close\r\n\r\n" + body;
-}
-
-double median(std::vector<double>& values)
-{
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 /// A command with the largest record, from the method's call to its return, and by turns the parts that no client could

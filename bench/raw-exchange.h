@@ -5,11 +5,13 @@
 #include <sys/socket.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <stdexcept>
 #include <string>
 #include <thread>
+#include <vector>
 
 // The cheapest possible exchange over bare sockets, to measure the real ones against.
 
@@ -79,4 +81,17 @@ inline double secondsOf(const std::function<void()>& action)
     const auto start = std::chrono::steady_clock::now();
     action();
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+inline std::string httpAnswer(const std::string& body)
+{
+    return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\nConnection: close\r\n\r\n" + body;
+}
+
+inline double median(std::vector<double>& values)
+{
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
 }

@@ -122,6 +122,20 @@ TEST(ConsoleWidget, TakesNothingInUntilItIsShown)
     EXPECT_EQ(console.toPlainText(), "line\nline\n");
 }
 
+TEST(ConsoleWidget, LaysOutOnceForACommandAndItsAnswer)
+{
+    ConsoleWidget console;
+    console.show();
+    console << std::string(120, '\n');
+    flush();
+    int layouts = 0;
+    QObject::connect(console.document(), &QTextDocument::contentsChange, &console, [&] { ++layouts; });
+    console << std::string("command\n") << std::string("{\n\n}\n") << std::string("answer\n");
+    flush();
+    EXPECT_EQ(layouts, 1) << "with the lines that went out at the top";
+    EXPECT_EQ(console.blockCount(), 100);
+}
+
 TEST(ConsoleWidget, HoldsAFloodToWhatTheLastLinesCanShow)
 {
     const std::string megabyte(1 << 20, 'x');

@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextCursor>
 #include <QTextOption>
 
@@ -109,7 +110,16 @@ void ConsoleWidget::appendPending()
 
     QTextCursor cursor(document());
     cursor.movePosition(QTextCursor::End);
+    cursor.beginEditBlock();
     cursor.insertText(visible(QString::fromUtf8(text.constData(), text.size())));
+    const int excess = document()->blockCount() - lineCount;
+    if (excess > 0)
+    {
+        cursor.setPosition(0);
+        cursor.setPosition(document()->findBlockByNumber(excess).position(), QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+    cursor.endEditBlock();
 }
 
 void ConsoleWidget::scrollToEnd() { verticalScrollBar()->setValue(verticalScrollBar()->maximum()); }
