@@ -1,6 +1,7 @@
 // A calibration of 20 MB: what its document costs, and what the whole page costs from the click to the painted tree,
 // with the board, the transfer and both reads of a show.
 
+#include "bench/quiet-run.h"
 #include "board-simulator/source/simulator.h"
 #include "tuning-client/source/application.h"
 #include "tuning-client/source/chip/chips.h"
@@ -16,9 +17,7 @@
 #include <QDir>
 #include <QFile>
 #include <QStackedWidget>
-#include <benchmark/benchmark.h>
 
-#include <iostream>
 #include <memory>
 
 namespace
@@ -92,17 +91,11 @@ BENCHMARK(pageShow)->Unit(benchmark::kMillisecond)->Iterations(3);
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The transport tells of each exchange.
-    std::cout.setstate(std::ios::failbit);
     Application application(argc, argv);
     imagesInit();
     skin::Font::Kestrix();
     skin::Style::Kestrix();
     sampleWrite();
     chipWrite();
-    benchmark::Initialize(&argc, argv);
-    benchmark::ConsoleReporter reporter(benchmark::ConsoleReporter::OO_None);
-    reporter.SetOutputStream(&std::cerr);
-    reporter.SetErrorStream(&std::cerr);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    quietRun(argc, argv);
 }

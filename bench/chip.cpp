@@ -1,6 +1,7 @@
 // What the client adds to the bare widgets that a chip's pages are made of: a change of chip, and the show of each
 // page, each beside a window of as many bare Qt widgets of the same classes.
 
+#include "bench/quiet-run.h"
 #include "board-simulator/source/simulator.h"
 #include "tuning-client/source/application.h"
 #include "tuning-client/source/chip/chips.h"
@@ -20,12 +21,9 @@
 #include <QSlider>
 #include <QStackedWidget>
 #include <QTemporaryDir>
-#include <benchmark/benchmark.h>
 #include <qwt_plot.h>
 
 #include <chrono>
-#include <fstream>
-#include <iostream>
 
 namespace
 {
@@ -158,13 +156,5 @@ int main(int argc, char** argv)
     imagesInit();
     skin::Font::Kestrix();
     skin::Style::Kestrix();
-    benchmark::Initialize(&argc, argv);
-    std::ofstream nowhere("/dev/null");
-    auto* pOut = std::cout.rdbuf(nowhere.rdbuf());
-    std::ostream console(pOut);
-    benchmark::ConsoleReporter reporter(benchmark::ConsoleReporter::OO_None);
-    reporter.SetOutputStream(&console);
-    reporter.SetErrorStream(&console);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    std::cout.rdbuf(pOut);
+    quietRun(argc, argv);
 }

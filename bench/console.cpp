@@ -1,6 +1,7 @@
 // What the console adds to a command with the largest record and its answer: at most one layout while the dock is
 // shown, none while it is hidden.
 
+#include "bench/quiet-run.h"
 #include "bench/raw-exchange.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-common/source/base64.h"
@@ -9,9 +10,6 @@
 
 #include <QApplication>
 #include <QTextDocument>
-#include <benchmark/benchmark.h>
-
-#include <iostream>
 
 namespace
 {
@@ -68,12 +66,6 @@ BENCHMARK(command)->ArgName("console")->DenseRange(None, Shown)->UseManualTime()
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The transport tells of each exchange.
-    std::cout.setstate(std::ios::failbit);
     const QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::ConsoleReporter reporter(benchmark::ConsoleReporter::OO_None);
-    reporter.SetOutputStream(&std::cerr);
-    reporter.SetErrorStream(&std::cerr);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    quietRun(argc, argv);
 }

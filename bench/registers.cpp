@@ -1,6 +1,7 @@
 // A dump of 100 modules of 1000 registers: what the board's answers alone cost, read and thrown away, and what the page
 // needs for its file.
 
+#include "bench/quiet-run.h"
 #include "board-simulator/source/simulator.h"
 #include "tuning-client/source/application.h"
 #include "tuning-client/source/module/isp-register-widget.h"
@@ -9,9 +10,6 @@
 
 #include <QDir>
 #include <QElapsedTimer>
-#include <benchmark/benchmark.h>
-
-#include <iostream>
 
 namespace
 {
@@ -80,12 +78,6 @@ BENCHMARK(dump)->Unit(benchmark::kMillisecond)->Iterations(3);
 int main(int argc, char** argv)
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
-    // The transport tells of each exchange.
-    std::cout.setstate(std::ios::failbit);
     const Application application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::ConsoleReporter reporter(benchmark::ConsoleReporter::OO_None);
-    reporter.SetOutputStream(&std::cerr);
-    reporter.SetErrorStream(&std::cerr);
-    benchmark::RunSpecifiedBenchmarks(&reporter);
+    quietRun(argc, argv);
 }
