@@ -31,6 +31,7 @@ Group::Group(const Json::Value& start)
         {
             const Record& record = Wire::instance().record(value["record"].asString());
             RecordBytes bytes(record, record.layout(value["layout"].asString()), value["values"]);
+            bytes.keep(value["kept"]);
             values.emplace(key, std::move(bytes));
         }
         else

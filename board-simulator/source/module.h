@@ -15,7 +15,7 @@ class Group
 {
 public:
     Group() = default;
-    /// A member of `start` that is an object with "record" (and "layout", "values") is a record.
+    /// A member of `start` that is an object with "record" (and "layout", "values", "kept") is a record.
     explicit Group(const Json::Value& start);
 
     void write(Json::Value& answer) const;

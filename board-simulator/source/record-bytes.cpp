@@ -86,7 +86,21 @@ void RecordBytes::bytesSet(const std::string& bytes)
         throw Failure(pRecord->name + " has " + std::to_string(pRecord->size) + " bytes, not " +
                       std::to_string(bytes.size()));
     }
-    content = bytes;
+    auto next = bytes;
+    for (const Field* pField : kept)
+    {
+        const size_t size = pField->elementSize() * pField->elementCount();
+        next.replace(pField->offset, size, content, pField->offset, size);
+    }
+    content = std::move(next);
+}
+
+void RecordBytes::keep(const Json::Value& fieldNames)
+{
+    for (const Json::Value& name : fieldNames)
+    {
+        kept.push_back(&pLayout->field(name.asString()));
+    }
 }
 
 double RecordBytes::number(const std::string& fieldName, size_t index) const

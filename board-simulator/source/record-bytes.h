@@ -3,6 +3,7 @@
 #include "board-simulator/source/wire.h"
 
 #include <string>
+#include <vector>
 
 namespace board
 {
@@ -16,8 +17,10 @@ public:
     RecordBytes(const Record& record, const Layout& layout, const Json::Value& values);
 
     const std::string& bytes() const { return content; }
-    /// Throws `Failure` if the size is not that of the record.
+    /// Throws `Failure` if the size is not that of the record. Kept fields stay as they are.
     void bytesSet(const std::string& bytes);
+    /// These fields are the board's own: what a client sends in their place means nothing.
+    void keep(const Json::Value& fieldNames);
 
     /// The value of an element as a number; any non-zero byte of a "bool" is 1.
     double number(const std::string& fieldName, size_t index = 0) const;
@@ -33,6 +36,7 @@ private:
 
     const Record* pRecord;
     const Layout* pLayout;
+    std::vector<const Field*> kept;
     std::string content;
 };
 

@@ -158,7 +158,11 @@ inline const Field* leafFind(const std::map<std::string, Field>& leaves, std::st
 {
     for (auto& c : layoutName)
         c = static_cast<char>(std::tolower(c));
-    for (const auto& prefix : {layoutName + ".", std::string(), std::string("v1."), std::string("v2.")})
+    std::vector<std::string> prefixes{layoutName + ".", ""};
+    // A record of one layout is no union on the wire, whatever its structure is.
+    if (layoutName == "record")
+        prefixes = {"", "v1.", "v2."};
+    for (const auto& prefix : prefixes)
     {
         const auto found = leaves.find(prefix + withNumbers(name));
         if (found != leaves.end())

@@ -395,8 +395,14 @@ TEST_F(Commands, LeaveTheCallersValuesWhenTheAnswerIsWrong)
     pSimulator->answerSet(4001401, "config", 7.5);
     EXPECT_NE(failure([&] { Dg().configGet(dg); }), "");
     pSimulator->answerSet(4000405, "offset", 3);
-    Avs::Status status;
+    Avs::Status status{{1, 2}, {3, 4}};
     EXPECT_NE(failure([&] { Avs().statusGet(status); }).find("\"offset\" is not a pair"), std::string::npos);
+    pSimulator->answerSet(4000405, "offset", json.parse("{\"x\":40000,\"y\":0}"));
+    EXPECT_NE(failure([&] { Avs().statusGet(status); }), "");
+    EXPECT_EQ(std::tie(status.displacement.x, status.offset.y), std::tuple(1, 4));
+    pSimulator->answerSet(4000405, "offset", json.parse("{\"x\":7}"));
+    EXPECT_EQ(failure([&] { Avs().statusGet(status); }), "");
+    EXPECT_EQ(std::tie(status.offset.x, status.offset.y), std::tuple(7, 0));
     pSimulator->answerSet(30001, "config", "AAAA");
     Dewarp::Config config;
     void* pMap = &config;
@@ -409,7 +415,7 @@ TEST_F(Commands, TakeWhatBoardsAnswerInPlaceOfATruthValue)
 {
     bool isEnable = false;
     for (const auto& [value, expected] : std::vector<std::pair<Json::Value, bool>>{
-             {2, true}, {0, false}, {-1, true}, {false, false}, {true, true}, {Json::nullValue, false}})
+             {2, true}, {0, false}, {-1, true}, {0.5, false}, {false, false}, {true, true}, {Json::nullValue, false}})
     {
         pSimulator->answerSet(4001303, "enable", value);
         DeMosaic().enableGet(isEnable, DeMosaic::V2);

@@ -12,7 +12,7 @@ DeMosaic& DeMosaic::configSet(const Config& config, Generation generation)
     return write(*this, COMMAND(4001302, generation), "config", config);
 }
 
-// Boards answer an integer here.
+// Read as an integer: boards may answer one.
 DeMosaic& DeMosaic::enableGet(bool& isEnable, Generation generation)
 {
     int32_t enable = 0;
