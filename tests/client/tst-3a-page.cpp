@@ -2,6 +2,7 @@
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
 #include "tuning-client/source/module/3a-widget.h"
+#include "tuning-transfer/source/transfer-client.h"
 
 #include <QAction>
 #include <QPushButton>
@@ -158,7 +159,22 @@ TEST_F(ThreeAPageTest, FailingTransfersLeaveTheDocumentAndTheLocalFile)
     EXPECT_TRUE(status().contains("failed")) << status().toStdString();
     board->listenSet(true);
     press(widget.pPushButtonLoad);
+    EXPECT_EQ(status(), "Request update...") << "the failure is over";
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    // Looked at from the middle of an exchange, by what the console is told.
+    for (auto* pButton : {widget.pPushButtonLoad, widget.pPushButtonSave})
+    {
+        bool hasWaited = false;
+        pMainWindow->clientHolder().abstract().reportSet(
+            [&](const std::string&)
+            {
+                const auto* pCursor = QApplication::overrideCursor();
+                hasWaited = pCursor && pCursor->shape() == Qt::WaitCursor;
+            });
+        press(pButton);
+        EXPECT_TRUE(hasWaited);
+    }
 }
 
 TEST_F(ThreeAPageTest, NothingIsSentBeforeSomethingCame)

@@ -9,6 +9,7 @@
 #include <QComboBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QStyledItemDelegate>
 #include <QTest>
 #include <QTimer>
 #include <gtest/gtest.h>
@@ -164,6 +165,9 @@ TEST_F(JsonTreeTest, ShowsKeysSortedWithValueAndType)
     EXPECT_EQ(model().headerData(1, Qt::Horizontal).toString(), "Value");
     EXPECT_FALSE(model().headerData(0, Qt::Vertical).isValid());
     EXPECT_EQ(text(), sample);
+    const auto* pDelegate = qobject_cast<QStyledItemDelegate*>(view.itemDelegate());
+    for (const auto& [number, drawn] : {std::pair(0.123456789, "0.123456789"), {16777217.25, "16777217.25"}})
+        EXPECT_EQ(pDelegate->displayText(number, QLocale::c()), drawn) << "as it is edited and stored";
     for (const auto* pScalar : {"1", "[]", "{}", "null"})
     {
         show(pScalar);

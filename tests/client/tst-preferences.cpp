@@ -20,6 +20,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QStringListModel>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QToolBox>
@@ -154,11 +155,9 @@ TEST_F(PreferencesTest, DirectoriesAreTakenOver)
     const auto here = QDir::currentPath();
     const auto browse = [](QWidget& page) { return [&page] { button(page, "Browse...").click(); }; };
 
-    for (auto* pLineEdit : {calibration.pLineEditOutputDir, capture.pLineEditOutputDir})
-    {
-        EXPECT_TRUE(pLineEdit->isReadOnly());
-        EXPECT_FALSE(pLineEdit->text().isEmpty());
-    }
+    EXPECT_TRUE(calibration.pLineEditOutputDir->isReadOnly() && capture.pLineEditOutputDir->isReadOnly());
+    EXPECT_EQ(str(calibration.pLineEditOutputDir->text()), str(config.preferences.calibration.path));
+    EXPECT_EQ(str(capture.pLineEditOutputDir->text()), str(config.preferences.capture.path));
     EXPECT_EQ(asked(browse(calibration)), QStringList("Select Directory: " + here)) << "cancelled";
     EXPECT_EQ(str(config.preferences.calibration.path), str(here));
     EXPECT_EQ(asked(browse(calibration), chosen.path()).size(), 1);
@@ -222,8 +221,12 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
     EXPECT_EQ(stored.http.collection.size(), 1) << "nothing counts before Apply";
 
     page.pListWidget->setCurrentRow(1);
+    EXPECT_EQ(entries(page), QStringList({"127.0.0.1:" + port, "127.0.0.1:70000 *", "10.0.0.7:70000"}));
     button(page, "Apply").click();
     EXPECT_EQ(stored.http.index, 1);
+    page.pListWidget->setCurrentRow(0);
+    page.configGet();
+    EXPECT_EQ(page.pListWidget->currentRow(), 1) << "as it is stored";
     const QVector<QPair<QString, uint16_t>> hosts{
         {"127.0.0.1", board->port()}, {"127.0.0.1", 4464}, {"10.0.0.7", 4464}};
     EXPECT_EQ(stored.http.collection, hosts);
@@ -267,6 +270,8 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     page.pRadioButtonUart->click();
     EXPECT_TRUE(!page.pGroupBoxHttp->isVisible() && page.pGroupBoxUart->isVisible());
     ASSERT_TRUE(page.pLineEditUart->completer());
+    const auto* pPorts = qobject_cast<QStringListModel*>(page.pLineEditUart->completer()->model());
+    EXPECT_EQ(pPorts->stringList(), serialPorts());
 
     page.pLineEditUart->setText("/no/such/port");
     EXPECT_EQ(asked([&] { button(page, "Apply").click(); }).size(), 1) << "a port that can't be opened";

@@ -86,6 +86,7 @@ TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
         {5, "99999999999", 5},
         {5, "", 5},
         {5u, "-7", 7u},
+        {5ull, "-7", 7ull},
         {5ll, "-9223372036854775808", std::numeric_limits<qlonglong>::min()},
         {5ull, "18446744073709551615", std::numeric_limits<qulonglong>::max()},
         {0.5, "1e-3", 0.001},
@@ -95,7 +96,7 @@ TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
         {"old", "new, ä", "new, ä"},
         {"old", "", ""},
         {QStringList{"a"}, "b,c d,", QStringList({"b", "c d", ""})},
-        {QByteArray("a"), "bc", QByteArray("bc")},
+        {QByteArray("a"), "b€c", QByteArray("bc")},
         {date, "2023-02-28", QDate(2023, 2, 28)},
         {date, "2022-13-01", date},
         {date, "28.2.2023", date},
@@ -130,8 +131,24 @@ TEST_F(VariantDelegateTest, OnlySupportedValuesOfColumn1AreEdited)
         EXPECT_EQ(edit(value), nullptr) << value.typeName();
         EXPECT_FALSE(VariantDelegate::isSupportedType(value.userType()));
     }
-    EXPECT_EQ(VariantDelegate::displayText(QVariant()), "<Invalid>");
-    EXPECT_EQ(VariantDelegate::displayText(QVariantMap()), "<QVariantMap>");
+}
+
+TEST_F(VariantDelegateTest, TextsOfValues)
+{
+    const QDate date(2022, 11, 6);
+    const std::pair<QVariant, const char*> cases[] = {{QVariant(), "<Invalid>"},
+                                                      {QVariantMap(), "<QVariantMap>"},
+                                                      {true, "true"},
+                                                      {QStringList({"a", "b c"}), "a,b c"},
+                                                      {date, "2022-11-06"},
+                                                      {QTime(1, 2, 3, 4), "01:02:03"},
+                                                      {QDateTime(date, QTime(1, 2, 3)), "2022-11-06T01:02:03"},
+                                                      {QRect(1, 2, 30, 40), "(1,2,30,40)"},
+                                                      {QSize(3, 4), "(3,4)"},
+                                                      {QPoint(-3, 4), "(-3,4)"},
+                                                      {QColor(1, 2, 3, 4), "(1,2,3,4)"}};
+    for (const auto& [value, text] : cases)
+        EXPECT_EQ(VariantDelegate::displayText(value), text);
 }
 
 TEST_F(VariantDelegateTest, AnUnchangedTextLeavesTheValue)

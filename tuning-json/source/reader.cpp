@@ -1,10 +1,11 @@
 #include "tuning-json/source/reader.h"
 
 #include "tuning-common/source/limits.h"
+#include "tuning-json/source/number-text.h"
 #include "tuning-json/source/string-text.h"
 
 #include <algorithm>
-#include <charconv>
+#include <cctype>
 #include <cstring>
 #include <numeric>
 #include <stdexcept>
@@ -21,7 +22,7 @@ template <class Number>
 bool fits(const std::string& text)
 {
     Number number;
-    return std::from_chars(text.data(), text.data() + text.size(), number).ec == std::errc();
+    return numberRead(text, number);
 }
 } // namespace
 

@@ -2,6 +2,7 @@
 
 #include "tuning-common/source/limits.h"
 #include "tuning-json/source/element.h"
+#include "tuning-json/source/number-text.h"
 #include "tuning-json/source/reader.h"
 #include "tuning-json/source/string-text.h"
 
@@ -134,9 +135,7 @@ const Value& Value::numberGet(Number& number) const
         throw std::invalid_argument("JSON value is no number");
     }
     Number result;
-    const auto* pEnd = json.data() + json.size();
-    const auto read = std::from_chars(json.data(), pEnd, result);
-    if (read.ec != std::errc() || read.ptr != pEnd)
+    if (!numberRead(json, result))
     {
         throw std::out_of_range("JSON number " + json + " does not fit");
     }
@@ -178,7 +177,8 @@ std::istream& operator>>(std::istream& stream, Value& value)
     }
     if (text.size() > maximum)
     {
-        throw std::runtime_error("JSON parse failed: larger than 16 MiB");
+        throw std::runtime_error("JSON parse failed: larger than " + std::to_string(maximum / t_common::limit::MiB) +
+                                 " MiB");
     }
     // Having read to the end is no failure here.
     stream.clear(stream.rdstate() & ~std::ios::failbit);

@@ -38,6 +38,9 @@ void JsonDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option,
 
 QString JsonDelegate::displayText(const QVariant& value, const QLocale& locale) const
 {
+    // Six digits, as without this, would contradict the editor and the file.
+    if (value.userType() == QMetaType::Double)
+        return locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
     const bool isText = value.userType() == QMetaType::QString;
     return QStyledItemDelegate::displayText(isText ? value.toString().left(t_common::limit::cellText) : value, locale);
 }

@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QPushButton>
+#include <QStatusBar>
 
 #include <sstream>
 #include <stdexcept>
@@ -69,6 +70,8 @@ Json::Value _3AWidget::fileQuery() const
 
 void _3AWidget::updateStatus()
 {
+    // The text of an earlier failure is no longer true.
+    AbstractWidget::updateStatus();
     const shortcut::WaitCursor cursor;
     const auto numberBefore = fileNumber(localPath);
     auto jFile = fileQuery();
@@ -92,6 +95,8 @@ void _3AWidget::configSet()
 {
     if (!isLoaded)
         throw std::runtime_error("Save failed: " + remotePath + " has not been loaded");
+    if (auto* pStatusBar = statusBar())
+        pStatusBar->clearMessage();
     const shortcut::WaitCursor cursor;
     std::ostringstream stream;
     stream << jRoot;

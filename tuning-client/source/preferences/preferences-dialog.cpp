@@ -5,6 +5,7 @@
 #include "tuning-client/source/preferences/server-widget.h"
 #include "tuning-client/source/preferences/window-widget.h"
 
+#include <QScreen>
 #include <QToolBox>
 #include <QVBoxLayout>
 
@@ -22,5 +23,5 @@ PreferencesDialog::PreferencesDialog(QWidget* pParent) : QDialog(pParent), pTool
     pToolBox->addItem(new WindowWidget(pToolBox), QIcon(":/images/window.png"), tr("Window Settings"));
     setMinimumSize(sizeHint() * 1.5);
     // Room for the server page without scrolling.
-    resize(minimumWidth() * 5 / 4, minimumHeight() * 3 / 2);
+    resize(QSize(minimumWidth() * 5 / 4, minimumHeight() * 3 / 2).boundedTo(screen()->availableSize()));
 }

@@ -32,15 +32,6 @@ Host hostOf(const QListWidgetItem* pItem)
     const int colon = text.lastIndexOf(':');
     return {text.left(colon), text.mid(colon + 1)};
 }
-
-/// Never so narrow that the clear button covers `widest`.
-void widthSet(QLineEdit* pLineEdit, int width, const QString& widest)
-{
-    const auto metrics = pLineEdit->fontMetrics();
-    const int frame = pLineEdit->sizeHint().width() - 17 * metrics.horizontalAdvance('x');
-    const int button = pLineEdit->style()->pixelMetric(QStyle::PM_SmallIconSize, nullptr, pLineEdit) * 2;
-    pLineEdit->setFixedWidth(qMax(width, metrics.horizontalAdvance(widest) + frame + button));
-}
 } // namespace
 
 ServerWidget::ServerWidget(QWidget* pParent)
@@ -88,11 +79,11 @@ void ServerWidget::httpBuild()
     pLineEditServer->setAccessibleName(tr("Server"));
     pLineEditServer->setClearButtonEnabled(true);
     pLineEditServer->setInputMask("000.000.000.000;_");
-    widthSet(pLineEditServer, pLineEditServer->sizeHint().width(), "000.000.000.000");
+    pLineEditServer->setMaximumWidth(pLineEditServer->sizeHint().width());
     pLineEditPort->setAccessibleName(tr("Port"));
     pLineEditPort->setClearButtonEnabled(true);
     pLineEditPort->setInputMask("00000;_");
-    widthSet(pLineEditPort, pLineEditPort->sizeHint().width() / 2, "00000");
+    pLineEditPort->setMaximumWidth(pLineEditPort->sizeHint().width() / 2);
     pPushButtonDelete->setEnabled(false);
     pListWidget->setAccessibleName(tr("Servers"));
     pListWidget->setIconSize(QSize(16, 16));
