@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/full-disk.h"
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
 #include "tuning-client/source/module/3a-widget.h"
@@ -8,8 +9,6 @@
 #include <QPushButton>
 #include <QTest>
 
-#include <csignal>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using board::Fault;
@@ -33,23 +32,6 @@ void fileWrite(const QString& path, const QByteArray& bytes)
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
     ASSERT_EQ(file.write(bytes), bytes.size());
 }
-
-/// Files cannot become longer than that, as on a disk that is full.
-class FullDisk
-{
-public:
-    explicit FullDisk(rlim_t bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit{bytes, before.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FullDisk() { setrlimit(RLIMIT_FSIZE, &before); }
-
-private:
-    rlimit before{};
-};
 
 class ThreeAPageTest : public BoardTest
 {

@@ -1,10 +1,13 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/full-disk.h"
 #include "tests/support/modals.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-document.h"
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-common/source/json-app.h"
+#include "tuning-transfer/source/transfer-client.h"
 
+#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QErrorMessage>
 #include <QFileDialog>
@@ -196,6 +199,7 @@ TEST(HexSpinBoxTest, TakesWhatIsTyped)
         {false, "0x1a", "0x1A", 26},
         {false, "100000000", "0x10000000", 0x10000000},
         {false, "1g-z+2 ", "0x12", 0x12},
+        {false, "0X1a", "0x1A", 26},
         {true, "ffff", "0xFFFF", 0xFFFF},
         {true, "10000", "0x1000", 0x1000},
         // Emptied: what stood there before.
@@ -426,9 +430,12 @@ TEST_F(RegisterPagesTest, TheThreeFieldsFollowEachOther)
         EXPECT_EQ(widget.lineHexEditText, c.pHexEdit);
         EXPECT_EQ(error(), c.pError);
     }
-    // Nine digits are too many; a digit in the middle leaves the cursor behind it.
+    // One too many. The box comes again, though told not to.
+    for (auto* pBox : widget.findChildren<QCheckBox*>())
+        pBox->setChecked(false);
     type(widget.pLineEditDecValue, "4294967296");
     EXPECT_EQ(error(), "DecText input error");
+    // A digit in the middle leaves the cursor behind it.
     select(1);
     select(readWrite);
     widget.pLineEditHexValue->setCursorPosition(6);
@@ -455,8 +462,10 @@ TEST_F(RegisterPagesTest, WrittenRegistersAreReadBackAndLogged)
     EXPECT_EQ(last(RegGet)["address"].asUInt(), 0x400u);
     EXPECT_EQ(cell(readWrite, IspRegisterWidget::Value), "0x0000001e");
     EXPECT_EQ(fields(), "0000001E 30 11110");
+    EXPECT_EQ(status(), "Write 0x400 = 0x1F OK");
     board->answersClear();
     pressWith("Read", {});
+    EXPECT_EQ(status(), "Read 0x400 = 0x1F OK");
     EXPECT_EQ(fields(), "0000001F 31 11111");
     EXPECT_EQ(cell(readWrite, IspRegisterWidget::Value), "0x0000001f");
 
@@ -465,16 +474,24 @@ TEST_F(RegisterPagesTest, WrittenRegistersAreReadBackAndLogged)
     type(widget.pLineEditDecValue, "3");
     press(widget.pPushButtonSet);
     EXPECT_EQ(status(), "Written, but not read back: Server: Register 0x00000610 is write only");
+    // The log's own text may be marked.
+    widget.pTextEditRegisterValue->selectAll();
+    type(widget.pLineEditHexValue, "0");
+    press(widget.pPushButtonSet);
+    EXPECT_EQ(last(RegSet)["value"].asUInt(), 0u) << "it differs from what was written last";
     EXPECT_EQ(widget.pTextEditRegisterValue->toPlainText(),
               "Set Module (Main Control ): \tset *0x00000400 = 0x0000001F\n"
-              "Set Module (Auto Exposure ): \tset *0x00000610 = 0x3\n");
+              "Set Module (Auto Exposure ): \tset *0x00000610 = 0x3\n"
+              "Set Module (Auto Exposure ): \tset *0x00000610 = 0x00000000\n");
 
     const auto logs = QDir().entryList({"*.xml"});
     ASSERT_EQ(logs.size(), 1);
     EXPECT_TRUE(QDateTime::fromString(logs[0], "yyyyMMdd-hhmmss'.xml'").isValid()) << str(logs[0]);
     EXPECT_EQ(registersOf(content(logs[0])),
               "OPTRIX_1|Main_Control|isp_ctrl|[1 1]|uint32_t|0x00000400|0x00000081|0x0000001F\n"
-              "OPTRIX_1|Auto_Exposure|exp_irq_clear|[1 1]|uint32_t|0x00000610|0x00000000|0x3\n");
+              "OPTRIX_1|Auto_Exposure|exp_irq_clear|[1 1]|uint32_t|0x00000610|0x00000000|0x3\n"
+              "OPTRIX_1|Auto_Exposure|exp_irq_clear|[1 1]|uint32_t|0x00000610|0x00000003|0x00000000\n");
+    EXPECT_EQ(content(logs[0]).count("<Auto_Exposure>"), 1);
 
     // Not written, not logged.
     board->faultSet({Fault::Error, RegSet, 1, 0, "Locked"});
@@ -487,6 +504,8 @@ TEST_F(RegisterPagesTest, WrittenRegistersAreReadBackAndLogged)
     ASSERT_TRUE(QDir().mkdir(logs[0]));
     press(widget.pPushButtonSet);
     EXPECT_TRUE(widget.pTextEditRegisterValue->toPlainText().endsWith("= 0x4\n"));
+    EXPECT_TRUE(status().startsWith("Written, but not logged: ") && status().contains("; not read back: "))
+        << str(status());
     QDir().rmdir(logs[0]);
 }
 
@@ -512,8 +531,12 @@ TEST_F(RegisterPagesTest, DumpHoldsEveryModule)
     EXPECT_EQ(jDump[1]["map"][3]["name"].asString(), "exp_mean_center");
     EXPECT_EQ(whole.toStdString(), t_common::JsonApp::toString(jDump, "  "));
 
+    bool hasWaited = false;
+    pMainWindow->clientHolder().abstract().reportSet([&](const std::string&)
+                                                     { hasWaited = QApplication::overrideCursor() != nullptr; });
     QString name = path;
     isp().dump(name, 1);
+    EXPECT_TRUE(hasWaited);
     EXPECT_EQ(t_common::JsonApp::fromString(content(path).toStdString()).size(), 2u);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
@@ -522,16 +545,22 @@ TEST_F(RegisterPagesTest, DumpOfAFailingBoard)
 {
     auto name = directory.filePath("dump.json");
     isp();
-    // The second request is the first module's.
-    Fault fault{Fault::WrongTypes, RegStatus};
-    fault.text = "registers";
-    board->faultSet(fault);
+    Json::Value jList;
+    for (int id : {0, 77, 1})
+    {
+        Json::Value jModule;
+        jModule["description"] = "Module " + std::to_string(id);
+        jModule["module.id"] = id;
+        jList.append(jModule);
+    }
+    board->answerSet(RegStatus, "name", jList);
     isp().dump(name, -1);
-    EXPECT_TRUE(status().contains("\"registers\"")) << str(status());
+    EXPECT_EQ(status(), "Server: There is no register module 77");
     auto jDump = t_common::JsonApp::fromString(content(name).toStdString());
-    ASSERT_EQ(jDump.size(), 4u);
-    EXPECT_TRUE(jDump[3].isMember("map") && jDump[3]["map"].isNull());
-    EXPECT_EQ(jDump[3]["description"].asString(), "Gamma");
+    ASSERT_EQ(jDump.size(), 3u);
+    EXPECT_TRUE(jDump[1].isMember("map") && jDump[1]["map"].isNull());
+    EXPECT_EQ(jDump[1]["description"].asString(), "Module 77");
+    EXPECT_EQ(jDump[2]["map"].size(), 5u) << "the others are there";
 
     // No list, no file: the one that is there stays.
     const auto before = content(name);
@@ -574,8 +603,22 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     EXPECT_TRUE(pressWith("Save", path).startsWith("Save XML File|" + QDir::currentPath() + "|XML Files (*.xml)"));
     EXPECT_EQ(status(), "No ISP module is selected");
     EXPECT_FALSE(QFile::exists(path));
+    const QByteArray foreign = "<OPTRIX_1><Other><a>0x7</a></Other></OPTRIX_1>";
+    contentSet(path, foreign);
+    pressWith("Save", path);
+    EXPECT_EQ(status(), "No ISP module is selected");
+    EXPECT_EQ(content(path), foreign);
+    pressWith("Load", path);
+    EXPECT_EQ(error(), "The xml file you loaded doesn't have the information");
 
+    // A new file gets the values of a reset.
     choose("Auto Exposure");
+    contentSet(
+        path,
+        "<OPTRIX_1><Auto_Exposure><a>0x5</a></Auto_Exposure><Auto_Exposure><a>0x9</a></Auto_Exposure></OPTRIX_1>");
+    pressWith("Load", path);
+    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x9") << "the last counts";
+    QFile::remove(path);
     pressWith("Save", path);
     const QByteArray created = content(path);
     EXPECT_TRUE(
@@ -603,6 +646,7 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     choose(module);
     pressWith("Save", path);
     const auto both = content(path);
+    EXPECT_TRUE(both.startsWith("<?xml version='1.0'?>")) << str(both);
     EXPECT_TRUE(both.contains("<!-- mine -->") && both.contains("<!DOCTYPE norvik_registers_v1>")) << str(both);
     EXPECT_GT(both.indexOf("<Main_Control>"), both.indexOf("</Auto_Exposure>"));
     EXPECT_EQ(both.count("size="), 10);
@@ -641,9 +685,44 @@ TEST_F(RegisterPagesTest, RegisterFilesThatDoNotFitChangeNothing)
         }
     }
     EXPECT_EQ(cell(0, IspRegisterWidget::Value), value);
+    contentSet(path, "<OPTRIX_1/>");
+    {
+        const FullDisk disk(10);
+        pressWith("Save", path);
+        EXPECT_TRUE(status().startsWith("Saving of ")) << str(status());
+    }
+    EXPECT_EQ(content(path), "<OPTRIX_1/>");
     board->requestsClear();
     pressWith("Load", {});
     pressWith("Save", {});
+    EXPECT_EQ(board->requestCount(), 0u);
+}
+
+TEST_F(RegisterPagesTest, TextsOfTheBoardArePlainAndBounded)
+{
+    Json::Value jList;
+    jList[0]["description"] = std::string("A & B\n\x1b[31m") + std::string(5000, 'x');
+    jList[0]["module.id"] = 0;
+    Json::Value jRegisters;
+    jRegisters[0]["address"] = "behind the door";
+    jRegisters[0]["permission"] = 1;
+    jRegisters[0]["name"] = std::string(1 << 20, 'n');
+    jRegisters[0]["value"] = "<b>\x01</b>";
+    board->answerSet(RegStatus, "name", jList);
+    board->answerSet(RegStatus, "registers", jRegisters);
+    auto* pMenu = isp().pPushButtonPopup->menu();
+    emit pMenu->aboutToShow();
+    ASSERT_EQ(pMenu->actions().size(), 1);
+    EXPECT_TRUE(pMenu->actions()[0]->text().startsWith("A && B ?[31mxx"));
+    EXPECT_LT(pMenu->actions()[0]->text().size(), 300);
+    pMenu->actions()[0]->trigger();
+    EXPECT_LT(cell(0, IspRegisterWidget::Name).size(), 2000);
+    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "<b>?</b>");
+    select(0);
+    EXPECT_EQ(fields(), "00000000 0 0");
+    board->requestsClear();
+    pressWith("Read", {});
+    EXPECT_EQ(status(), "The address \"behind the door\" is no hexadecimal number");
     EXPECT_EQ(board->requestCount(), 0u);
 }
 

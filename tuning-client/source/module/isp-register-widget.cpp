@@ -4,6 +4,7 @@
 #include "tuning-client/source/control/remote-file.h"
 #include "tuning-client/source/control/wait-cursor.h"
 #include "tuning-client/source/module/register-document.h"
+#include "tuning-client/source/module/register-widget.h"
 #include "tuning-common/source/json-app.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
@@ -354,26 +355,39 @@ void IspRegisterWidget::pushButtonSet_Clicked()
     if (!isValueEdited || linePreStringValue == lineHexEditText)
         return;
     const auto address = addressParse(registerSelectedAddress);
-    rest::Reg().configSet(address, lineHexEditText.toUInt(nullptr, 16));
-    guarded([&] { writeLog(address); });
-    try
+    const auto value = lineHexEditText.toUInt(nullptr, 16);
+    rest::Reg().configSet(address, value);
+    // The board has it, whatever happens now.
+    QString trouble;
+    const auto trying = [&](const QString& what, const std::function<void()>& action)
     {
-        pushButtonRefresh_Clicked();
-    }
-    catch (const std::exception& exception)
-    {
-        throw std::runtime_error(tr("Written, but not read back: ").toStdString() + exception.what());
-    }
+        try
+        {
+            action();
+        }
+        catch (const std::exception& exception)
+        {
+            trouble += (trouble.isEmpty() ? tr("Written, but ") : "; ") + what + exception.what();
+        }
+    };
+    trying(tr("not logged: "), [&] { writeLog(address); });
+    linePreStringValue = hexText(value);
+    trying(tr("not read back: "), [&] { pushButtonRefresh_Clicked(); });
+    if (!trouble.isEmpty())
+        throw std::runtime_error(trouble.toStdString());
+    okShow(statusBar(), "Write", address, value);
 }
 
 void IspRegisterWidget::pushButtonRefresh_Clicked()
 {
     if (!isValueEdited)
         return;
+    const auto address = addressParse(registerSelectedAddress);
     uint32_t value = 0;
-    rest::Reg().configGet(addressParse(registerSelectedAddress), value);
+    rest::Reg().configGet(address, value);
     updateRegister(registerSelectedAddress, value);
     registerShow();
+    okShow(statusBar(), "Read", address, value);
 }
 
 void IspRegisterWidget::updateRegister(const QString& address, uint32_t value)
@@ -384,6 +398,8 @@ void IspRegisterWidget::updateRegister(const QString& address, uint32_t value)
 
 void IspRegisterWidget::writeLog(uint32_t address)
 {
+    // The user's cursor may stand anywhere, with a selection that the text would replace.
+    pTextEditRegisterValue->moveCursor(QTextCursor::End);
     pTextEditRegisterValue->insertPlainText(
         QString("Set Module (%1 ): \tset *%2 = 0x%3\n").arg(moduleName, registerSelectedAddress, lineHexEditText));
     pTextEditRegisterValue->ensureCursorVisible();
@@ -414,7 +430,7 @@ void IspRegisterWidget::dump(QString& fileName, int moduleId)
     const shortcut::WaitCursor cursor;
     modulesRead();
     Json::Value jDump(Json::arrayValue);
-    int silent = 0; // modules one after the other
+    int silent = 0; // requests one after the other
     bool isWhole = true;
     for (const auto& jModule : qAsConst(jModuleList))
     {
@@ -425,11 +441,14 @@ void IspRegisterWidget::dump(QString& fileName, int moduleId)
         object["module.id"] = jModule["module.id"];
         object["description"] = jModule["description"];
         object["map"] = Json::Value();
-        QElapsedTimer clock;
-        clock.start();
-        const bool isRead = silent < silenceLimit && guarded([&] { rest::Reg().statusGet(id, object["map"]); });
-        silent = isRead ? 0 : silent + (clock.elapsed() > silence);
-        isWhole = isWhole && isRead;
+        if (silent < silenceLimit)
+        {
+            QElapsedTimer clock;
+            clock.start();
+            const bool isRead = guarded([&] { rest::Reg().statusGet(id, object["map"]); });
+            silent = !isRead && clock.elapsed() > silence ? silent + 1 : 0;
+            isWhole = isWhole && isRead;
+        }
         jDump.append(std::move(object));
     }
     shortcut::fileWrite(fileName, QByteArray::fromStdString(t_common::JsonApp::toString(jDump, "  ")));
@@ -441,17 +460,23 @@ void IspRegisterWidget::registerFileLoad(const QString& path)
 {
     if (path.isEmpty())
         return;
-    const auto module = register_document::moduleFind(register_document::read(path), xmlStringModuleName);
+    const auto document = register_document::read(path);
+    auto module = register_document::moduleFind(document, xmlStringModuleName);
     if (module.isNull())
         return errorShow(pErrorMessageReadRegisterFile,
                          "The xml file you loaded doesn't have the " + xmlStringModuleName + " information");
-    auto element = module.firstChildElement();
-    for (int line = 0; line < pStandardItemModel->rowCount() && !element.isNull(); ++line)
+    // A log has a module several times; the last value counts.
+    for (; !module.isNull(); module = module.nextSiblingElement(xmlStringModuleName))
     {
-        pStandardItemModel->item(line, Value)->setData(cellText(element.text().toStdString()), Qt::EditRole);
-        element = element.nextSiblingElement();
+        auto element = module.firstChildElement();
+        for (int line = 0; line < pStandardItemModel->rowCount() && !element.isNull(); ++line)
+        {
+            pStandardItemModel->item(line, Value)->setData(cellText(element.text().toStdString()), Qt::EditRole);
+            element = element.nextSiblingElement();
+        }
     }
-    if (isValueEdited)
+    // What the user has typed and not yet written stays.
+    if (isValueEdited && linePreStringValue == lineHexEditText)
         registerShow();
 }
 
@@ -484,7 +509,10 @@ void IspRegisterWidget::registerFileReplace(const QString& path)
 void IspRegisterWidget::changeRegModuleFile(const QString& path)
 {
     const auto document = register_document::read(path);
-    auto element = register_document::moduleFind(document, xmlStringModuleName).firstChildElement();
+    const auto module = register_document::moduleFind(document, xmlStringModuleName);
+    if (module.isNull())
+        throw std::runtime_error(tr("%1: the file has no such module").arg(path).toStdString());
+    auto element = module.firstChildElement();
     for (int line = 0; line < pStandardItemModel->rowCount() && !element.isNull(); ++line)
     {
         register_document::textSet(element, text(line, Value));

@@ -47,8 +47,8 @@ public:
     /// cannot be read.
     void registerFileLoad(const QString& path);
 
-    /// A new file with the default values of the selected module. The four throw when no module is selected, and when
-    /// the file cannot be read or written.
+    /// A new file with the default values of the selected module. The four throw when no module is selected, when the
+    /// file lacks a module to change, and when it cannot be read or written.
     void registerFileCreate(const QString& path);
 
     /// Puts the module into a file that exists: one of the two below.

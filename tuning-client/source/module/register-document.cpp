@@ -20,7 +20,7 @@ QString nameMake(const QString& text)
         const bool isInner = (code >= '0' && code <= '9') || code == '-' || code == '.';
         if (name.isEmpty() && !isLetter)
             name = "_";
-        // Letters of other scripts are spelt out, so that two modules do not become one.
+        // Letters of other scripts are spelt out, or all names in them would be the same.
         if (code >= 0x80)
             name += QString::asprintf("u%04X", code);
         else
@@ -84,7 +84,8 @@ QDomElement registerElement(QDomDocument& document, const QString& name, uint32_
 
 QDomElement moduleFind(const QDomDocument& document, const QString& tag)
 {
-    return document.documentElement().firstChildElement(tag);
+    // Without a tag the first child would do.
+    return tag.isEmpty() ? QDomElement() : document.documentElement().firstChildElement(tag);
 }
 
 void textSet(QDomElement element, const QString& text)

@@ -24,7 +24,7 @@ void write(const QDomDocument& document, const QString& path);
 /// A register's element, not yet in the document's tree.
 QDomElement registerElement(QDomDocument& document, const QString& name, uint32_t address, const QString& text);
 
-/// The root's child of that tag, or null.
+/// The root's first child of that tag, or null.
 QDomElement moduleFind(const QDomDocument& document, const QString& tag);
 
 /// Makes `text` the text of the element.

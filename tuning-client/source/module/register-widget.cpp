@@ -40,11 +40,13 @@ void groupFill(QGroupBox* pGroup, std::initializer_list<Row> rows)
     pLayout->setColumnStretch(1, 1);
 }
 
+QString digitsOf(const QString& text) { return text.startsWith(hexPrefix) ? text.mid(2) : text; }
+
 /// The number as it stands in the box. A box that has been emptied must not send what it held before.
 uint32_t numberGet(const HexSpinBox* pBox)
 {
     bool isNumber = false;
-    const auto number = pBox->text().toUInt(&isNumber, base);
+    const auto number = digitsOf(pBox->text()).toUInt(&isNumber, base);
     if (!isNumber)
         throw std::runtime_error(
             RegisterWidget::tr("%1: no hexadecimal number").arg(pBox->accessibleName()).toStdString());
@@ -66,7 +68,7 @@ void HexSpinBox::setHexValue(unsigned int value) { setValue(int(value)); }
 
 QValidator::State HexSpinBox::validate(QString& input, int& pos) const
 {
-    auto digits = input.startsWith(hexPrefix) ? input.mid(2) : input;
+    auto digits = digitsOf(input);
     const auto size = digits.size();
     digits = digits.trimmed();
     pos = qMax(0, pos + digits.size() - size);
@@ -79,7 +81,7 @@ QValidator::State HexSpinBox::validate(QString& input, int& pos) const
     return isNumber && !(isOnly16Bits && number >= 0x10000) ? QValidator::Acceptable : QValidator::Invalid;
 }
 
-int HexSpinBox::valueFromText(const QString& text) const { return int(text.toUInt(nullptr, base)); }
+int HexSpinBox::valueFromText(const QString& text) const { return int(digitsOf(text).toUInt(nullptr, base)); }
 
 QString HexSpinBox::textFromValue(int value) const { return QString::number(unsigned(value), base).toUpper(); }
 
@@ -128,7 +130,7 @@ void RegisterWidget::connectAccess(QPushButton* pRead, QPushButton* pWrite, HexS
                        uint32_t value = 0;
                        fGet(address, value);
                        pValue->setHexValue(value);
-                       okShow("Read", address, value);
+                       okShow(statusBar(), "Read", address, value);
                    });
     connectGuarded(pWrite, &QPushButton::clicked,
                    [=]
@@ -136,12 +138,12 @@ void RegisterWidget::connectAccess(QPushButton* pRead, QPushButton* pWrite, HexS
                        const auto address = numberGet(pAddress);
                        const auto value = numberGet(pValue);
                        fSet(address, value);
-                       okShow("Write", address, value);
+                       okShow(statusBar(), "Write", address, value);
                    });
 }
 
-void RegisterWidget::okShow(const char* verb, uint32_t address, uint32_t value) const
+void okShow(QStatusBar* pStatusBar, const char* verb, uint32_t address, uint32_t value)
 {
-    if (auto* pStatusBar = statusBar())
+    if (pStatusBar)
         pStatusBar->showMessage(QString::asprintf("%s 0x%02X = 0x%02X OK", verb, address, value), 2000);
 }

@@ -30,6 +30,9 @@ protected:
     QString textFromValue(int value) const override;
 };
 
+/// Shows for two seconds that a register was read or written.
+void okShow(QStatusBar* pStatusBar, const char* verb, uint32_t address, uint32_t value);
+
 /// "Register": single registers of the sensor and of the ISP by their address. Only the buttons talk to the board.
 class RegisterWidget : public AbstractWidget
 {
@@ -59,5 +62,4 @@ private:
 
     void connectAccess(QPushButton* pRead, QPushButton* pWrite, HexSpinBox* pAddress, HexSpinBox* pValue,
                        const Get& fGet, const Set& fSet);
-    void okShow(const char* verb, uint32_t address, uint32_t value) const;
 };
