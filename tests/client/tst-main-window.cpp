@@ -12,6 +12,7 @@
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QPointer>
+#include <QStatusTipEvent>
 #include <QTimer>
 #include <QToolBar>
 #include <QTreeView>
@@ -152,7 +153,7 @@ protected:
     }
 };
 
-TEST_F(MainWindowTest, LooksAsTold)
+TEST_F(MainWindowTest, StartsWithItsMenusToolsAndLabels)
 {
     open();
     EXPECT_EQ(str(pMainWindow->windowTitle()), "Orlenta ISP Tuning Tools");
@@ -210,6 +211,14 @@ TEST_F(MainWindowTest, MessagesAreColoured)
         pMainWindow->statusBar()->showMessage(message);
         EXPECT_EQ(str(pMainWindow->statusBar()->styleSheet()), "QStatusBar { color: " + std::string(colour) + "; }")
             << message;
+    }
+    // What an entry of a menu sends when the mouse is over it.
+    for (const QString tip : {"", "a tip"})
+    {
+        pMainWindow->statusBar()->showMessage("It FAILED");
+        QStatusTipEvent event(tip);
+        QApplication::sendEvent(pMainWindow->menuBar(), &event);
+        EXPECT_EQ(status(), tip.isEmpty() ? "It FAILED" : tip);
     }
 }
 

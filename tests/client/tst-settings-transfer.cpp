@@ -1,4 +1,6 @@
 #include "tests/support/board-fixture.h"
+#include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/control/remote-file.h"
 
 #include <QFileDialog>
 #include <QLineEdit>
@@ -142,7 +144,7 @@ protected:
 
 TEST_F(SettingsTransferTest, LocalIsUploadedAndActivated)
 {
-    for (const auto* name : {"plain.xml", "a b+&=ä€.xml", "a?b#c.xml"})
+    for (const auto* name : {"plain.xml", "a b+=ä€.xml", "50% x.xml", "a?b.xml"})
     {
         SCOPED_TRACE(name);
         board->requestsClear();
@@ -158,12 +160,27 @@ TEST_F(SettingsTransferTest, LocalIsUploadedAndActivated)
         EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), name);
         EXPECT_EQ(board->requestCount(), 2u) << "the pages are not refreshed";
     }
+    EXPECT_TRUE(hasWaitCursor(Fault::Upload, [&] { localImport(local.filePath("plain.xml")); }));
 }
 
 TEST_F(SettingsTransferTest, LocalThatIsRefused)
 {
     EXPECT_EQ(localImport(QString()), "Select File|" + local.path() + "|XML (*.xml)");
     EXPECT_EQ(board->requestCount(), 0u) << "cancelled";
+
+    for (const auto* name : {"a&b.xml", "h#ash.xml", "a%41.xml"})
+    {
+        write(local.filePath(name), bytes);
+        localImport(local.filePath(name));
+        EXPECT_TRUE(status().startsWith(QString("Upload failed: %1 can't be named to the board, ").arg(name)))
+            << str(status());
+    }
+    for (const auto& name : {local.filePath("gone.xml"), local.path()})
+    {
+        shortcut::guarded(pMainWindow.get(), [&] { shortcut::remoteUpload(pMainWindow->clientHolder(), name); });
+        EXPECT_EQ(status(), "Upload failed: " + name + " is no file that can be read");
+    }
+    EXPECT_EQ(board->requestCount(), 0u) << "nor any of these";
 
     const auto path = local.filePath("plain.xml");
     write(path, bytes);
@@ -219,6 +236,22 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
     }
     EXPECT_EQ(names, QStringList({"a&&b.xml", "b.xml"}));
 
+    // One that is no UTF-8, one that would lose its first character, and more than a menu takes.
+    Json::Value jList(Json::arrayValue);
+    jList.append("\xff.xml");
+    jList.append("\xef\xbb\xbf"
+                 "b.xml");
+    for (int i = 0; i < 1001; ++i)
+        jList.append("b.xml");
+    board->answerSet(List, "file.list", jList);
+    const auto entries = remoteMenu()->actions();
+    ASSERT_EQ(entries.size(), 1001);
+    for (const int place : {0, 1, 1000})
+        EXPECT_TRUE(!entries[place]->isEnabled() && !entries[place]->menu()) << place;
+    EXPECT_EQ(entries.back()->text(), "... and 3 more");
+    EXPECT_TRUE(entries[999]->menu());
+    board->answersClear();
+
     for (const auto kind : {Fault::Error, Fault::WrongTypes, Fault::NotJson, Fault::Close})
     {
         pMainWindow->statusBar()->clearMessage();
@@ -231,7 +264,7 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
 TEST_F(SettingsTransferTest, RemoteIsActivatedAndThePageReads)
 {
     write("board/b.xml", bytes);
-    remote("b.xml", "Activate");
+    EXPECT_TRUE(hasWaitCursor(CalibrationSet, [this] { remote("b.xml", "Activate"); }));
     EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), "b.xml");
     EXPECT_EQ(sent(AeConfigGet), 1u);
 
@@ -255,9 +288,9 @@ TEST_F(SettingsTransferTest, RemoteIsActivatedAndThePageReads)
     EXPECT_EQ(board->requests().back().target, "/sub/dir/b.xml");
 }
 
-TEST_F(SettingsTransferTest, RemoteIsDownloaded)
+TEST_F(SettingsTransferTest, RemoteIsDownloadedAndRemovedWhateverItsName)
 {
-    for (const auto* name : {"b.xml", "a b+=ä€.xml"})
+    for (const auto* name : {"b.xml", "a b+=ä€.xml", "50% x.xml"})
     {
         SCOPED_TRACE(name);
         write(QString("board/") + name, bytes);
@@ -265,8 +298,103 @@ TEST_F(SettingsTransferTest, RemoteIsDownloaded)
         remote(name, "Download");
         EXPECT_EQ(content(local.filePath(name)), bytes + '\n');
         EXPECT_EQ(status(), "Save file " + QString(name) + " to " + local.path());
+        answerNext(QMessageBox::Yes);
+        remote(name, "Remove");
+        EXPECT_FALSE(QFile::exists(QString("board/") + name));
     }
-    EXPECT_EQ(localFiles().size(), 2);
+    EXPECT_EQ(localFiles().size(), 3);
+    write("board/b.xml", bytes);
+    EXPECT_TRUE(hasWaitCursor(Fault::Download, [this] { remote("b.xml", "Download"); }));
+}
+
+TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreRefused)
+{
+    const struct
+    {
+        const char* name;
+        const char* other; ///< what a board would take it for
+    } rows[] = {{"q.xml?.xml", "q.xml"}, {"h.xml#.xml", "h.xml"}, {"a%41.xml", "aA.xml"}};
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.name);
+        for (const auto* name : {row.name, row.other})
+        {
+            write(QString("board/") + name, bytes);
+            write(local.filePath(name), "an earlier file");
+        }
+        remote(row.name, "Activate");
+        EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), row.name) << "no address is needed";
+        board->requestsClear();
+        const QString reason = QString(" failed: %1 can't be named to the board, ").arg(row.name);
+        remote(row.name, "Download");
+        EXPECT_TRUE(status().startsWith("Download" + reason)) << str(status());
+        answerNext(QMessageBox::Yes);
+        remote(row.name, "Remove");
+        EXPECT_TRUE(status().startsWith("Remove" + reason)) << str(status());
+        EXPECT_EQ(board->requestCount(), sent(List));
+        for (const auto* name : {row.name, row.other})
+        {
+            EXPECT_EQ(content(QString("board/") + name), bytes);
+            EXPECT_EQ(content(local.filePath(name)), "an earlier file");
+        }
+    }
+    board->answerSet(CalibrationGet, "calib.file", "\xff.xml");
+    exportAll();
+    EXPECT_TRUE(status().contains("is not plain UTF-8")) << str(status());
+    EXPECT_EQ(sent(Fault::Download), 0u);
+}
+
+TEST_F(SettingsTransferTest, WindowThatIsClosedMeanwhileLeavesWholeFiles)
+{
+    write("board/b.xml", bytes);
+    write(local.filePath("mine.xml"), bytes);
+    const struct
+    {
+        int64_t id;
+        std::function<void()> action;
+    } rows[] = {{Fault::Upload, [this] { localImport(local.filePath("mine.xml")); }},
+                {Fault::Download, [this] { remote("b.xml", "Download"); }},
+                {CalibrationGet, [this] { exportAll(); }},
+                {Fault::Download, [this] { exportAll(); }}};
+    for (const auto& row : rows)
+    {
+        SCOPED_TRACE(row.id);
+        closedDuring(row.id, row.action);
+        for (const auto& name : localFiles())
+            EXPECT_EQ(content(local.filePath(name)), content("board/" + name) + (name == "mine.xml" ? "" : "\n"));
+        open();
+    }
+    EXPECT_GE(localFiles().size(), 3);
+}
+
+TEST_F(SettingsTransferTest, LineWithoutFilesGoesOnAsUsual)
+{
+    pMainWindow.reset();
+    board.reset();
+    board = std::make_unique<board::Simulator>(board::Options{0, "board", false, true});
+    config.preferences.server.type = "uart";
+    config.preferences.server.uart.port = QString::fromStdString(board->serialName());
+    open();
+    config.preferences.server.type = "http";
+    for (const auto* name : {"board/b.xml", "board/mine.xml"})
+        write(name, bytes);
+    const auto mine = local.filePath("mine.xml");
+    write(mine, bytes);
+    for (const auto& earlier : {QByteArray("no file"), QByteArray("an earlier file")})
+    {
+        if (earlier != "no file")
+            write(local.filePath("b.xml"), earlier);
+        board->requestsClear();
+        localImport(mine);
+        EXPECT_EQ(status(), "Upload file from " + mine);
+        EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), "mine.xml");
+        remote("b.xml", "Download");
+        EXPECT_EQ(status(), "Save file b.xml to " + local.path());
+        exportAll();
+        EXPECT_TRUE(status().startsWith("Save ") && status().endsWith(" to " + local.path())) << str(status());
+        EXPECT_EQ(content(local.filePath("b.xml")), earlier);
+    }
+    EXPECT_EQ(localFiles(), QStringList({"b.xml", "mine.xml"})) << "nothing was saved";
 }
 
 TEST_F(SettingsTransferTest, RemoteIsRemovedWhenTheUserIsSure)
@@ -348,13 +476,17 @@ TEST_F(SettingsTransferTest, WhatCannotBeSavedIsNotCalledSaved)
     write("board/b.xml", bytes);
     write(local.filePath("file"), "in the way");
     QDir(local.path()).mkpath("taken/b.xml");
-    for (const auto* directory : {"gone", "file/below", "taken"})
+    for (const auto* name : {"gone", "file", "file/below", "taken"})
     {
-        SCOPED_TRACE(directory);
-        config.preferences.calibration.path = local.filePath(directory);
+        SCOPED_TRACE(name);
+        const auto directory = local.filePath(name);
+        config.preferences.calibration.path = directory;
         remote("b.xml", "Download");
-        EXPECT_TRUE(status().startsWith("Download failed: ")) << str(status());
+        EXPECT_EQ(status(), name == std::string("taken")
+                                ? "Download failed: file b.xml in " + directory + " can't be written"
+                                : "Download failed: " + directory + " is no directory that can be written");
     }
+    EXPECT_EQ(sent(Fault::Download), 0u) << "told before anything is fetched";
     EXPECT_EQ(content(local.filePath("file")), "in the way");
     config.preferences.calibration.path = "/proc/self";
     exportAll();

@@ -61,7 +61,7 @@ protected:
 };
 } // namespace
 
-TEST_F(ViewerTest, ActionsAreThoseOfTheTable)
+TEST_F(ViewerTest, ActionsHaveTheirPlacesAndKeys)
 {
     const struct
     {
@@ -205,12 +205,28 @@ TEST_F(ViewerTest, FileIsOpenedAndCopiedThroughTheDialogs)
         });
     action("&Open...").trigger();
     EXPECT_EQ(label().size(), QSize(40, 30));
+    // The zoom goes on from where it was.
+    action("Zoom &In (25%)").trigger();
+    action("&Open...").trigger();
+    EXPECT_EQ(label().size(), QSize(40, 30));
+    action("Zoom &In (25%)").trigger();
+    EXPECT_EQ(label().size(), 1.25 * 1.25 * QSize(40, 30));
+    viewer.open(directory.path());
+    action("Zoom &In (25%)").trigger();
+    EXPECT_EQ(label().size(), 1.25 * QSize(40, 30));
+    viewer.open(directory.path());
+
     chosen = directory.filePath("copy");
     action("&Save As...").trigger();
     QFile first(name);
     QFile second(copy);
     ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
     EXPECT_EQ(first.readAll(), second.readAll());
+    // A suffix that is there already gets a second one.
+    chosen = directory.filePath("twice.pgm");
+    action("&Save As...").trigger();
+    EXPECT_TRUE(QFile::remove(chosen + ".pgm"));
+    chosen = directory.filePath("copy");
     action("&Save As...").trigger();
     EXPECT_TRUE(viewer.findChild<QStatusBar*>()->currentMessage().startsWith("Saving failed: "));
 
@@ -220,9 +236,18 @@ TEST_F(ViewerTest, FileIsOpenedAndCopiedThroughTheDialogs)
     EXPECT_EQ(label().size(), QSize(40, 30));
     EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), QStringList({"a.pgm", "copy.pgm"}));
 
-    // No dialog for a picture of another kind.
     QImage image(5, 5, QImage::Format_RGB32);
     image.fill(Qt::red);
+    for (const QString suffix : {".ppm", ".jpg"})
+    {
+        ASSERT_TRUE(image.save(chosen = directory.filePath("p" + suffix)));
+        action("&Open...").trigger();
+        chosen = directory.filePath("twice" + suffix);
+        action("&Save As...").trigger();
+        EXPECT_TRUE(QFile::exists(chosen + suffix));
+    }
+
+    // No dialog for a picture of another kind.
     chosen = directory.filePath("z.png");
     ASSERT_TRUE(image.save(chosen));
     action("&Open...").trigger();
@@ -230,7 +255,8 @@ TEST_F(ViewerTest, FileIsOpenedAndCopiedThroughTheDialogs)
     const auto count = captions.size();
     action("&Save As...").trigger();
     EXPECT_EQ(captions.size(), count);
-    EXPECT_TRUE(captions.contains("Save Snapshot File|PGM Files(*.pgm)")) << captions.join('\n').toStdString();
+    for (const auto* filter : {"PGM Files(*.pgm)", "PPM Files(*.ppm)", "JPEG Files(*.jpg)"})
+        EXPECT_TRUE(captions.contains(QString("Save Snapshot File|") + filter)) << captions.join('\n').toStdString();
 }
 
 TEST_F(ViewerTest, ClosedViewerKeepsNoPicture)
@@ -265,4 +291,7 @@ TEST(ImageLabel, OffsetStaysInsideTheScene)
     const auto at = label.mapFromScene(750, 425);
     EXPECT_EQ(shown.pixelColor(at), QColor(Qt::red));
     EXPECT_NE(shown.pixelColor(label.mapFromScene(850, 425)), QColor(Qt::red));
+
+    label.resize(480, 480);
+    EXPECT_NEAR(label.transform().m22() / label.transform().m11(), 1920.0 / 1080, 0.02) << "whatever the aspect ratio";
 }

@@ -4,8 +4,10 @@
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/image/yuv.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSize>
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 
@@ -19,7 +21,7 @@
 
 namespace
 {
-/// The rule as it is told, pixel by pixel; `last` becomes the last byte that it reads.
+/// The rule pixel by pixel; `last` becomes the last byte that it reads.
 std::vector<uint8_t> reference(const std::vector<uint8_t>& yuv, uint8_t mode, unsigned width, unsigned height,
                                std::size_t& last)
 {
@@ -172,26 +174,41 @@ TEST_F(FilesTest, ConversionRefusesWhatItCannotRead)
     }
     EXPECT_TRUE(failure(directory.filePath("none.yuv"), 2, 2).contains("can't be read"));
     EXPECT_TRUE(failure(directory.path(), 2, 2).contains("can't be read"));
-    EXPECT_TRUE(failure(write("same.ppm", "12345678"), 2, 2).contains("would take its name"));
+    EXPECT_TRUE(failure(write("same.ppm", "12345678"), 2, 2).contains("same.ppm can't be written: "));
     EXPECT_EQ(read(directory.filePath("same.ppm")), "12345678");
     EXPECT_EQ(names(), QStringList({"same.ppm", "YUV_1.yuv"}));
 }
 
-TEST_F(FilesTest, ConversionLeavesNoHalfPictureOnAFullDisk)
+TEST_F(FilesTest, ConversionThatCannotBeWrittenLeavesNothing)
 {
     const auto capture = write("YUV_1.yuv", QByteArray(512 * 256 * 2, 'x'));
-    write("RGB_1.ppm", "from before");
+    const auto leftBehind = [] { return QDir().entryList({"client_rgb*"}, QDir::AllEntries | QDir::Hidden); };
     rlimit before{};
     ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
     const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{1000, before.rlim_max};
-    ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-    const auto text = failure(capture, 512, 256);
-    setrlimit(RLIMIT_FSIZE, &before);
+    // A small picture fits into what a file keeps in memory until it is closed.
+    for (const auto& size : {QSize(64, 48), QSize(512, 256)})
+    {
+        const rlimit small{1000, before.rlim_max};
+        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
+        const auto text = failure(capture, uint32_t(size.width()), uint32_t(size.height()));
+        setrlimit(RLIMIT_FSIZE, &before);
+        EXPECT_TRUE(text.contains("client_rgb.ppm\" failed: File too large")) << text.toStdString();
+        EXPECT_EQ(names(), QStringList("YUV_1.yuv"));
+        EXPECT_TRUE(leftBehind().isEmpty());
+    }
     std::signal(SIGXFSZ, handler);
-    EXPECT_TRUE(text.contains("RGB_1.ppm can't be written: ")) << text.toStdString();
+
+    ASSERT_TRUE(QDir().mkdir("client_rgb.ppm"));
+    auto text = failure(capture, 64, 48);
+    EXPECT_TRUE(text.contains("client_rgb.ppm\" failed: Filename refers to a directory")) << text.toStdString();
+    ASSERT_TRUE(QDir().rmdir("client_rgb.ppm"));
+
+    write("RGB_1.ppm", "from before");
+    text = failure(capture, 64, 48);
+    EXPECT_TRUE(text.contains("RGB_1.ppm can't be written: ") && !text.contains("Unknown error")) << text.toStdString();
     EXPECT_EQ(read(directory.filePath("RGB_1.ppm")), "from before");
-    EXPECT_EQ(names(), QStringList({"RGB_1.ppm", "YUV_1.yuv"}));
+    EXPECT_TRUE(leftBehind().isEmpty());
 }
 
 TEST_F(FilesTest, SamplesAreThoseOfTheFile)

@@ -15,7 +15,10 @@
 #include <QStatusBar>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <functional>
 #include <memory>
+#include <thread>
 
 /// The real window against a simulated board of its own, on a chip that has every page of the catalogue.
 class BoardTest : public testing::Test
@@ -84,6 +87,47 @@ protected:
 
     /// Commands of that number since the last `requestsClear`.
     size_t sent(int64_t id) const { return board->count(id); }
+
+    /// Runs `fMeanwhile` on another thread while `action` waits for the board's answer to `id`.
+    void during(int64_t id, const std::function<void()>& action, const std::function<void()>& fMeanwhile)
+    {
+        board->faultSet({board::Fault::Delay, id, 1, 300});
+        board->requestsClear();
+        std::thread other(
+            [&]
+            {
+                for (int i = 0; i < waitLimit() && board->count(id) == 0; ++i)
+                    std::this_thread::sleep_for(std::chrono::milliseconds(1));
+                fMeanwhile();
+            });
+        action();
+        other.join();
+    }
+
+    /// Whether the wait cursor stands for as long as `action` waits.
+    bool hasWaitCursor(int64_t id, const std::function<void()>& action)
+    {
+        bool isWaiting = false;
+        during(id, action,
+               [&]
+               {
+                   // The GUI thread stands in the exchange.
+                   const auto* pCursor = QApplication::overrideCursor();
+                   isWaiting = pCursor && pCursor->shape() == Qt::WaitCursor;
+               });
+        return isWaiting && !QApplication::overrideCursor();
+    }
+
+    /// The user closes the window while `action` waits, and then the window goes.
+    void closedDuring(int64_t id, const std::function<void()>& action)
+    {
+        during(id, action,
+               [this] { QMetaObject::invokeMethod(pMainWindow.get(), &QWidget::close, Qt::QueuedConnection); });
+        EXPECT_TRUE(pMainWindow->isVisible()) << "closed in the middle of an exchange";
+        QApplication::processEvents();
+        EXPECT_FALSE(pMainWindow->isVisible());
+        pMainWindow.reset();
+    }
 
     std::unique_ptr<board::Simulator> board;
     std::unique_ptr<MainWindow> pMainWindow;

@@ -189,6 +189,16 @@ TEST_F(HttpFile, DownloadReplacesTheFileBehindALinkAndKeepsItsPermissions)
     EXPECT_TRUE(fs::is_symlink(directory / "link.xml"));
     EXPECT_EQ(contentOf(directory / "real.xml"), "new\n");
     EXPECT_EQ(fs::status(directory / "real.xml").permissions(), fs::perms::owner_read | fs::perms::owner_write);
+
+    const auto fRemoving = [&](RawConnection& connection)
+    {
+        fs::remove(directory / "real.xml");
+        RawPeer::answering("HTTP/1.1 200 OK\r\n\r\nnewer")(connection);
+    };
+    EXPECT_EQ(download(fRemoving, "real.xml"), "");
+    EXPECT_EQ(contentOf(directory / "real.xml"), "newer\n");
+    EXPECT_EQ(fs::status(directory / "real.xml").permissions() & ~fs::perms(0666), fs::perms::none)
+        << "nothing to copy them from";
 }
 
 TEST_F(HttpFile, DownloadThatCantBeStoredIsToldOnStandardError)

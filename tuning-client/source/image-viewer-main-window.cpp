@@ -16,6 +16,8 @@ namespace
 {
 constexpr double zoomMaximum = 3.0;
 constexpr double zoomMinimum = 0.333;
+// A message hides what the status bar tells of the pixel under the mouse.
+constexpr int messageMs = 10000;
 
 QString percent(int shown, int whole) { return QString::number(qRound(100.0 * shown / whole)) + " %"; }
 } // namespace
@@ -60,7 +62,7 @@ void ImageViewerMainWindow::createActions()
     exitAct = actionMake(tr("&Exit"), "Ctrl+E", true, &ImageViewerMainWindow::exit);
     zoomInAct = actionMake(tr("Zoom &In (25%)"), "Ctrl++", false, &ImageViewerMainWindow::zoomIn);
     zoomOutAct = actionMake(tr("Zoom &Out (25%)"), "Ctrl+-", false, &ImageViewerMainWindow::zoomOut);
-    // The same keys as those of saving, by the system's own table.
+    // The same keys as those of saving.
     normalSizeAct = actionMake(tr("&Normal Size"), "Ctrl+S", false, &ImageViewerMainWindow::normalSize);
     fitToWindowAct = actionMake(tr("&Fit to Window"), "Ctrl+F", false, &ImageViewerMainWindow::fitToWindow);
     fitToWindowAct->setCheckable(true);
@@ -158,7 +160,7 @@ void ImageViewerMainWindow::saveAs()
             continue;
         QFile source(imageFileName);
         if (!source.copy(chosen + "." + kind.ending))
-            statusBar()->showMessage(tr("Saving failed: %1").arg(source.errorString()));
+            statusBar()->showMessage(tr("Saving failed: %1").arg(source.errorString()), messageMs);
     }
 }
 

@@ -26,6 +26,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QStyle>
 #include <QTimer>
 #include <QToolBar>
@@ -397,6 +398,14 @@ void MainWindow::mark(QAction* pAction, const QString& icon)
             pOther->setIcon(QIcon());
     }
     pAction->setIcon(QIcon(icon));
+}
+
+// Entries of menus have no tips. An empty one would clear the status bar, and with it the text of a failure.
+bool MainWindow::event(QEvent* pEvent)
+{
+    const bool isEmptyTip =
+        pEvent->type() == QEvent::StatusTip && static_cast<QStatusTipEvent*>(pEvent)->tip().isEmpty();
+    return isEmptyTip || QMainWindow::event(pEvent);
 }
 
 void MainWindow::closeEvent(QCloseEvent* pEvent)

@@ -49,6 +49,7 @@ public slots:
     void showImage(QString fileName);
 
 protected:
+    bool event(QEvent* pEvent) override;
     void closeEvent(QCloseEvent* pEvent) override;
     void showEvent(QShowEvent* pEvent) override;
 

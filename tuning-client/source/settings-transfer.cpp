@@ -8,7 +8,6 @@
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 #include "tuning-rest/source/camera.h"
-#include "tuning-rest/source/fs.h"
 
 #include <QAction>
 #include <QFileDialog>
@@ -43,11 +42,11 @@ void localImport(MainWindow* pMainWindow)
     activate(fileName);
 }
 
-void download(MainWindow* pMainWindow, const QString& name, const QString& message)
+void download(MainWindow* pMainWindow, const std::string& name, const QString& message)
 {
     const auto directory = config.preferences.calibration.path;
     shortcut::remoteDownload(pMainWindow->clientHolder(), name, directory);
-    messageShow(pMainWindow, message + name + MainWindow::tr(" to ") + directory);
+    messageShow(pMainWindow, message + QString::fromStdString(name) + MainWindow::tr(" to ") + directory);
 }
 
 void remove(MainWindow* pMainWindow, const QString& name)
@@ -55,7 +54,7 @@ void remove(MainWindow* pMainWindow, const QString& name)
     if (QMessageBox::question(pMainWindow, MainWindow::tr("Warning: This action can't be undone"),
                               MainWindow::tr("Are you sure to remove this file from remote?"),
                               QMessageBox::Yes | QMessageBox::No) == QMessageBox::Yes)
-        rest::FileSystem().remove(name.toStdString());
+        shortcut::remoteRemove(name);
 }
 
 void remoteEntryAdd(MainWindow* pMainWindow, QMenu* pMenu, const QString& name)
@@ -69,7 +68,8 @@ void remoteEntryAdd(MainWindow* pMainWindow, QMenu* pMenu, const QString& name)
                   activate(name);
                   emit pMainWindow->refresh();
               });
-    actionAdd(MainWindow::tr("Download"), [=] { download(pMainWindow, name, MainWindow::tr("Save file ")); });
+    actionAdd(MainWindow::tr("Download"),
+              [=] { download(pMainWindow, name.toStdString(), MainWindow::tr("Save file ")); });
     actionAdd(MainWindow::tr("Remove"), [=] { remove(pMainWindow, name); });
 }
 
@@ -84,7 +84,7 @@ void exportAll(MainWindow* pMainWindow)
     const shortcut::WaitCursor waiting;
     std::string name;
     rest::Camera().calibrationGet(name, false);
-    download(pMainWindow, QString::fromStdString(name), MainWindow::tr("Save "));
+    download(pMainWindow, name, MainWindow::tr("Save "));
 }
 } // namespace
 

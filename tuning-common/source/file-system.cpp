@@ -8,6 +8,17 @@
 
 namespace t_common
 {
+namespace
+{
+[[noreturn]] void fail(const std::string& text, const std::string& reason)
+{
+    throw std::runtime_error("File name check failed: \"" + printable(text, limit::fileName) + "\" " + reason);
+}
+
+// The GUI's texts drop it, which makes another name.
+constexpr auto byteOrderMark = "\xef\xbb\xbf";
+} // namespace
+
 std::string FileSystem::filenameGetFromPath(const std::string& path)
 {
 #ifdef _WIN32
@@ -23,10 +34,9 @@ std::string FileSystem::localNameGet(const std::string& text)
     const bool isForeign =
         std::any_of(name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f || c == '\\'; });
     if (name.empty() || name == "." || name == ".." || isForeign || name.size() > limit::fileName)
-    {
-        throw std::runtime_error("File name check failed: \"" + printable(text, limit::fileName) +
-                                 "\" is not the name of a file");
-    }
+        fail(text, "is not the name of a file");
+    if (!isUtf8(name) || name.rfind(byteOrderMark, 0) == 0)
+        fail(text, "is not plain UTF-8");
     return name;
 }
 } // namespace t_common

@@ -34,6 +34,7 @@ constexpr std::size_t statusBarText = 4 * KiB; // one line on the screen
 constexpr std::size_t reportText = 1 * MiB;    // the console lays out every line of it
 constexpr std::size_t cellText = 1 * KiB;      // a cell of a tree is laid out whole, however little of it is seen
 constexpr std::size_t listElements = 10'000;   // files, modules, registers, versions
+constexpr std::size_t menuEntries = 1000;      // each is a submenu with its entries, made anew whenever the menu opens
 constexpr std::size_t listText = 4 * KiB;      // one name in a list
 constexpr std::size_t fileName = 255;          // of the usual file systems
 

@@ -26,7 +26,7 @@ std::size_t plainLength(const char* pText, std::size_t size)
     return length;
 }
 
-/// Bytes of the UTF-8 sequence at the start, 0 for one that is broken, overlong or a C1 control character.
+/// Bytes of the UTF-8 sequence at the start, 0 for one that is broken, overlong or no character.
 std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
 {
     const auto first = pText[0];
@@ -47,9 +47,17 @@ std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
         }
     }
     const auto second = pText[1];
-    const bool isControl = first == 0xc2 && second < 0xa0;
     const bool isOverlong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
-    return isControl || isOverlong ? 0 : length;
+    const bool isSurrogate = first == 0xed && second >= 0xa0;
+    const bool isAbove = first == 0xf4 && second >= 0x90;
+    return isOverlong || isSurrogate || isAbove ? 0 : length;
+}
+
+/// As above, and 0 for a C1 control character.
+std::size_t shownLength(const unsigned char* pText, std::size_t left)
+{
+    const auto length = sequenceLength(pText, left);
+    return length == 2 && pText[0] == 0xc2 && pText[1] < 0xa0 ? 0 : length;
 }
 } // namespace
 
@@ -69,7 +77,7 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
         {
             break;
         }
-        const std::size_t length = pText[i] < 0x80 ? 1 : sequenceLength(pText + i, size - i);
+        const std::size_t length = pText[i] < 0x80 ? 1 : shownLength(pText + i, size - i);
         if (result.size() + (length == 0 ? 1 : length) > maximum)
         {
             return result + "...";
@@ -89,5 +97,18 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
         i += length == 0 ? 1 : length;
     }
     return result;
+}
+
+bool isUtf8(const std::string& text)
+{
+    const auto* pText = reinterpret_cast<const unsigned char*>(text.data());
+    for (std::size_t i = 0; i < text.size();)
+    {
+        const std::size_t length = pText[i] < 0x80 ? 1 : sequenceLength(pText + i, text.size() - i);
+        if (length == 0)
+            return false;
+        i += length;
+    }
+    return true;
 }
 } // namespace t_common

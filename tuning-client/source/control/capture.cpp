@@ -1,6 +1,6 @@
 #include "tuning-client/source/control/capture.h"
 
-#include "tuning-common/source/file-system.h"
+#include "tuning-client/source/control/remote-file.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <QFile>
@@ -69,7 +69,10 @@ uint32_t captureLocksGet(const cfg::Capture& capture)
 QString captureTake(t_transfer::ClientHolder& clientHolder, const cfg::Capture& capture)
 {
     const auto boardName = boardCapture(clientHolder, capture);
-    const auto name = QString::fromStdString(t_common::FileSystem::localNameGet(boardName));
+    const auto name = downloadNameGet(boardName, capture.path);
+    // The viewer shows the newest file that is not hidden.
+    if (name.startsWith('.'))
+        throw std::runtime_error(QObject::tr("Download failed: %1 would be a hidden file").arg(name).toStdString());
     const auto path = capture.path + "/" + name;
     // A picture from before that can't be replaced would pass for the new one.
     if (QFileInfo::exists(path) && !QFileInfo(path).isWritable())

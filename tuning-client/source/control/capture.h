@@ -18,7 +18,7 @@ QString captureNameGet(rest::Camera::SnapshotType snapshotType, const QDateTime&
 /// The routines that the board holds during the capture: 1 focus, 2 exposure, 4 white balance.
 uint32_t captureLocksGet(const cfg::Capture& capture);
 
-/// Has the board take a picture and fetches the file into the capture directory. Returns its path. Throws
-/// std::runtime_error with the text to show on every other end.
+/// Has the board take a picture and fetches the file into the capture directory. Returns its path. Every other end is a
+/// `std::exception` with the text to show.
 QString captureTake(t_transfer::ClientHolder& clientHolder, const cfg::Capture& capture);
 } // namespace shortcut

@@ -8,8 +8,26 @@
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <QFileInfo>
+#include <QRegularExpression>
 
+#include <algorithm>
 #include <stdexcept>
+
+namespace
+{
+/// Names travel in the address of an exchange. A board takes "?" and the like for the end of one and decodes "%41": it
+/// would find another file.
+void addressCheck(const QString& operation, const QString& name, const QString& ends)
+{
+    const auto match = QRegularExpression("[" + ends + "]|%[0-9A-Fa-f]{2}").match(name);
+    if (match.hasMatch())
+        throw std::runtime_error(QMenu::tr("%1 failed: %2 can't be named to the board, \"%3\" has a meaning of its own")
+                                     .arg(operation, name, match.captured())
+                                     .toStdString());
+}
+
+void disabledAdd(QMenu* pMenu, const QString& text) { pMenu->addAction(text)->setEnabled(false); }
+} // namespace
 
 namespace shortcut
 {
@@ -29,8 +47,17 @@ void remoteMenuFill(QMenu* pMenu, const std::string& extension, const std::funct
     const auto names = remoteList(extension);
     if (names.empty())
         pMenu->addAction(QMenu::tr("Not Found"));
-    for (const auto& name : names)
-        fEntry(QString::fromStdString(name));
+    const auto shown = std::min(names.size(), t_common::limit::menuEntries);
+    for (std::size_t i = 0; i < shown; ++i)
+    {
+        const auto name = QString::fromStdString(names[i]);
+        if (name.toStdString() == names[i])
+            fEntry(name);
+        else
+            disabledAdd(pMenu, menuText(name));
+    }
+    if (shown < names.size())
+        disabledAdd(pMenu, QMenu::tr("... and %1 more").arg(names.size() - shown));
 }
 
 QString menuText(const QString& name)
@@ -39,12 +66,20 @@ QString menuText(const QString& name)
     return QString::fromStdString(text).replace('&', "&&");
 }
 
-void remoteDownload(t_transfer::ClientHolder& clientHolder, const QString& name, const QString& directory)
+QString downloadNameGet(const std::string& name, const QString& directory)
 {
-    const auto localName = QString::fromStdString(t_common::FileSystem::localNameGet(name.toStdString()));
-    // A transport takes these for the end of the name, and would store the file under another one.
-    if (name.contains('?') || name.contains('#'))
-        throw std::runtime_error(QMenu::tr("Download failed: no file can be asked for as %1").arg(name).toStdString());
+    const auto localName = QString::fromStdString(t_common::FileSystem::localNameGet(name));
+    addressCheck("Download", QString::fromStdString(name), "?#");
+    const QFileInfo info(directory);
+    if (!info.isDir() || !info.isWritable())
+        throw std::runtime_error(
+            QMenu::tr("Download failed: %1 is no directory that can be written").arg(directory).toStdString());
+    return localName;
+}
+
+void remoteDownload(t_transfer::ClientHolder& clientHolder, const std::string& name, const QString& directory)
+{
+    const auto localName = downloadNameGet(name, directory);
     const QFileInfo local(directory + "/" + localName);
     // A transport that can't write has no way to say so, and an earlier file is no proof of this transfer.
     if (local.exists() && !(local.isFile() && local.isWritable()))
@@ -53,10 +88,11 @@ void remoteDownload(t_transfer::ClientHolder& clientHolder, const QString& name,
 
     const WaitCursor waiting;
     Json::Value jFile;
-    jFile["path"] = name.toStdString();
+    jFile["path"] = name;
     jFile["path.local"] = directory.toStdString();
     clientHolder.fileDownload(jFile);
-    if (!QFileInfo::exists(local.filePath()))
+    // A transport without files has told so itself.
+    if (clientHolder.abstract().failure.empty() && !QFileInfo::exists(local.filePath()))
         throw std::runtime_error(
             QMenu::tr("Download failed: no file %1 in %2").arg(localName, directory).toStdString());
 }
@@ -68,10 +104,17 @@ void remoteUpload(t_transfer::ClientHolder& clientHolder, const QString& fileNam
     if (!local.isFile() || !local.isReadable())
         throw std::runtime_error(
             QMenu::tr("Upload failed: %1 is no file that can be read").arg(fileName).toStdString());
+    addressCheck("Upload", local.fileName(), "#&");
 
     const WaitCursor waiting;
     Json::Value jFile;
     jFile["path"] = fileName.toStdString();
     clientHolder.fileUpload(jFile);
+}
+
+void remoteRemove(const QString& name)
+{
+    addressCheck("Remove", name, "?#");
+    rest::FileSystem().remove(name.toStdString());
 }
 } // namespace shortcut

@@ -1,12 +1,13 @@
 #include "tuning-client/source/image/yuv-file.h"
 
+#include "tuning-client/source/control/local-file.h"
 #include "tuning-client/source/image/yuv.h"
 #include "tuning-common/source/limits.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QObject>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <memory>
@@ -54,19 +55,20 @@ QString yuvFileConvert(const QString& fileName, uint32_t width, uint32_t height)
     const auto pYuv = bufferMake(size);
     if (file.read(reinterpret_cast<char*>(pYuv.get()), qint64(size)) != qint64(size))
         fail(fileName, file.errorString());
-    const auto pRgb = bufferMake(pixels * 3);
-    convert_semiplanar_to_rgb24_buffer(pYuv.get(), pRgb.get(), mode422, w, h);
 
-    const auto displayFile = displayFileGet(fileName);
-    if (displayFile == fileName)
-        fail(fileName, QObject::tr("the picture would take its name"));
-    QSaveFile target(displayFile);
     const auto head = QString("P6\n%1 %2\n255\n").arg(width).arg(height).toLatin1();
-    const bool isSaved =
-        target.open(QIODevice::WriteOnly) && target.write(head) == head.size() &&
-        target.write(reinterpret_cast<const char*>(pRgb.get()), qint64(pixels * 3)) == qint64(pixels * 3) &&
-        target.commit();
-    if (!isSaved)
-        fail(fileName, QObject::tr("%1 can't be written: %2").arg(displayFile, target.errorString()));
+    QByteArray picture(int(head.size() + pixels * 3), Qt::Uninitialized);
+    std::copy(head.begin(), head.end(), picture.begin());
+    auto* pRgb = reinterpret_cast<uint8_t*>(picture.data()) + head.size();
+    convert_semiplanar_to_rgb24_buffer(pYuv.get(), pRgb, mode422, w, h);
+
+    QFile written(QDir::current().filePath("client_rgb.ppm"));
+    shortcut::fileWrite(written.fileName(), picture);
+    const auto displayFile = displayFileGet(fileName);
+    const bool isCopied = written.copy(displayFile);
+    const auto reason = written.errorString();
+    written.remove();
+    if (!isCopied)
+        fail(fileName, QObject::tr("%1 can't be written: %2").arg(displayFile, reason));
     return displayFile;
 }

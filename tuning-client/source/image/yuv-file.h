@@ -8,5 +8,6 @@
 QString displayFileGet(const QString& fileName);
 
 /// Converts the semi-planar 4:2:2 capture `fileName` to a PPM file beside it, which appears whole or not at all, and
-/// returns its name. Throws std::runtime_error with the text to show.
+/// returns its name. A file that has this name already stays, and is a failure. "client_rgb.ppm" in the working
+/// directory holds the picture meanwhile. Throws std::runtime_error with the text to show.
 QString yuvFileConvert(const QString& fileName, uint32_t width, uint32_t height);

@@ -2,7 +2,6 @@
 
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/remote-file.h"
-#include "tuning-rest/source/fs.h"
 #include "tuning-rest/source/image.h"
 #include "tuning-transfer/source/transfer-client.h"
 
@@ -123,7 +122,7 @@ void ImageWidget::remoteAdd(QMenu* pMenu, const QString& name)
                    [this, name]
                    {
                        const auto& directory = config.preferences.calibration.path;
-                       shortcut::remoteDownload(clientHolder(), name, directory);
+                       shortcut::remoteDownload(clientHolder(), name.toStdString(), directory);
                        if (auto* pStatusBar = statusBar())
                            pStatusBar->showMessage(tr("Save file ") + name + tr(" to ") + directory);
                    });
@@ -136,7 +135,7 @@ void ImageWidget::remoteRemove(const QString& name)
                               tr("Are you sure to remove this file from remote?"),
                               QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
         return;
-    rest::FileSystem().remove(name.toStdString());
+    shortcut::remoteRemove(name);
     if (pPushButtonImageList->text() == name)
         pPushButtonImageList->setText(noImageText());
 }

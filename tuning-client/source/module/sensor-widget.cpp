@@ -2,6 +2,7 @@
 
 #include "tuning-client/source/control/no-signals.h"
 #include "tuning-client/source/control/remote-file.h"
+#include "tuning-client/source/control/wait-cursor.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-rest/source/camera.h"
 
@@ -84,6 +85,7 @@ SensorWidget::SensorWidget(QWidget* pParent)
     connectGuarded(pPushButtonDriverChange, &QPushButton::clicked,
                    [this]
                    {
+                       const shortcut::WaitCursor waiting;
                        Sensor().driverChange(pPushButtonDriverList->text().toStdString());
                        emit refresh();
                    });

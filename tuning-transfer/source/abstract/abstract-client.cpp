@@ -13,6 +13,8 @@ Client& refuse(Client& client, const char* pOperation)
     std::cout << pOperation << "\n" << std::endl;
     return client;
 }
+
+constexpr auto notAvailable = "not available on this transport";
 } // namespace
 
 Report& Report::operator<<(const std::string& text)
@@ -40,9 +42,17 @@ Client& Client::configGet(Json::Value&) { return refuse(*this, "configGetis not 
 
 Client& Client::configSet(const Json::Value&) { return refuse(*this, "configSetis not available"); }
 
-Client& Client::fileDownload(const Json::Value&) { return refuse(*this, "fileDownloadis not available"); }
+Client& Client::fileDownload(const Json::Value&)
+{
+    failure = notAvailable;
+    return refuse(*this, "fileDownloadis not available");
+}
 
-Client& Client::fileUpload(const Json::Value&) { return refuse(*this, "fileUploadis not available"); }
+Client& Client::fileUpload(const Json::Value&)
+{
+    failure = notAvailable;
+    return refuse(*this, "fileUploadis not available");
+}
 
 Client& Client::info() { return refuse(*this, "infois not available"); }
 
@@ -53,7 +63,7 @@ Client& Client::request(const Json::Value&, Json::Value&, std::int32_t)
 
 Client& Client::request(const Json::Value&, const std::function<void(Json::Value)>&, std::int32_t)
 {
-    failure = "not available on this transport";
+    failure = notAvailable;
     return refuse(*this, "requestis not available");
 }
 

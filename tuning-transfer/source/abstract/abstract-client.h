@@ -37,6 +37,7 @@ public:
 
     virtual Client& configGet(Json::Value& jConfig);
     virtual Client& configSet(const Json::Value& jConfig);
+    /// Where there are no files this returns as well, and `failure` tells so.
     virtual Client& fileDownload(const Json::Value& jQuery);
     virtual Client& fileUpload(const Json::Value& jQuery);
     virtual Client& info();
@@ -52,7 +53,7 @@ public:
     virtual Client& textRead(std::string& text);
     virtual Client& textWrite(const std::string& text);
 
-    /// Why the last request with a callback brought no answer.
+    /// Why the last request with a callback brought no answer, or the last file transfer was none on this transport.
     std::string failure;
 };
 } // namespace t_transfer::abstract

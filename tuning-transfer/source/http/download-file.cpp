@@ -66,7 +66,9 @@ void DownloadFile::commit()
         fail(errno);
     }
     std::error_code error;
-    fs::permissions(temporary, fs::status(target).permissions(), error);
+    // Those of a file that has gone meanwhile are unknown.
+    if (const auto status = fs::status(target, error); fs::exists(status))
+        fs::permissions(temporary, status.permissions(), error);
     const bool isClosed = std::fclose(pStream) == 0;
     const int closeError = errno;
     pStream = nullptr;

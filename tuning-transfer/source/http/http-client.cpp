@@ -157,6 +157,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
 
 Client& Client::fileDownload(const Json::Value& jQuery)
 {
+    failure.clear();
     const Url url(ip, port, "/" + jQuery["path"].asString());
     print(url.text());
     auto filename = t_common::FileSystem::localNameGet(filenameGetFromUrl(url.text()));
@@ -180,6 +181,7 @@ Client& Client::fileDownload(const Json::Value& jQuery)
 
 Client& Client::fileUpload(const Json::Value& jQuery)
 {
+    failure.clear();
     const auto path = jQuery["path"].asString();
     const Url url(ip, port,
                   "/upload?path=" + jQuery["path.remote"].asString() +
