@@ -21,9 +21,7 @@ public:
         resize(900, 500);
         show();
         while (timer < 0)
-        {
             QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-        }
         // Over a tenth of the window, as samples come with time.
         for (int i = 0; i < 2000; ++i)
         {

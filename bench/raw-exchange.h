@@ -26,9 +26,7 @@ public:
         socklen_t size = sizeof address;
         if (::bind(listener, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener, 16) != 0 ||
             ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size) != 0)
-        {
             throw std::runtime_error("no socket for the peer");
-        }
         worker = std::thread(
             [this, answer]
             {
@@ -37,9 +35,7 @@ public:
                     // A request of the benchmark fits into one read.
                     char buffer[65536];
                     if (::recv(handle, buffer, sizeof buffer, 0) > 0)
-                    {
                         ::send(handle, answer.data(), answer.size(), MSG_NOSIGNAL);
-                    }
                 }
             });
     }
@@ -62,16 +58,12 @@ inline std::size_t rawExchange(const sockaddr_in& address, const std::string& re
 {
     const int handle = ::socket(AF_INET, SOCK_STREAM, 0);
     if (::connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0)
-    {
         throw std::runtime_error("no connection to the peer");
-    }
     ::send(handle, request.data(), request.size(), 0);
     std::size_t total = 0;
     char buffer[65536];
     for (ssize_t count = 0; (count = ::recv(handle, buffer, sizeof buffer, 0)) > 0;)
-    {
         total += static_cast<std::size_t>(count);
-    }
     ::close(handle);
     return total;
 }

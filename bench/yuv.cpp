@@ -55,10 +55,8 @@ __attribute__((target("avx2"))) void streamed(const uint8_t* pYuv, uint8_t* pRgb
 {
     int8_t places[9][16];
     for (int i = 0; i < 48; ++i)
-    {
         for (int channel = 0; channel < 3; ++channel)
             places[3 * channel + i / 16][i % 16] = int8_t(i % 3 == channel ? i / 3 : -1);
-    }
     __m256i p[9];
     for (int i = 0; i < 9; ++i)
         p[i] = both(places[i]);

@@ -13,9 +13,7 @@ int check(const std::string& path, const std::string& text)
     std::ifstream stream(path, std::ios::binary);
     const std::string old(std::istreambuf_iterator<char>(stream), {});
     if (old == text)
-    {
         return 0;
-    }
     const auto place = std::mismatch(old.begin(), old.end(), text.begin(), text.end()).first;
     std::cerr << path << ":" << std::count(old.begin(), place, '\n') + 1 << ": out of date. Run: protocol-document "
               << path << "\n";

@@ -12,14 +12,10 @@ const Json::Value& argument(const Json::Value& query, const char* key, bool (Jso
                             const char* typeName)
 {
     if (!query.isMember(key))
-    {
         throw Failure(std::string(key) + " is missing");
-    }
     const Json::Value& value = query[key];
     if (!(value.*isType)())
-    {
         throw Failure(std::string(key) + " is not " + typeName);
-    }
     return value;
 }
 

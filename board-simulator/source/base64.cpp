@@ -21,9 +21,7 @@ std::string base64Encode(const std::string& bytes)
     {
         uint32_t group = 0;
         for (size_t k = 0; k < 3; ++k)
-        {
             group = group << 8 | (i + k < bytes.size() ? static_cast<uint8_t>(bytes[i + k]) : 0u);
-        }
         text += alphabet[group >> 18];
         text += alphabet[group >> 12 & 63];
         text += i + 1 < bytes.size() ? alphabet[group >> 6 & 63] : '=';
@@ -42,9 +40,7 @@ std::optional<std::string> base64Decode(const std::string& text)
     for (char c : text)
     {
         if (c == ' ' || c == '\r' || c == '\n' || c == '\t')
-        {
             continue;
-        }
         if (c == '=')
         {
             ++pads;
@@ -52,9 +48,7 @@ std::optional<std::string> base64Decode(const std::string& text)
         }
         const char* pDigit = c == '\0' ? nullptr : std::strchr(alphabet, c);
         if (!pDigit || pads)
-        {
             return std::nullopt;
-        }
         group = (group << 6 | static_cast<uint32_t>(pDigit - alphabet)) & 0xFFFFFF;
         if (++digits % 4 == 0)
         {

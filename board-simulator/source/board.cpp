@@ -20,9 +20,7 @@ std::vector<double> binsOf(const Camera::Histogram& histogram, size_t count)
 {
     std::vector<double> bins(count);
     for (size_t i = 0; i < histogram.size(); ++i)
-    {
         bins[i * count / histogram.size()] += histogram[i];
-    }
     return bins;
 }
 
@@ -66,9 +64,7 @@ std::string Board::recordGet(const std::string& className, int generation, const
     timePass();
     exposureGive();
     if (className == "Ae" && key == "status")
-    {
         exposureStatusUpdate(generation == 1);
-    }
     return record(className, generation, key).bytes();
 }
 
@@ -101,9 +97,7 @@ RecordBytes& Board::record(const std::string& className, int generation, const s
     RecordBytes* pRecord = module.config.record(key);
     pRecord = pRecord ? pRecord : module.status.record(key);
     if (!pRecord)
-    {
         throw std::out_of_range(className + " has no record " + key);
-    }
     return *pRecord;
 }
 
@@ -135,9 +129,7 @@ void Board::exposureTake()
     const RecordBytes& sensor = *modules.module("Sensor").config.record("config");
     camera.isTestPattern = sensor.number("isTestPattern") != 0;
     if (!modules.module("Ae").isEnabled)
-    {
         camera.exposureSet(sensor.number("_long.gain"), sensor.number("_long.integrationTime"), sensorRange());
-    }
 }
 
 void Board::exposureGive()

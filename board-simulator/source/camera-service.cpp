@@ -42,9 +42,7 @@ void CameraService::inputSwitch(const Json::Value& query, Json::Value& answer)
 {
     const int64_t index = integerArgument(query, "index");
     if (index < 0 || index >= static_cast<int64_t>(inputs.size()))
-    {
         throw Failure("There is no input " + std::to_string(index));
-    }
     inputIndex = static_cast<Json::ArrayIndex>(index);
     const Json::Value& input = inputs[inputIndex];
     modules.module("Sensor").status.record("status")->textSet("driverName", input["driver"].asString());
@@ -56,9 +54,7 @@ void CameraService::driverChange(const Json::Value& query)
 {
     const std::string name = textArgument(query, "driver.file");
     if (name.empty())
-    {
         throw Failure("driver.file is empty");
-    }
     inputs[inputIndex]["driver"] = name;
     modules.module("Sensor").status.record("status")->textSet("driverName", name);
 }

@@ -23,17 +23,11 @@ bool isLamp(double x, double y) { return std::hypot(x - 0.15, y - 0.15) < 0.05; 
 double radiance(double x, double y)
 {
     if (isObject(x, y))
-    {
         return 0.75 + 0.15 * std::sin(40 * x);
-    }
     if (isBox(x, y))
-    {
         return 0.06 + 0.04 * y;
-    }
     if (isLamp(x, y))
-    {
         return 1.6;
-    }
     return 0.12 + 0.35 * x + 0.1 * (1 - y);
 }
 
@@ -41,13 +35,9 @@ double radiance(double x, double y)
 Camera::Colour tint(double x, double y)
 {
     if (isObject(x, y))
-    {
         return {1.6, 0.84, 0.25};
-    }
     if (isBox(x, y))
-    {
         return {0.5, 1.35, 0.51};
-    }
     return isLamp(x, y) ? Camera::Colour{1, 1, 1} : Camera::Colour{0.8, 1.02, 1.42};
 }
 
@@ -66,9 +56,7 @@ Camera::Camera()
             const double v = (y + 0.5) / height;
             scene.push_back(static_cast<float>(radiance(u, v)));
             if (isObject(u, v))
-            {
                 object[static_cast<size_t>(cellOf(x, y))] = 1;
-            }
         }
     }
 }
@@ -76,22 +64,16 @@ Camera::Camera()
 void Camera::exposureSet(double gain, double integrationTime, const SensorRange& range)
 {
     if (std::isfinite(gain))
-    {
         gainNow = std::clamp(gain, range.gainMin, range.gainMax);
-    }
     if (std::isfinite(integrationTime))
-    {
         timeNow = std::clamp(integrationTime, range.timeMin, range.timeMax);
-    }
 }
 
 bool Camera::step(const ExposureTarget& target, const SensorRange& range)
 {
     if (!target.isAuto || isTestPattern || !std::isfinite(target.setPoint) || !(target.tolerance >= 0) ||
         std::isnan(target.dampingOver) || std::isnan(target.dampingUnder))
-    {
         return false;
-    }
     const double seen = mean(target.region);
     const double wanted = std::clamp(target.setPoint, 0.5, 254.0);
     const double damping = std::clamp(seen > wanted ? target.dampingOver : target.dampingUnder, 0.0, 1.0);
@@ -103,9 +85,7 @@ bool Camera::step(const ExposureTarget& target, const SensorRange& range)
     // The time is used up before the gain, since gain brings noise.
     double time = std::clamp(exposure / range.gainMin, range.timeMin, range.timeMax);
     if (target.flickerPeriod > 0 && time >= target.flickerPeriod)
-    {
         time = std::floor(time / target.flickerPeriod + rounding) * target.flickerPeriod;
-    }
     const double gainBefore = gainNow;
     const double timeBefore = timeNow;
     exposureSet(exposure / time, time, range);
@@ -127,9 +107,7 @@ Camera::Colour Camera::signal(double x, double y) const
 uint8_t Camera::pixel(int x, int y) const
 {
     if (isTestPattern)
-    {
         return static_cast<uint8_t>(x * 8 / width * 255 / 7);
-    }
     const double value = scene[static_cast<size_t>(y * width + x)] * gainNow * timeNow * (255 / exposureWhite);
     return static_cast<uint8_t>(std::min(value, 255.0));
 }
@@ -138,12 +116,8 @@ Camera::Histogram Camera::histogram() const
 {
     Histogram histogram{};
     for (int y = 0; y < height; ++y)
-    {
         for (int x = 0; x < width; ++x)
-        {
             ++histogram[pixel(x, y)];
-        }
-    }
     return histogram;
 }
 
@@ -162,9 +136,7 @@ Camera::Grid Camera::luminance() const
     }
     Grid luminance{};
     for (size_t cell = 0; cell < luminance.size(); ++cell)
-    {
         luminance[cell] = static_cast<uint8_t>((sums[cell] + counts[cell] / 2) / counts[cell]);
-    }
     return luminance;
 }
 

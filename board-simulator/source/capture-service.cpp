@@ -16,9 +16,7 @@ int side(const RecordBytes& status, const std::string& name)
 {
     const double value = status.number("resolutionCollection.resolution." + name);
     if (!(value >= 1 && value <= sideMax))
-    {
         throw Failure("The sensor has no resolution");
-    }
     return static_cast<int>(value);
 }
 
@@ -32,13 +30,9 @@ void captureCommandAdd(CommandTable& commands, Modules& modules, Files& files, c
                      const int64_t type = integerArgument(query, "snapshot.type");
                      const int64_t locks = integerArgument(query, "lock.type");
                      if (type < Picture::Raw08 || type > Picture::Yuv)
-                     {
                          throw Failure("There is no snapshot type " + std::to_string(type));
-                     }
                      if (locks < 0 || locks > 7)
-                     {
                          throw Failure("There is no lock type " + std::to_string(locks));
-                     }
                      const RecordBytes& status = *modules.module("Sensor").status.record("status");
                      const Picture picture{
                          camera, side(status, "width"), side(status, "height"),

@@ -18,19 +18,13 @@ Json::Value CommandTable::run(const Json::Value& query) const
     try
     {
         if (!query.isObject())
-        {
             throw Failure("Command is not an object");
-        }
         if (textArgument(query, "function").empty())
-        {
             throw Failure("function is empty");
-        }
         const int64_t id = integerArgument(query, "id");
         auto found = handlers.find(id);
         if (found == handlers.end())
-        {
             throw Failure("Unknown command: " + std::to_string(id));
-        }
         found->second(query, answer);
         answer["error"] = 0;
     }

@@ -56,9 +56,7 @@ std::string fillerFields(uint64_t size)
 {
     std::string text;
     while (text.size() < size)
-    {
         text += "X-Filler: " + std::string(1000, 'f') + "\r\n";
-    }
     return text;
 }
 
@@ -110,9 +108,7 @@ Delivery deliver(const std::optional<Fault>& fault, int status, const std::strin
     delivery.bytes = responseHead(status, contentType, body.size());
     delivery.bytes += body;
     if (!fault)
-    {
         return delivery;
-    }
     lineFault(*fault, delivery, body.size());
     const std::string chunkedField = "Transfer-Encoding: chunked\r\n";
     switch (fault->kind)
@@ -161,9 +157,7 @@ Delivery deliver(const std::optional<Fault>& fault, const std::string& text)
     {
         lineFault(*fault, delivery, text.size());
         if (fault->kind == Fault::Close)
-        {
             delivery.end = Delivery::Reset;
-        }
     }
     return delivery;
 }

@@ -20,9 +20,7 @@ Reply Exchange::command(Request request)
         answer["message"] = failure.what();
     }
     if (request.query.isObject() && request.query["id"].isInt64())
-    {
         request.id = request.query["id"].asInt64();
-    }
     const int64_t id = request.id;
     const Json::Value query = request.query;
     log.add(std::move(request));
@@ -30,14 +28,10 @@ Reply Exchange::command(Request request)
     Reply reply;
     reply.fault = faults.take(id);
     if (answer.isNull())
-    {
         answer = run(query, id, reply.fault);
-    }
     reply.text = json.write(answer);
     if (reply.fault)
-    {
         spoil(*reply.fault, reply.text);
-    }
     return reply;
 }
 
@@ -47,16 +41,10 @@ Json::Value Exchange::run(const Json::Value& query, int64_t id, const std::optio
     Json::Value answer = isRun ? board.execute(query) : Json::Value(Json::objectValue);
     auto found = overrides.find(id);
     if (isRun && found != overrides.end())
-    {
         for (const auto& [key, value] : found->second)
-        {
             answer[key] = value;
-        }
-    }
     if (fault)
-    {
         spoil(*fault, answer);
-    }
     return answer;
 }
 

@@ -63,18 +63,12 @@ std::optional<Fault> Faults::take(int64_t id)
     std::lock_guard lock(mutex);
     auto found = faults.find(id);
     if (found == faults.end())
-    {
         found = faults.find(Fault::Everything);
-    }
     if (found == faults.end())
-    {
         return std::nullopt;
-    }
     const Fault fault = found->second;
     if (found->second.count > 0 && --found->second.count == 0)
-    {
         faults.erase(found);
-    }
     return fault;
 }
 

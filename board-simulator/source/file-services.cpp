@@ -37,9 +37,7 @@ Pgm pgmRead(Files& files, const std::string& name)
     const bool isSound = stream && magic == "P5" && pgm.width > 0 && pgm.width <= 32767 && pgm.height > 0 &&
                          pgm.height <= 32767 && pgm.maximum > 0 && pgm.maximum <= 65535;
     if (!isSound)
-    {
         throw Failure("Not a picture that can be loaded: " + name);
-    }
     return pgm;
 }
 
@@ -83,9 +81,7 @@ RecordBytes metaData(const Pgm& pgm, bool isLsb, int bayerPattern)
 void directoryCheck(const std::string& path)
 {
     if (path != "." && !path.empty())
-    {
         throw Failure("Not a directory of the board: " + path.substr(0, 255));
-    }
 }
 
 } // namespace
@@ -111,9 +107,7 @@ void fileCommandsAdd(CommandTable& commands, Files& files)
                      directoryCheck(textArgument(query, "path"));
                      Json::Value& list = answer["file.list"] = Json::Value(Json::arrayValue);
                      for (const std::string& name : files.list(textArgument(query, "file.extension")))
-                     {
                          list.append(name);
-                     }
                  });
     commands.add("FileSystem", "remove", [&](auto& query, auto&) { files.remove(textArgument(query, "path")); });
 }

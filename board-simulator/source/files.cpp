@@ -27,9 +27,7 @@ const std::string& nameCheck(const std::string& name)
     const bool isPlain =
         std::none_of(name.begin(), name.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F || c == '/'; });
     if (name.empty() || name.size() > 255 || name[0] == '.' || !isPlain)
-    {
         throw Failure("Not a file name of the board: " + name.substr(0, 255));
-    }
     return name;
 }
 
@@ -52,9 +50,7 @@ FileHandle& FileHandle::operator=(FileHandle&& other) noexcept
 FileHandle::~FileHandle()
 {
     if (descriptor >= 0)
-    {
         close(descriptor);
-    }
 }
 
 uint64_t FileHandle::size() const
@@ -67,9 +63,7 @@ size_t FileHandle::read(char* pBuffer, size_t size)
 {
     const ssize_t count = ::read(descriptor, pBuffer, size);
     if (count < 0)
-    {
         fail("Read failed");
-    }
     return static_cast<size_t>(count);
 }
 
@@ -79,9 +73,7 @@ void FileHandle::write(const char* pBytes, size_t size)
     {
         const ssize_t count = ::write(descriptor, pBytes, size);
         if (count < 0)
-        {
             fail("Write failed");
-        }
         pBytes += count;
         size -= static_cast<size_t>(count);
     }
@@ -93,9 +85,7 @@ Files::Files(const std::string& directory) : path(directory)
     std::filesystem::create_directories(path, error);
     root = FileHandle(::open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!root)
-    {
         fail("Directory not available: " + path);
-    }
 }
 
 std::vector<std::string> Files::list(const std::string& extension) const
@@ -110,9 +100,7 @@ std::vector<std::string> Files::list(const std::string& extension) const
         const bool isFile = std::filesystem::is_regular_file(entry->symlink_status(statusError));
         if (isFile && name[0] != '.' && name.size() > ending.size() &&
             name.compare(name.size() - ending.size(), ending.size(), ending) == 0)
-        {
             names.push_back(name);
-        }
     }
     std::sort(names.begin(), names.end());
     return names;
@@ -127,9 +115,7 @@ bool Files::has(const std::string& name) const
 void Files::remove(const std::string& name) const
 {
     if (unlinkat(root.get(), nameCheck(name).c_str(), 0) != 0)
-    {
         fail("File not removed: " + name);
-    }
 }
 
 FileHandle Files::open(const std::string& name) const
@@ -138,13 +124,9 @@ FileHandle Files::open(const std::string& name) const
     const int flags = O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_CLOEXEC;
     FileHandle file(openat(root.get(), nameCheck(name).c_str(), flags));
     if (!file)
-    {
         fail("File not found: " + name);
-    }
     if (!isRegular(file.get()))
-    {
         throw Failure("Not a file: " + name);
-    }
     return file;
 }
 
@@ -157,9 +139,7 @@ std::string Files::read(const std::string& name) const
     {
         const size_t count = file.read(&text[filled], text.size() - filled);
         if (count == 0)
-        {
             break;
-        }
         filled += count;
     }
     text.resize(filled);
@@ -180,25 +160,19 @@ Upload::Upload(const Files& target, const std::string& fileName) : files(target)
     file = FileHandle(
         openat(files.root.get(), partName.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0644));
     if (!file)
-    {
         fail("File not stored: " + name);
-    }
 }
 
 Upload::~Upload()
 {
     if (!partName.empty())
-    {
         unlinkat(files.root.get(), partName.c_str(), 0);
-    }
 }
 
 void Upload::finish()
 {
     if (renameat(files.root.get(), partName.c_str(), files.root.get(), name.c_str()) != 0)
-    {
         fail("File not stored: " + name);
-    }
     partName.clear();
 }
 

@@ -49,15 +49,11 @@ std::optional<RequestHead> requestHeadParse(const std::string& head)
     const size_t last = line.rfind(' ');
     if (lineEnd == std::string::npos || first == std::string::npos || first == last ||
         line.compare(last + 1, 5, "HTTP/") != 0)
-    {
         return std::nullopt;
-    }
     result.request.method = line.substr(0, first);
     result.request.target = line.substr(first + 1, last - first - 1);
     if (result.request.target.compare(0, 1, "/") != 0)
-    {
         return std::nullopt;
-    }
 
     for (size_t begin = lineEnd + 2; begin < head.size();)
     {
@@ -68,9 +64,7 @@ std::optional<RequestHead> requestHeadParse(const std::string& head)
         // Bodies without a length are not the board's; nobody sends it any.
         if (name == "transfer-encoding" ||
             (name == "content-length" && !lengthParse(trim(field.substr(colon + 1)), result.length)))
-        {
             return std::nullopt;
-        }
         begin = end == std::string::npos ? head.size() : end + 2;
     }
     return result;
@@ -95,9 +89,7 @@ std::optional<std::string> uploadName(const std::string& target)
     const std::string key = "filename=";
     const size_t place = target.find(key, begin.size() - 1);
     if (target.compare(0, begin.size(), begin) != 0 || place == std::string::npos)
-    {
         return std::nullopt;
-    }
     return percentDecode(target.substr(place + key.size()));
 }
 

@@ -27,13 +27,9 @@ public:
     {
         ErrorCode error = bind();
         if (!error)
-        {
             error = listen();
-        }
         if (error)
-        {
             throw std::runtime_error("Port " + std::to_string(port) + " is not available: " + error.message());
-        }
         thread = std::thread([this] { run(); });
     }
 
@@ -48,20 +44,14 @@ public:
                    [&]
                    {
                        if (isListening == isOpen)
-                       {
                            return done.set_value({});
-                       }
                        if (isListening)
-                       {
                            return done.set_value(listen());
-                       }
                        closeAll();
                        done.set_value(bind());
                    });
         if (const ErrorCode error = done.get_future().get())
-        {
             throw std::runtime_error("Port " + std::to_string(port()) + " is not available: " + error.message());
-        }
     }
 
     void stop()
@@ -89,9 +79,7 @@ private:
         acceptor.set_option(tcp::acceptor::reuse_address(true), error);
         acceptor.bind(endpoint, error);
         if (!error)
-        {
             endpoint = acceptor.local_endpoint(error);
-        }
         return error;
     }
 
@@ -101,9 +89,7 @@ private:
         acceptor.listen(asio::socket_base::max_listen_connections, error);
         isOpen = !error;
         if (isOpen)
-        {
             accept();
-        }
         return error;
     }
 
@@ -113,9 +99,7 @@ private:
             [this](ErrorCode error, tcp::socket socket)
             {
                 if (!isOpen)
-                {
                     return;
-                }
                 if (error)
                 {
                     // Out of descriptors, most likely: some will come back.
@@ -139,12 +123,8 @@ private:
         acceptor.close(ignored);
         retryTimer.cancel();
         for (const auto& pWeak : sessions)
-        {
             if (auto pSession = pWeak.lock())
-            {
                 pSession->close();
-            }
-        }
         sessions.clear();
     }
 
@@ -188,9 +168,7 @@ uint16_t HttpServer::port() const { return pImpl->port(); }
 void HttpServer::listenSet(bool isListening)
 {
     if (pImpl->isRunning())
-    {
         pImpl->listenSet(isListening);
-    }
 }
 
 void HttpServer::stop() { pImpl->stop(); }

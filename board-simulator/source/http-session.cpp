@@ -39,9 +39,7 @@ void HttpSession::start()
                            [self = shared_from_this()](ErrorCode error, size_t size)
                            {
                                if (!error)
-                               {
                                    self->headTake(size);
-                               }
                            });
 }
 
@@ -67,21 +65,13 @@ void HttpSession::headTake(size_t size)
     rest = head->length - input.size();
     const auto name = request.method == "POST" ? uploadName(request.target) : std::nullopt;
     if (name)
-    {
         upload(*name);
-    }
     else if (request.method == "POST")
-    {
         commandRead();
-    }
     else if (request.method == "GET")
-    {
         download();
-    }
     else
-    {
         refuse(400, "Method not understood");
-    }
 }
 
 void HttpSession::commandRead()
@@ -163,13 +153,9 @@ void HttpSession::downloadContinue()
                       [self = shared_from_this()](ErrorCode error, size_t)
                       {
                           if (!error && self->rest > 0)
-                          {
                               self->downloadContinue();
-                          }
                           else
-                          {
                               self->close();
-                          }
                       });
 }
 
@@ -202,9 +188,7 @@ void HttpSession::uploadTake(const char* pBytes, size_t size)
     try
     {
         if (pUpload)
-        {
             pUpload->write(pBytes, size);
-        }
     }
     catch (const Failure& failure)
     {
@@ -240,9 +224,7 @@ void HttpSession::uploadEnd()
     try
     {
         if (pUpload)
-        {
             pUpload->finish();
-        }
     }
     catch (const Failure& failure)
     {
@@ -250,13 +232,9 @@ void HttpSession::uploadEnd()
     }
     exchange.record(std::move(request));
     if (uploadError.empty())
-    {
         send(deliver(fault, 200, jsonType, "{\"error\":0}"));
-    }
     else
-    {
         refuse(400, uploadError);
-    }
 }
 
 void HttpSession::refuse(int status, const std::string& text)
@@ -269,13 +247,9 @@ void HttpSession::send(Delivery next)
     delivery = std::move(next);
     sent = 0;
     if (delivery.delay.count() > 0)
-    {
         pauseThen(delivery.delay, &HttpSession::sendPiece);
-    }
     else
-    {
         sendPiece();
-    }
 }
 
 void HttpSession::sendPiece()
@@ -292,17 +266,11 @@ void HttpSession::sendPiece()
                       {
                           self->sent += count;
                           if (error)
-                          {
                               self->close();
-                          }
                           else if (self->delivery.pause.count() > 0)
-                          {
                               self->pauseThen(self->delivery.pause, &HttpSession::sendPiece);
-                          }
                           else
-                          {
                               self->sendPiece();
-                          }
                       });
 }
 
@@ -313,9 +281,7 @@ void HttpSession::pauseThen(std::chrono::milliseconds time, void (HttpSession::*
         [self = shared_from_this(), next](ErrorCode error)
         {
             if (!error)
-            {
                 (self.get()->*next)();
-            }
         });
 }
 
@@ -330,9 +296,7 @@ void HttpSession::finish()
     {
         // Closing with unread bytes would reset the connection before the client has read a refusal.
         if (delivery.end != Delivery::Hold)
-        {
             socket.shutdown(asio::ip::tcp::socket::shutdown_send, ignored);
-        }
         buffer.resize(4096);
         drain();
         return;
@@ -346,9 +310,7 @@ void HttpSession::drain()
                            [self = shared_from_this()](ErrorCode error, size_t)
                            {
                                if (!error)
-                               {
                                    self->drain();
-                               }
                            });
 }
 

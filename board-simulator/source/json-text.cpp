@@ -36,9 +36,7 @@ Json::Value JsonText::parse(const std::string& text)
         errors = exception.what();
     }
     if (!isParsed)
-    {
         throw Failure("Command is not JSON: " + errors);
-    }
     return value;
 }
 

@@ -36,9 +36,7 @@ void append(std::vector<Key>& keys, const Json::Value& map, const std::string& c
         }
         const size_t place = key.type.find('$');
         if (place != std::string::npos)
-        {
             key.type.replace(place, 1, className);
-        }
         keys.push_back(std::move(key));
     }
 }
@@ -46,12 +44,8 @@ void append(std::vector<Key>& keys, const Json::Value& map, const std::string& c
 std::string generationName(const CommandClass& commandClass, const Json::Value& query)
 {
     for (const auto& [name, number] : commandClass.generations)
-    {
         if (query["generation"] == number)
-        {
             return name;
-        }
-    }
     return {};
 }
 
@@ -71,21 +65,13 @@ bool Key::fits(const Json::Value& value) const
                                                                              {"uint32_t", {0, UINT32_MAX}}};
     const auto integer = integers.find(type);
     if (integer != integers.end())
-    {
         return value.isInt64() && value.asInt64() >= integer->second.first && value.asInt64() <= integer->second.second;
-    }
     if (type == "bool")
-    {
         return value.isBool();
-    }
     if (type == "float" || type == "double")
-    {
         return value.isNumeric();
-    }
     if (type == "text" || type == "bytes" || startsWith(type, recordPrefix))
-    {
         return value.isString();
-    }
     return startsWith(type, "list") ? value.isArray() : value.isObject();
 }
 
@@ -127,9 +113,7 @@ void Keys::requestCheck(const std::string& className, const std::string& command
         if (!query.isMember(key.name))
         {
             if (!key.isOptional)
-            {
                 throw Failure(key.name + " is missing");
-            }
         }
         else if (!key.fits(query[key.name]))
         {
@@ -152,9 +136,7 @@ std::vector<Key> Keys::keys(const std::string& className, const std::string& com
     const std::string configSide = command == "configGet" ? "answer" : command == "configSet" ? "request" : "";
     const bool isConfig = !config.isNull() && configSide == side;
     if (isConfig)
-    {
         append(result, ofGeneration(config, generation), className);
-    }
     const Json::Value& own = isConfig ? classes[className][command] : entry(className, command);
     append(result, ofGeneration(own[side], generation), className);
     std::sort(result.begin(), result.end(), [](const Key& left, const Key& right) { return left.name < right.name; });

@@ -32,9 +32,7 @@ void helpPrint()
                  "\n"
                  "Kinds:\n";
     for (const auto& [name, kind] : board::faultKinds())
-    {
         std::cout << "  " << name << "\n";
-    }
 }
 
 long long number(const std::string& text, long long minimum, long long maximum, const std::string& option)
@@ -43,9 +41,7 @@ long long number(const std::string& text, long long minimum, long long maximum, 
     errno = 0;
     const long long value = std::strtoll(text.c_str(), &pEnd, 10);
     if (text.empty() || *pEnd || errno || value < minimum || value > maximum)
-    {
         throw std::invalid_argument("Not a number for " + option + ": " + text);
-    }
     return value;
 }
 
@@ -54,9 +50,7 @@ board::Fault faultParse(const std::string& text)
     const size_t colon = text.find(':');
     const auto kind = board::faultKind(text.substr(0, colon));
     if (!kind)
-    {
         throw std::invalid_argument("Unknown kind of fault: " + text.substr(0, colon));
-    }
     board::Fault fault;
     fault.kind = *kind;
     fault.id =
@@ -81,26 +75,16 @@ Arguments argumentsParse(int count, char** pArguments)
             continue;
         }
         if (name != "--port" && name != "--directory" && name != "--fault")
-        {
             throw std::invalid_argument("Unknown argument: " + name);
-        }
         if (++i == count)
-        {
             throw std::invalid_argument("Nothing behind " + name);
-        }
         const std::string value = pArguments[i];
         if (name == "--port")
-        {
             arguments.options.port = static_cast<uint16_t>(number(value, 0, 65535, name));
-        }
         else if (name == "--directory")
-        {
             arguments.options.directory = value;
-        }
         else
-        {
             arguments.faults.push_back(faultParse(value));
-        }
     }
     return arguments;
 }
@@ -116,13 +100,9 @@ int serve(const Arguments& arguments)
 
     board::Simulator simulator(arguments.options);
     for (const board::Fault& fault : arguments.faults)
-    {
         simulator.faultSet(fault);
-    }
     if (arguments.options.isSerial)
-    {
         std::cout << "Serial line at " << simulator.serialName() << "\n";
-    }
     std::cout << "Board at http://127.0.0.1:" << simulator.port() << ", files in " << simulator.directory()
               << std::endl;
     int signal = 0;

@@ -28,9 +28,7 @@ void tableGet(Module& module, const Json::Value&, Json::Value& answer) { answer[
 void tableSet(Module& module, const Json::Value& query, Json::Value&)
 {
     if (!query["table"].isObject())
-    {
         throw Failure("table is not an object");
-    }
     module.table = query["table"];
 }
 

@@ -14,9 +14,7 @@ std::string recordDecode(const Json::Value& query, const std::string& key)
     const Json::Value& value = query[key];
     auto bytes = value.isString() ? base64Decode(value.asString()) : std::nullopt;
     if (!bytes)
-    {
         throw Failure(key + " is not Base64");
-    }
     return *bytes;
 }
 
@@ -58,13 +56,9 @@ void Group::read(const Json::Value& query)
         if (query.isMember(key))
         {
             if (auto* pBytes = std::get_if<RecordBytes>(&value))
-            {
                 pBytes->bytesSet(recordDecode(query, key));
-            }
             else
-            {
                 value = query[key];
-            }
         }
     }
     values = std::move(next);

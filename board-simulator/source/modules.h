@@ -25,12 +25,8 @@ public:
     void each(Action action)
     {
         for (auto& [name, generations] : modules)
-        {
             for (Module& module : generations)
-            {
                 action(module);
-            }
-        }
     }
 
 private:

@@ -69,9 +69,7 @@ std::string Picture::raw(int bits) const
         {
             const long sample = std::lround(channel(at(x, y), pPattern[y % 2 * 2 + x % 2]) * maximum);
             if (bits > 8)
-            {
                 bytes += static_cast<char>(sample >> 8);
-            }
             bytes += static_cast<char>(sample & 0xFF);
         }
     }

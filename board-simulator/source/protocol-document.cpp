@@ -18,12 +18,8 @@ std::string anchor(const std::string& heading)
 {
     std::string result;
     for (const unsigned char c : heading)
-    {
         if (std::isalnum(c) || c == '_')
-        {
             result += static_cast<char>(std::tolower(c));
-        }
-    }
     return result;
 }
 
@@ -38,9 +34,7 @@ std::string keysText(const std::vector<Key>& keys)
 {
     std::string text;
     for (const Key& key : keys)
-    {
         text += (text.empty() ? "" : "<br>") + keyText(key);
-    }
     return text;
 }
 
@@ -57,17 +51,11 @@ std::string sideText(const CommandClass& commandClass, const std::string& comman
         isSame = isSame && texts.back().second == texts.front().second;
     }
     if (texts.empty() || isSame)
-    {
         return texts.empty() ? keysText((Keys::instance().*fGet)(commandClass.name, command, {})) : texts[0].second;
-    }
     std::string text;
     for (const auto& [generation, keys] : texts)
-    {
         if (!keys.empty())
-        {
             text += (text.empty() ? "" : "<br>") + ("in " + generation + ":<br>") + keys;
-        }
-    }
     return text;
 }
 
@@ -76,14 +64,10 @@ std::string classText(const CommandClass& commandClass)
     std::string text = "### rest::" + commandClass.name + "\n\n";
     std::vector<std::pair<int, std::string>> generations;
     for (const auto& [name, number] : commandClass.generations)
-    {
         generations.emplace_back(number, "`" + name + "` " + std::to_string(number));
-    }
     std::sort(generations.begin(), generations.end());
     for (const auto& generation : generations)
-    {
         text += (&generation == &generations.front() ? "Generations: " : ", ") + generation.second;
-    }
     text += generations.empty() ? "" : ".\n\n";
     const std::string note = Keys::instance().note(commandClass.name);
     text += note.empty() ? "" : note + "\n\n";
@@ -105,9 +89,7 @@ std::string fieldText(const Field& field)
 {
     std::string text = "| " + std::to_string(field.offset) + " | " + field.type;
     for (const size_t count : field.shape)
-    {
         text += "[" + std::to_string(count) + "]";
-    }
     return text + " | " + (field.name.empty() ? "all" : "`" + field.name + "`") + " |\n";
 }
 
@@ -119,9 +101,7 @@ std::string recordText(const Record& record)
         text += layout.name == "record" ? "" : "Layout `" + layout.name + "`:\n\n";
         text += "| Offset | Type | Field |\n|---|---|---|\n";
         for (const Field& field : layout.fields)
-        {
             text += fieldText(field);
-        }
         text += "\n";
     }
     return text;
@@ -137,14 +117,10 @@ std::string protocolDocument()
               { return left.commands.front().id < right.commands.front().id; });
     std::string text = std::string(handbookText) + "## Commands by class\n\n";
     for (const CommandClass& commandClass : classes)
-    {
         text += classText(commandClass);
-    }
     text += "## Records\n\n";
     for (const auto& [name, record] : Wire::instance().records())
-    {
         text += recordText(record);
-    }
     text.pop_back();
     return text;
 }

@@ -98,9 +98,7 @@ void RecordBytes::bytesSet(const std::string& bytes)
 void RecordBytes::keep(const Json::Value& fieldNames)
 {
     for (const Json::Value& name : fieldNames)
-    {
         kept.push_back(&pLayout->field(name.asString()));
-    }
 }
 
 double RecordBytes::number(const std::string& fieldName, size_t index) const
@@ -114,9 +112,7 @@ void RecordBytes::numberSet(const std::string& fieldName, double value, size_t i
 {
     const Field& field = pLayout->field(fieldName);
     if (index >= field.elementCount())
-    {
         throw std::out_of_range("Index outside of " + fieldName);
-    }
     access(field.type).fStore(content.data() + field.offset + index * field.elementSize(), value);
 }
 
@@ -124,15 +120,11 @@ void RecordBytes::numbersSet(const std::string& fieldName, const std::vector<dou
 {
     const Field& field = pLayout->field(fieldName);
     if (values.size() > field.elementCount())
-    {
         throw std::out_of_range("Too many values for " + fieldName);
-    }
     const Access& fieldAccess = access(field.type);
     const size_t size = field.elementSize();
     for (size_t i = 0; i < values.size(); ++i)
-    {
         fieldAccess.fStore(content.data() + field.offset + i * size, values[i]);
-    }
 }
 
 void RecordBytes::textSet(const std::string& fieldName, const std::string& text, size_t index)
@@ -140,9 +132,7 @@ void RecordBytes::textSet(const std::string& fieldName, const std::string& text,
     const Field& field = pLayout->field(fieldName);
     const size_t length = field.shape.back();
     if ((index + 1) * length > field.elementCount())
-    {
         throw std::out_of_range("Index outside of " + fieldName);
-    }
     std::string padded = text.substr(0, length);
     padded.resize(length, '\0');
     content.replace(field.offset + index * length, length, padded);
@@ -151,20 +141,12 @@ void RecordBytes::textSet(const std::string& fieldName, const std::string& text,
 void RecordBytes::valueSet(const Field& field, const Json::Value& value, size_t& index)
 {
     if (value.isArray())
-    {
         for (const Json::Value& element : value)
-        {
             valueSet(field, element, index);
-        }
-    }
     else if (value.isString())
-    {
         textSet(field.name, value.asString(), index++);
-    }
     else
-    {
         numberSet(field.name, value.asDouble(), index++);
-    }
 }
 
 } // namespace board

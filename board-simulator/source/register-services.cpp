@@ -36,9 +36,7 @@ uint32_t valueOf(const std::map<uint32_t, uint32_t>& values, uint32_t address)
 SensorRegisterService::SensorRegisterService(CommandTable& commands, Files& boardFiles) : files(boardFiles)
 {
     for (uint32_t address = 0x3000; address < 0x3040; ++address)
-    {
         registers[address] = address * 37 % 256;
-    }
     commands.add("Sensor", "registerGet",
                  [this](auto& query, auto& answer)
                  { answer["value"] = valueOf(registers, registerArgument(query, "address")); });
@@ -55,9 +53,7 @@ void SensorRegisterService::dump(const Json::Value& query)
 {
     std::string text;
     for (const auto& [address, value] : registers)
-    {
         text += hex(address) + " " + hex(value) + "\n";
-    }
     files.write(textArgument(query, "file.name"), text);
 }
 
@@ -81,9 +77,7 @@ void RegService::configGet(const Json::Value& query, Json::Value& answer) const
     const uint32_t address = registerArgument(query, "address");
     auto permission = permissions.find(address);
     if (permission != permissions.end() && permission->second == WriteOnly)
-    {
         throw Failure("Register " + hex(address) + " is write only");
-    }
     answer["value"] = valueOf(values, address);
 }
 
@@ -93,9 +87,7 @@ void RegService::configSet(const Json::Value& query)
     const uint32_t value = registerArgument(query, "value");
     auto permission = permissions.find(address);
     if (permission != permissions.end() && permission->second == ReadOnly)
-    {
         throw Failure("Register " + hex(address) + " is read only");
-    }
     values[address] = value;
 }
 
@@ -131,9 +123,7 @@ void RegService::statusGet(const Json::Value& query, Json::Value& answer) const
         }
     }
     if (!isList)
-    {
         throw Failure("There is no register module " + std::to_string(id));
-    }
 }
 
 } // namespace board

@@ -90,9 +90,7 @@ private:
     static void check(bool isDone)
     {
         if (!isDone)
-        {
             throw std::runtime_error(std::string("No pseudo-terminal is available: ") + std::strerror(errno));
-        }
     }
 
     static int masterOpen()
@@ -129,9 +127,7 @@ private:
             count = ::poll(entries, 2, time);
         } while (count < 0 && errno == EINTR);
         if (entries[0].revents)
-        {
             return Event::Stop;
-        }
         return count > 0 ? Event::Ready : Event::Timeout;
     }
 
@@ -145,9 +141,7 @@ private:
             const Event event = wait(POLLIN, isHalf ? static_cast<int>(commandPause.count()) : -1);
             bool isOver = event == Event::Timeout || input.size() > commandMax;
             if (event == Event::Stop || (event == Event::Ready && !receive(input)))
-            {
                 return;
-            }
             while (end.find(input) || isOver)
             {
                 isOver = false;
@@ -157,9 +151,7 @@ private:
                 input.erase(0, end.position());
                 end = {};
                 if (!answer(std::move(request)))
-                {
                     return;
-                }
             }
         }
     }
@@ -169,9 +161,7 @@ private:
         char buffer[65536];
         const ssize_t count = ::read(master.get(), buffer, sizeof buffer);
         if (count < 0)
-        {
             return isRepeatable();
-        }
         input.append(buffer, static_cast<size_t>(count));
         return count > 0;
     }
@@ -182,13 +172,9 @@ private:
         const Reply reply = exchange.command(std::move(request));
         const Delivery delivery = deliver(reply.fault, reply.text);
         if (!pause(delivery.delay) || !send(delivery))
-        {
             return false;
-        }
         if (delivery.end != Delivery::Reset)
-        {
             return true;
-        }
         // Whoever sees it gone finds no name any more.
         std::lock_guard lock(mutex);
         isGone = true;
@@ -213,21 +199,15 @@ private:
             if (count < 0)
             {
                 if (!isRepeatable())
-                {
                     return false;
-                }
                 const Event event = wait(POLLOUT, static_cast<int>(roomPause.count()));
                 if (event != Event::Ready)
-                {
                     return event == Event::Timeout;
-                }
                 continue;
             }
             sent += static_cast<size_t>(count);
             if (!pause(delivery.pause))
-            {
                 return false;
-            }
         }
         return true;
     }

@@ -15,9 +15,7 @@ public:
     explicit Impl(const Options& options) : files(options.directory)
     {
         if (options.isSampled && files.list("").empty())
-        {
             samplesWrite(files);
-        }
         pServer = std::make_unique<HttpServer>(options.port, exchange, files);
         serialSet(options.isSerial);
     }
@@ -33,9 +31,7 @@ public:
         std::lock_guard lock(serialMutex);
         pSerial.reset();
         if (isPresent)
-        {
             pSerial = std::make_unique<SerialLine>(exchange);
-        }
     }
 
     Files files;

@@ -18,9 +18,7 @@ void fail(Json::Value& answer, const std::string& message)
     answer = Json::Value(Json::objectValue);
     answer["error"] = 1;
     if (!message.empty())
-    {
         answer["message"] = message;
-    }
 }
 
 template <typename Change>
@@ -28,12 +26,8 @@ void recordsChange(Json::Value& answer, Change change)
 {
     static const std::set<std::string> keys{"config", "curve", "map", "metadata", "status", "x", "y"};
     for (const std::string& key : answer.getMemberNames())
-    {
         if (keys.count(key) && answer[key].isString())
-        {
             answer[key] = change(answer[key].asString());
-        }
-    }
 }
 
 void recordsResize(Json::Value& answer, int64_t difference)
@@ -51,13 +45,9 @@ void recordsResize(Json::Value& answer, int64_t difference)
 Json::Value otherType(const Json::Value& value)
 {
     if (value.isString())
-    {
         return Json::Value(Json::objectValue);
-    }
     if (value.isArray())
-    {
         return 42;
-    }
     return value.isObject() ? Json::Value(Json::arrayValue) : Json::Value("text");
 }
 
@@ -78,30 +68,22 @@ void typesChange(const Fault& fault, Json::Value& answer)
         }
     }
     if (!isChanged)
-    {
         answer["error"] = otherType(answer["error"]);
-    }
 }
 
 void namesChange(const Fault& fault, Json::Value& answer)
 {
     const std::string name = fault.text.empty() ? "../../../../tmp/../etc/hostile" : fault.text;
     for (const char* key : {"calib.file", "driver.file", "file.name"})
-    {
         if (answer.isMember(key))
-        {
             answer[key] = name;
-        }
-    }
     if (answer.isMember("file.list"))
     {
         Json::Value& list = answer["file.list"] = Json::Value(Json::arrayValue);
         for (const std::string& hostile :
              {name, "/etc/passwd"s, ".."s, "."s, ""s, "a\nb\x1b[31m.xml"s, "..\\..\\c.xml"s, "&<b>bold</b>.xml"s,
               std::string(300, 'n') + ".xml", "nul\0inside.xml"s, "\xff\xfe.xml"s})
-        {
             list.append(hostile);
-        }
     }
 }
 
@@ -187,9 +169,7 @@ std::string randomBytes(uint64_t count)
     std::mt19937 generator(20221116);
     std::string bytes(count, '\0');
     for (char& byte : bytes)
-    {
         byte = static_cast<char>(generator() & 0xFF);
-    }
     return bytes;
 }
 

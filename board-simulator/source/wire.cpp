@@ -17,9 +17,7 @@ auto& named(Range& range, const std::string& name)
 {
     auto found = std::find_if(range.begin(), range.end(), [&](const auto& element) { return element.name == name; });
     if (found == range.end())
-    {
         throw std::out_of_range("Unknown to the board: " + name);
-    }
     return *found;
 }
 
@@ -27,9 +25,7 @@ Field fieldParse(const Json::Value& jField)
 {
     Field field{jField["field"].asString(), jField["offset"].asUInt(), jField["type"].asString(), {}};
     for (const Json::Value& jCount : jField["shape"])
-    {
         field.shape.push_back(jCount.asUInt());
-    }
     return field;
 }
 
@@ -45,9 +41,7 @@ Record recordParse(const std::string& name, const Json::Value& jRecord)
             layout.fields.push_back(fieldParse(jField));
             const Field& field = layout.fields.back();
             if (field.offset + field.elementSize() * field.elementCount() > record.size)
-            {
                 throw std::out_of_range("Field outside its record: " + name + " " + field.name);
-            }
         }
         record.layouts.push_back(std::move(layout));
     }
@@ -69,9 +63,7 @@ size_t Field::elementCount() const
 {
     size_t count = 1;
     for (size_t n : shape)
-    {
         count *= n;
-    }
     return count;
 }
 
@@ -98,21 +90,15 @@ Wire::Wire(const Json::Value& description)
         CommandClass commandClass{name, {}, {}};
         const Json::Value& jCommands = jClasses[name]["commands"];
         for (const std::string& command : jCommands.getMemberNames())
-        {
             commandClass.commands.push_back({command, jCommands[command].asInt64()});
-        }
         const Json::Value& jGenerations = jClasses[name]["generations"];
         for (const std::string& generation : jGenerations.getMemberNames())
-        {
             commandClass.generations[generation] = jGenerations[generation].asInt();
-        }
         commandClasses.push_back(std::move(commandClass));
     }
     const Json::Value& jRecords = description["records"];
     for (const std::string& name : jRecords.getMemberNames())
-    {
         recordMap.emplace(name, recordParse(name, jRecords[name]));
-    }
 }
 
 const CommandClass& Wire::commandClass(const std::string& name) const { return named(commandClasses, name); }

@@ -7,9 +7,7 @@
 AbstractDialog::AbstractDialog(QWidget* pParent, Qt::WindowFlags flags, bool isSetupUi) : QDialog(pParent, flags)
 {
     if (isSetupUi)
-    {
         return;
-    }
     auto pLayout = new QVBoxLayout(this);
     auto pScrollArea = new QScrollArea(this);
     pLayout->addWidget(pScrollArea);

@@ -47,10 +47,8 @@ AbstractWidget::~AbstractWidget() { AbstractWidget::settingStore(); }
 MainWindow* AbstractWidget::mainWindow() const
 {
     for (auto* pWidget : QApplication::topLevelWidgets())
-    {
         if (auto* pMainWindow = qobject_cast<MainWindow*>(pWidget))
             return pMainWindow;
-    }
     return nullptr;
 }
 

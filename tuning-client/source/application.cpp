@@ -15,10 +15,8 @@ void slippedShow(const char* text)
     ++slippedCount;
     qWarning("Unguarded failure: %s", text);
     for (auto* pWidget : QApplication::topLevelWidgets())
-    {
         if (auto* pMainWindow = qobject_cast<QMainWindow*>(pWidget))
             shortcut::failureShow(pMainWindow->statusBar(), text);
-    }
 }
 } // namespace
 

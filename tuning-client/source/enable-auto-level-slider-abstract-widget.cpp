@@ -19,10 +19,8 @@ EnableAutoLevelSliderAbstractWidget::EnableAutoLevelSliderAbstractWidget(QWidget
 void EnableAutoLevelSliderAbstractWidget::childrenWidgetsEnableSet(bool isEnable)
 {
     for (auto* pWidget : childrenWidgets())
-    {
         if (pWidget != pSliderSpinWidgetLevel)
             pWidget->setEnabled(isEnable);
-    }
 }
 
 void EnableAutoLevelSliderAbstractWidget::workModeChanged(bool isAuto)

@@ -361,14 +361,12 @@ void MainWindow::inputTriggered(QAction* pAction)
     mark(pAction, ":/images/sensor-on.png");
 
     for (auto* pLabel : statusBar()->findChildren<QLabel*>())
-    {
         if (pLabel->objectName() == "Sensor")
             pLabel->setPixmap(QPixmap(":/images/sensor-on.png")
                                   .scaled(pLabel->maximumWidth(), pLabel->maximumHeight(), Qt::KeepAspectRatio,
                                           Qt::FastTransformation));
         else if (pLabel->objectName() == "Sensor Index")
             pLabel->setText(pAction->objectName());
-    }
 
     int32_t inputType = 0;
     std::string driverFileName;
@@ -393,10 +391,8 @@ bool MainWindow::isMarked(const QAction* pAction) const { return !pAction->icon(
 void MainWindow::mark(QAction* pAction, const QString& icon)
 {
     for (auto* pOther : qobject_cast<QMenu*>(pAction->parent())->actions())
-    {
         if (isMarked(pOther))
             pOther->setIcon(QIcon());
-    }
     pAction->setIcon(QIcon(icon));
 }
 

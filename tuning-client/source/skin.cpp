@@ -50,9 +50,7 @@ QPalette palette()
     palette.setColor(QPalette::Link, accent);
     palette.setColor(QPalette::LinkVisited, QColor(0x6b, 0x3f, 0xa0));
     for (auto role : {QPalette::Text, QPalette::WindowText, QPalette::ButtonText})
-    {
         palette.setColor(QPalette::Disabled, role, faint);
-    }
     palette.setColor(QPalette::Disabled, QPalette::Base, window);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xc4, 0xc9, 0xd1));
     return palette;

@@ -32,9 +32,7 @@ public:
     {
         auto pEditor = QStyledItemDelegate::createEditor(pParent, option, index);
         if (auto pLineEdit = qobject_cast<QLineEdit*>(pEditor))
-        {
             pLineEdit->setValidator(new QDoubleValidator(pLineEdit));
-        }
         return pEditor;
     }
 
@@ -137,13 +135,9 @@ void TableEditorDialog::reload()
     const auto& jColumns = jTable["columns"];
     const auto& jRows = jTable["rows"];
     if (jColumns.size() > limit::tableColumns)
-    {
         throw std::runtime_error("Table has more than 256 columns");
-    }
     if (jRows.size() > limit::tableCells / std::max(jColumns.size(), 1u))
-    {
         throw std::runtime_error("Table has more than 100000 cells");
-    }
 
     setColumns(jColumns);
     pTableWidget->setRowCount(static_cast<int>(jRows.size()));
@@ -154,24 +148,18 @@ void TableEditorDialog::reload()
     }
     pTableWidget->resizeColumnsToContents();
     for (int column = 0; column < pTableWidget->columnCount(); ++column)
-    {
         pTableWidget->setColumnWidth(column, pTableWidget->columnWidth(column) + 2 * fontMetrics().averageCharWidth());
-    }
 }
 
 void TableEditorDialog::setColumns(const Json::Value& jColumns)
 {
     QStringList labels;
     for (Json::ArrayIndex i = 0; i < jColumns.size(); ++i)
-    {
         labels << QString::fromStdString(jColumns[i].asString()).left(labelLimit);
-    }
     pTableWidget->setColumnCount(labels.size());
     pTableWidget->setHorizontalHeaderLabels(labels);
     for (int i = 0; i < labels.size(); ++i)
-    {
         pTableWidget->horizontalHeaderItem(i)->setToolTip(labels[i].toHtmlEscaped());
-    }
 }
 
 void TableEditorDialog::setRow(int row, const Json::Value& jRow)
@@ -181,13 +169,9 @@ void TableEditorDialog::setRow(int row, const Json::Value& jRow)
         const auto text = QString::number(jRow[static_cast<Json::ArrayIndex>(column)].asDouble(), 'g', 6);
         // A new item for each cell costs three times as much as a new text.
         if (auto pItem = pTableWidget->item(row, column))
-        {
             pItem->setText(text);
-        }
         else
-        {
             pTableWidget->setItem(row, column, new QTableWidgetItem(text));
-        }
     }
 }
 
@@ -202,9 +186,7 @@ void TableEditorDialog::rowDelete()
     const auto current = pTableWidget->currentRow();
     const auto row = current < 0 ? pTableWidget->rowCount() - 1 : current;
     if (row >= 0 && message_box::question(this, tr("Are you sure to delete row %1?").arg(row + 1)))
-    {
         pTableWidget->removeRow(row);
-    }
 }
 
 void TableEditorDialog::tableGet(Json::Value& jTableEdited) const

@@ -37,9 +37,7 @@ void Base64::decode(const std::string& text, void** ppData, unsigned int& size)
     {
         pBlock = std::malloc(bytes.size());
         if (pBlock == nullptr)
-        {
             throw std::bad_alloc();
-        }
         std::memcpy(pBlock, bytes.data(), bytes.size());
     }
     *ppData = pBlock;

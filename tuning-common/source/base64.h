@@ -32,9 +32,7 @@ public:
         static_assert(std::is_trivially_copyable_v<T> && !std::is_pointer_v<T>, "only memory images travel");
         const auto bytes = decode(text);
         if (bytes.size() != sizeof value)
-        {
             throw LogicError(LogicError::WrongSize, "Base64 decode failed: object size not match");
-        }
         std::memcpy(&value, bytes.data(), sizeof value);
     }
 

@@ -31,21 +31,13 @@ std::size_t sequenceLength(const unsigned char* pText, std::size_t left)
 {
     const auto first = pText[0];
     if (first < 0xc2 || first > 0xf4)
-    {
         return 0;
-    }
     const std::size_t length = first >= 0xf0 ? 4 : first >= 0xe0 ? 3 : 2;
     if (length > left)
-    {
         return 0;
-    }
     for (std::size_t i = 1; i < length; ++i)
-    {
         if ((pText[i] & 0xc0) != 0x80)
-        {
             return 0;
-        }
-    }
     const auto second = pText[1];
     const bool isOverlong = (first == 0xe0 && second < 0xa0) || (first == 0xf0 && second < 0x90);
     const bool isSurrogate = first == 0xed && second >= 0xa0;
@@ -74,26 +66,16 @@ std::string printable(const std::string& text, std::size_t maximum, Lines lines)
         result.append(pRun, plain);
         i += plain;
         if (i == size)
-        {
             break;
-        }
         const std::size_t length = pText[i] < 0x80 ? 1 : shownLength(pText + i, size - i);
         if (result.size() + (length == 0 ? 1 : length) > maximum)
-        {
             return result + "...";
-        }
         if (length > 1)
-        {
             result.append(text, i, length);
-        }
         else if (text[i] == '\n' || text[i] == '\t')
-        {
             result += lines == Lines::Many ? text[i] : ' ';
-        }
         else
-        {
             result += '?';
-        }
         i += length == 0 ? 1 : length;
     }
     return result;

@@ -36,18 +36,14 @@ Value Reader::document()
     result.before = before;
     result.behind = blanks();
     if (at < text.size())
-    {
         fail("something follows the value");
-    }
     return result;
 }
 
 Value Reader::value(std::size_t depth)
 {
     if (++values > limit::jsonFileValues)
-    {
         fail("more than " + std::to_string(limit::jsonFileValues) + " values");
-    }
     switch (next())
     {
     case '[':
@@ -70,15 +66,11 @@ Value Reader::value(std::size_t depth)
 Value Reader::container(std::size_t depth, ValueType type, char close)
 {
     if (depth > limit::jsonFileDepth)
-    {
         fail("nested deeper than " + std::to_string(limit::jsonFileDepth));
-    }
     ++at;
     Value result(type, blanks());
     if (take(close))
-    {
         return result;
-    }
     auto head = std::move(result.json);
     result.json.clear();
     do
@@ -92,9 +84,7 @@ Value Reader::container(std::size_t depth, ValueType type, char close)
             element.key = stringDecode(keyText);
             element.head += keyText + blanks();
             if (!take(':'))
-            {
                 fail("':' is missing");
-            }
             element.head += ':' + blanks();
         }
         element.value = value(depth);
@@ -102,9 +92,7 @@ Value Reader::container(std::size_t depth, ValueType type, char close)
         result.elements.push_back(std::move(element));
     } while (take(','));
     if (!take(close))
-    {
         fail(std::string("',' or '") + close + "' is missing");
-    }
 
     result.elements.shrink_to_fit();
     if (type == ValueTypeObject)
@@ -122,14 +110,10 @@ Value Reader::number()
     const auto begin = at;
     take('-');
     if (!take('0'))
-    {
         digits();
-    }
     const auto integerEnd = at;
     if (take('.'))
-    {
         digits();
-    }
     if (take('e') || take('E'))
     {
         take('+') || take('-');
@@ -137,13 +121,9 @@ Value Reader::number()
     }
     const auto number = text.substr(begin, at - begin);
     if (!fits<double>(number))
-    {
         fail("a number is out of range");
-    }
     if (at > integerEnd)
-    {
         return {ValueTypeDouble, number};
-    }
     return {fits<long long>(number)            ? ValueTypeInt
             : fits<unsigned long long>(number) ? ValueTypeUInt
                                                : ValueTypeDouble,
@@ -153,22 +133,16 @@ Value Reader::number()
 void Reader::digits()
 {
     if (!isDigit(next()))
-    {
         fail("no value");
-    }
     while (isDigit(next()))
-    {
         ++at;
-    }
 }
 
 Value Reader::word(const char* pWord, ValueType type)
 {
     const auto length = std::strlen(pWord);
     if (text.compare(at, length, pWord) != 0)
-    {
         fail("no value");
-    }
     at += length;
     return {type, pWord};
 }
@@ -177,15 +151,11 @@ std::string Reader::string()
 {
     const auto begin = at;
     if (!take('"'))
-    {
         fail("a string is missing");
-    }
     while (!take('"'))
     {
         if (static_cast<unsigned char>(next()) < 0x20)
-        {
             fail("a string does not end");
-        }
         if (!take('\\'))
         {
             ++at;
@@ -196,9 +166,7 @@ std::string Reader::string()
         const bool isSound = isLong ? text.size() - at > 4 && std::all_of(&text[at + 1], &text[at + 5], isHex)
                                     : next() != '\0' && std::strchr("\"\\/bfnrt", next()) != nullptr;
         if (!isSound)
-        {
             fail("a string has an unknown escape sequence");
-        }
         at += isLong ? 5 : 1;
     }
     return text.substr(begin, at - begin);
@@ -208,9 +176,7 @@ std::string Reader::blanks()
 {
     const auto begin = at;
     while (next() == ' ' || next() == '\t' || next() == '\n' || next() == '\r')
-    {
         ++at;
-    }
     return text.substr(begin, at - begin);
 }
 

@@ -51,9 +51,7 @@ std::uint32_t codePoint(const std::string& text, std::size_t& at)
     const auto high = unit(text, at);
     at += 3;
     if (!isIn(high, 0xd800, 0xdfff))
-    {
         return high;
-    }
     if (high < 0xdc00 && text.compare(at + 1, 2, "\\u") == 0)
     {
         const auto low = unit(text, at + 3);
@@ -75,17 +73,11 @@ std::string stringEncode(const std::string& string)
     {
         const auto* pFound = c == '/' || c == '\0' ? nullptr : std::strchr(characters, c);
         if (pFound)
-        {
             text += {'\\', letters[pFound - characters]};
-        }
         else if (static_cast<unsigned char>(c) < 0x20)
-        {
             text += {'\\', 'u', '0', '0', digits[c >> 4], digits[c & 0xf]};
-        }
         else
-        {
             text += c;
-        }
     }
     return text + '"';
 }
@@ -95,20 +87,12 @@ std::string stringDecode(const std::string& text)
     std::string string;
     string.reserve(text.size());
     for (std::size_t i = 1; i + 1 < text.size(); ++i)
-    {
         if (text[i] != '\\')
-        {
             string += text[i];
-        }
         else if (text[++i] == 'u')
-        {
             utf8Append(string, codePoint(text, ++i));
-        }
         else
-        {
             string += characters[std::strchr(letters, text[i]) - letters];
-        }
-    }
     return string;
 }
 } // namespace t_json

@@ -20,9 +20,7 @@ namespace
 std::string doubleText(double number)
 {
     if (!std::isfinite(number))
-    {
         throw std::invalid_argument("JSON text failed: a number is not finite");
-    }
     char text[32];
     const std::string shortest(text, std::to_chars(text, text + sizeof text, number).ptr);
     // Without a point it would come back as an integer.
@@ -53,21 +51,15 @@ std::vector<std::string> Value::members() const
     std::vector<std::string> keys;
     keys.reserve(byKey.size());
     for (const auto i : byKey)
-    {
         if (keys.empty() || keys.back() != elements[i].key)
-        {
             keys.push_back(elements[i].key);
-        }
-    }
     return keys;
 }
 
 std::size_t Value::position(int index, int end) const
 {
     if (valueType != ValueTypeArray || index < 0 || index >= end)
-    {
         throw std::out_of_range("JSON array has no element " + std::to_string(index));
-    }
     return static_cast<std::size_t>(index);
 }
 
@@ -77,9 +69,7 @@ std::size_t Value::position(const std::string& key) const
         std::upper_bound(byKey.begin(), byKey.end(), key,
                          [&](const std::string& sought, std::size_t i) { return sought < elements[i].key; });
     if (behind_ == byKey.begin() || elements[*(behind_ - 1)].key != key)
-    {
         throw std::out_of_range("JSON object has no member \"" + key + "\"");
-    }
     return *(behind_ - 1);
 }
 
@@ -106,9 +96,7 @@ void Value::insert(int index, const Value& value)
     {
         element.head = elements[i].head;
         if (i == 0 && elements.size() > 1)
-        {
             elements[0].head = elements[1].head;
-        }
     }
     elements.insert(elements.begin() + index, std::move(element));
 }
@@ -117,13 +105,9 @@ void Value::erase(int index)
 {
     const auto i = position(index, size());
     if (i + 1 < elements.size())
-    {
         elements[i + 1].head = elements[i].head;
-    }
     else if (i > 0)
-    {
         elements[i - 1].tail = elements[i].tail;
-    }
     elements.erase(elements.begin() + index);
 }
 
@@ -131,14 +115,10 @@ template <class Number>
 const Value& Value::numberGet(Number& number) const
 {
     if (valueType != ValueTypeInt && valueType != ValueTypeUInt && valueType != ValueTypeDouble)
-    {
         throw std::invalid_argument("JSON value is no number");
-    }
     Number result;
     if (!numberRead(json, result))
-    {
         throw std::out_of_range("JSON number " + json + " does not fit");
-    }
     number = result;
     return *this;
 }
@@ -152,9 +132,7 @@ const Value& Value::operator>>(unsigned long long& number) const { return number
 const Value& Value::operator>>(bool& isTrue) const
 {
     if (valueType != ValueTypeBoolean)
-    {
         throw std::invalid_argument("JSON value is no truth value");
-    }
     isTrue = json == "true";
     return *this;
 }
@@ -172,9 +150,7 @@ std::istream& operator>>(std::istream& stream, Value& value)
     std::string text;
     char piece[16384];
     while (text.size() <= maximum && (stream.read(piece, sizeof piece), stream.gcount() > 0))
-    {
         text.append(piece, static_cast<std::size_t>(stream.gcount()));
-    }
     if (text.size() > maximum)
     {
         throw std::runtime_error("JSON parse failed: larger than " + std::to_string(maximum / t_common::limit::MiB) +
@@ -190,14 +166,10 @@ std::ostream& operator<<(std::ostream& stream, const Value& value)
 {
     const bool isObject = value.valueType == ValueTypeObject;
     if (!isObject && value.valueType != ValueTypeArray)
-    {
         return stream << value.before << value.json << value.behind;
-    }
     stream << value.before << (isObject ? '{' : '[') << value.json;
     for (const auto& element : value.elements)
-    {
         stream << (&element == &value.elements.front() ? "" : ",") << element.head << element.value << element.tail;
-    }
     return stream << (isObject ? '}' : ']') << value.behind;
 }
 } // namespace t_json

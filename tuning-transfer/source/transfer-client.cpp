@@ -36,9 +36,7 @@ ClientHolder::ClientHolder(Type type, std::function<void(const std::string&)> fR
 abstract::Client& ClientHolder::abstract()
 {
     if (pAbstract == nullptr)
-    {
         throw std::logic_error("Abstract is never initialized");
-    }
     return *pAbstract;
 }
 

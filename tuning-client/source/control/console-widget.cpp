@@ -19,12 +19,8 @@ QByteArray lastLines(const QByteArray& text)
 {
     int newlines = 0;
     for (int i = text.size() - 1; i >= 0; --i)
-    {
         if (text[i] == '\n' && ++newlines == lineCount)
-        {
             return text.mid(i + 1);
-        }
-    }
     return text;
 }
 
@@ -35,9 +31,7 @@ QString visible(QString text)
     {
         const auto code = character.unicode();
         if (code < 0x20 && code != '\n' && code != '\r' && code != '\t')
-        {
             character = QChar(0x2400 + code);
-        }
     }
     return text;
 }
@@ -76,13 +70,9 @@ void ConsoleWidget::putData(const QByteArray& text)
     const QMutexLocker locker(&mutex);
     pending += text;
     if (pending.size() > 2 * pendingLimit)
-    {
         pending = pending.right(pendingLimit);
-    }
     if (!isFlushQueued)
-    {
         isFlushQueued = QMetaObject::invokeMethod(this, &ConsoleWidget::flush, Qt::QueuedConnection);
-    }
 }
 
 void ConsoleWidget::flush()
@@ -150,9 +140,7 @@ void ConsoleWidget::keyPressEvent(QKeyEvent* pEvent)
         return;
     default:
         if (m_localEchoEnabled)
-        {
             QPlainTextEdit::keyPressEvent(pEvent);
-        }
         emit getData(pEvent->text().toLocal8Bit());
     }
 }

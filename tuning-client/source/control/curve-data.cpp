@@ -50,9 +50,7 @@ void CurveData::append(const QPointF& point)
     if (d_data->lock.tryLockForWrite())
     {
         for (const auto& pendingPoint : std::as_const(d_data->pendingValues))
-        {
             d_data->append(pendingPoint);
-        }
         d_data->pendingValues.clear();
         d_data->lock.unlock();
     }
@@ -79,16 +77,10 @@ void CurveData::clear(double limit)
 
     auto stale = values.size() - 1;
     while (stale >= 0 && values[stale].x() >= limit)
-    {
         --stale;
-    }
     if (stale > 0)
-    {
         d_data->append(values[stale]);
-    }
     // The very last point of the series is left out.
     for (auto i = stale > 0 ? stale + 1 : 0; i < values.size() - 1; ++i)
-    {
         d_data->append(values[i]);
-    }
 }

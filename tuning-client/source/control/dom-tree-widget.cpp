@@ -80,10 +80,8 @@ void DomTreeWidget::refresh()
     addTopLevelItems(root.takeChildren());
 
     for (const auto& places : qAsConst(expanded))
-    {
         if (auto* pItem = itemAlong(invisibleRootItem(), places))
             pItem->setExpanded(true);
-    }
     if (!current.isEmpty())
         setCurrentItem(itemAlong(invisibleRootItem(), current));
     connect(this, &QTreeWidget::itemChanged, this, &DomTreeWidget::updateDom);
@@ -115,10 +113,8 @@ QTreeWidgetItem* DomTreeWidget::childAt(const QTreeWidgetItem* pParent, int inde
 int DomTreeWidget::childFind(const QTreeWidgetItem* pParent, const QString& text, int startIndex) const
 {
     for (int i = std::max(startIndex, 0); i < childCount(pParent); ++i)
-    {
         if (childAt(pParent, i)->text(0) == text)
             return i;
-    }
     return -1;
 }
 

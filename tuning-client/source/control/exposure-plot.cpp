@@ -102,9 +102,7 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
 void ExposurePlot::append(float gain, float itime)
 {
     if (!std::isfinite(gain) || !std::isfinite(itime))
-    {
         return;
-    }
     const auto time = m_clock.elapsed() / 1000;
     curveData(*m_itimeCurve).append({time, itime});
     curveData(*m_gainCurve).append({time, gain});
@@ -174,9 +172,7 @@ void ExposurePlot::timerEvent(QTimerEvent* pEvent)
     }
     updateCurve();
     if (m_clock.elapsed() / 1000 > m_interval.maxValue())
-    {
         incrementInterval();
-    }
 }
 
 void ExposurePlot::updateCurve()
@@ -196,16 +192,12 @@ bool ExposurePlot::drawNewPoints()
 
     const auto numPoints = static_cast<int>(itimeData.size());
     if (numPoints <= m_paintedPoints)
-    {
         return true;
-    }
     const auto left = axisScaleDiv(yLeft);
     const auto right = axisScaleDiv(yRight);
     updateAxes();
     if (axisScaleDiv(yLeft) != left || axisScaleDiv(yRight) != right)
-    {
         return false;
-    }
 
     const auto from = std::max(m_paintedPoints - 1, 0);
     const auto to = numPoints - 1;
@@ -242,9 +234,7 @@ void ExposurePlot::incrementInterval()
     {
         auto ticks = scale.ticks(type);
         for (auto& tick : ticks)
-        {
             tick += width;
-        }
         scale.setTicks(type, ticks);
     }
     setAxisScaleDiv(xBottom, scale);

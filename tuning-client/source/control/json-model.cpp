@@ -67,15 +67,11 @@ template <class Action>
 void each(Value& value, Action action)
 {
     if (value.type() == t_json::ValueTypeObject)
-    {
         for (const auto& key : value.members())
             action(QString::fromStdString(key), &value[key]);
-    }
     else if (value.type() == t_json::ValueTypeArray)
-    {
         for (int i = 0; i < value.size(); ++i)
             action(QString::number(i), &value[i]);
-    }
 }
 } // namespace
 

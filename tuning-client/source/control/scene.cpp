@@ -48,15 +48,11 @@ void Scene::setCell(int index, uint8_t value, Qt::GlobalColor foreground)
 void Scene::setValues(const uint8_t (&values)[25])
 {
     for (int i = 0; i < 25; ++i)
-    {
         setCell(i, values[i], Qt::darkGreen);
-    }
 }
 
 void Scene::setValues(const uint8_t (&values)[25], const uint8_t (&object)[25])
 {
     for (int i = 0; i < 25; ++i)
-    {
         setCell(i, values[i], object[i] ? Qt::darkGreen : Qt::darkRed);
-    }
 }

@@ -30,17 +30,11 @@ int attributesMax(const QByteArray& bytes)
     for (auto byte : bytes)
     {
         if (byte == '<')
-        {
             count = 0;
-        }
         else if ((byte == '"' || byte == '\'') && last == '=')
-        {
             most = std::max(most, ++count);
-        }
         if (byte != 0 && byte != ' ' && byte != '\t' && byte != '\r' && byte != '\n')
-        {
             last = byte;
-        }
     }
     return most;
 }
@@ -61,14 +55,10 @@ public:
             reader.readNext();
             take(reader);
             if (nodes > limit::xmlNodes)
-            {
                 refuse(fileName, "XML file has too many nodes");
-            }
         }
         if (reader.hasError())
-        {
             refuse(fileName, QString("%1 (line %2)").arg(reader.errorString()).arg(reader.lineNumber()));
-        }
         return document;
     }
 
@@ -79,9 +69,7 @@ private:
         {
         case QXmlStreamReader::DTD:
             if (reader.text().contains('['))
-            {
                 refuse(fileName, "XML file has declarations of its own");
-            }
             break;
         case QXmlStreamReader::StartElement:
             elementOpen(reader);
@@ -93,13 +81,9 @@ private:
         case QXmlStreamReader::Characters:
             ++nodes;
             if (reader.isCDATA())
-            {
                 parent.appendChild(document.createCDATASection(reader.text().toString()));
-            }
             else if (!reader.isWhitespace())
-            {
                 parent.appendChild(document.createTextNode(reader.text().toString()));
-            }
             break;
         default:
             ++nodes;
@@ -111,14 +95,10 @@ private:
         const auto attributes = reader.attributes();
         nodes += 1 + attributes.size();
         if (++depth > limit::xmlDepth)
-        {
             refuse(fileName, "XML elements are nested too deeply");
-        }
         auto element = document.createElement(reader.qualifiedName().toString());
         for (const auto& attribute : attributes)
-        {
             element.setAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
-        }
         parent = parent.appendChild(element);
     }
 
@@ -135,26 +115,16 @@ QByteArray xmlBytesRead(const QString& fileName, std::size_t most)
     QFile file(fileName);
     // Opening a pipe would wait for its other end.
     if (file.exists() && !QFileInfo(fileName).isFile())
-    {
         refuse(fileName, "Not a regular file");
-    }
     if (!file.open(QIODevice::ReadOnly))
-    {
         refuse(fileName, file.errorString());
-    }
     if (static_cast<std::uint64_t>(file.size()) > limit::xmlBytes)
-    {
         refuse(fileName, "XML file is larger than 64 MiB");
-    }
     auto bytes = file.read(static_cast<qint64>(most));
     if (file.error() != QFileDevice::NoError)
-    {
         refuse(fileName, file.errorString());
-    }
     if (attributesMax(bytes) > attributeLimit)
-    {
         refuse(fileName, "XML element has too many attributes");
-    }
     return bytes;
 }
 

@@ -21,10 +21,8 @@ public:
         while (position < bytes.size() && (isBlank() || bytes[position] == '#'))
         {
             if (bytes[position++] == '#')
-            {
                 while (position < bytes.size() && bytes[position - 1] != '\n')
                     ++position;
-            }
         }
         int number = -1;
         for (; position < bytes.size() && bytes[position] >= '0' && bytes[position] <= '9'; ++position)

@@ -20,13 +20,9 @@ constexpr auto notAvailable = "not available on this transport";
 Report& Report::operator<<(const std::string& text)
 {
     if (fReport)
-    {
         fReport(text);
-    }
     else
-    {
         std::cout << t_common::printable(text, std::string::npos, t_common::Lines::Many);
-    }
     return *this;
 }
 

@@ -37,13 +37,9 @@ void Connection::write(const char* pData, std::size_t size)
         error_code error;
         const auto count = socket.write_some(asio::buffer(pData, size), error);
         if (error == asio::error::would_block)
-        {
             error = await(limit.next(), [&](auto done) { socket.async_wait(Socket::wait_write, std::move(done)); });
-        }
         if (error)
-        {
             fail(error);
-        }
         pData += count;
         size -= count;
     }
@@ -57,13 +53,9 @@ std::size_t Connection::read(char* pData, std::size_t size)
             await(limit.next(), [&](auto done) { socket.async_wait(Socket::wait_read, std::move(done)); });
         const auto count = error ? 0 : socket.read_some(asio::buffer(pData, size), error);
         if (!error || error == asio::error::eof)
-        {
             return count;
-        }
         if (error != asio::error::would_block)
-        {
             fail(error);
-        }
     }
 }
 
@@ -82,9 +74,7 @@ std::vector<Connection::Endpoint> Connection::resolve(const Url& url, TimeLimit:
     error_code error;
     const auto address = asio::ip::make_address(url.host, error);
     if (!error)
-    {
         return {Endpoint(address, url.port)};
-    }
     struct Result
     {
         error_code error;
@@ -100,22 +90,16 @@ std::vector<Connection::Endpoint> Connection::resolve(const Url& url, TimeLimit:
             const auto entries =
                 resolver.resolve(host, std::to_string(port), asio::ip::resolver_base::numeric_service, result.error);
             for (const auto& entry : entries)
-            {
                 result.endpoints.push_back(entry.endpoint());
-            }
             return result;
         });
     auto future = task.get_future();
     std::thread(std::move(task)).detach();
     if (future.wait_until(end) != std::future_status::ready)
-    {
         fail("the name could not be resolved in time, " + limit.text());
-    }
     const auto result = future.get();
     if (result.error)
-    {
         fail(result.error);
-    }
     return result.endpoints;
 }
 
@@ -134,9 +118,7 @@ void Connection::connect(const std::vector<Endpoint>& endpoints, TimeLimit::Cloc
             socket.non_blocking(true, ignored);
             socket.set_option(asio::ip::tcp::no_delay(true), ignored);
             if (limit.isSilence())
-            {
                 socket.set_option(asio::socket_base::keep_alive(true), ignored);
-            }
             return;
         }
         error_code ignored;

@@ -16,25 +16,17 @@ DownloadFile::DownloadFile(const std::string& filename)
     const auto status = fs::status(filename, error);
     // Opening anything else, such as a pipe, could block.
     if (fs::exists(status) && !fs::is_regular_file(status))
-    {
         return;
-    }
     if (!std::ofstream(filename, std::ios::binary | std::ios::app))
-    {
         return;
-    }
     // A symbolic link stays one: its file is replaced.
     target = fs::canonical(filename, error);
     if (error)
-    {
         return;
-    }
     temporary = target.parent_path() / (".download-" + std::to_string(std::random_device()()));
     pStream = std::fopen(temporary.string().c_str(), "wbx");
     if (pStream == nullptr)
-    {
         fail(errno);
-    }
 }
 
 DownloadFile::~DownloadFile()
@@ -50,21 +42,15 @@ DownloadFile::~DownloadFile()
 void DownloadFile::write(const char* pData, std::size_t size)
 {
     if (isOpen() && std::fwrite(pData, 1, size, pStream) != size)
-    {
         fail(errno);
-    }
 }
 
 void DownloadFile::commit()
 {
     if (!isOpen())
-    {
         return;
-    }
     if (std::fflush(pStream) != 0)
-    {
         fail(errno);
-    }
     std::error_code error;
     // Those of a file that has gone meanwhile are unknown.
     if (const auto status = fs::status(target, error); fs::exists(status))
@@ -73,9 +59,7 @@ void DownloadFile::commit()
     const int closeError = errno;
     pStream = nullptr;
     if (isClosed)
-    {
         fs::rename(temporary, target, error);
-    }
     if (!isClosed || error)
     {
         std::error_code ignored;

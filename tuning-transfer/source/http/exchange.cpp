@@ -64,17 +64,13 @@ public:
     void head(Parser& parser)
     {
         while (!parser.is_header_done())
-        {
             step(parser);
-        }
     }
 
     void body(Parser& parser)
     {
         while (!parser.is_done())
-        {
             step(parser);
-        }
     }
 
 private:
@@ -84,9 +80,7 @@ private:
         if (begin < end)
         {
             if (!parser.is_header_done())
-            {
                 repairStatusLine();
-            }
             begin += parser.put(boost::asio::buffer(pBuffer.get() + begin, end - begin), error);
         }
         if (error == boost::beast::http::error::need_more)
@@ -95,19 +89,13 @@ private:
             if (!fill())
             {
                 if (parser.got_some())
-                {
                     parser.put_eof(error);
-                }
                 if (error || !parser.got_some())
-                {
                     connection.fail("it was closed before the end of the answer");
-                }
             }
         }
         if (error)
-        {
             connection.fail("unreadable answer, " + error.message());
-        }
     }
 
     bool fill()
@@ -117,9 +105,7 @@ private:
         begin = 0;
         // A byte stays free for the repair of the status line.
         if (end + 1 >= capacity)
-        {
             connection.fail("unreadable answer, a line is too long");
-        }
         const auto count = connection.read(pBuffer.get() + end, capacity - end - 1);
         end += count;
         return count > 0;
@@ -153,9 +139,7 @@ void send(Connection& connection, const Exchange& exchange)
     {
         const std::unique_ptr<char[]> pPiece(new char[pieceSize]);
         while (const auto size = exchange.fSource(pPiece.get(), pieceSize))
-        {
             connection.write(pPiece.get(), size);
-        }
     }
 }
 
@@ -171,14 +155,10 @@ void receive(Connection& connection, const Exchange& exchange)
         receiver.head(parser);
         const auto& fields = parser.get().base();
         if (static_cast<std::size_t>(std::distance(fields.begin(), fields.end())) > t_common::limit::httpFields)
-        {
             connection.fail("unreadable answer, it has too many header fields");
-        }
         if (boost::beast::http::to_status_class(parser.get().result_int()) !=
             boost::beast::http::status_class::informational)
-        {
             return receiver.body(parser);
-        }
     }
     connection.fail("no answer, only interim ones");
 }

@@ -149,9 +149,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
         });
     worker.join();
     if (pThrown)
-    {
         std::rethrow_exception(pThrown);
-    }
     return *this;
 }
 
@@ -163,15 +161,11 @@ Client& Client::fileDownload(const Json::Value& jQuery)
     auto filename = t_common::FileSystem::localNameGet(filenameGetFromUrl(url.text()));
     const auto localPath = jQuery["path.local"].asString();
     if (!localPath.empty())
-    {
         filename = localPath + "/" + filename;
-    }
     print("Saving to: " + filename);
     DownloadFile file(filename);
     if (!file.isOpen())
-    {
         complain("Saving of \"" + filename + "\" failed: the file can't be created");
-    }
     const auto fSink = [&](const char* pData, std::size_t size) { file.write(pData, size); };
     Exchange{url, headGet("GET", url), {}, fSink, limit::httpFile}.run(TimeLimit::silence(idleLimit));
     file.write("\n", 1);
@@ -193,9 +187,7 @@ Client& Client::fileUpload(const Json::Value& jQuery)
     auto left = std::filesystem::file_size(path, error);
     std::ifstream stream;
     if (!error)
-    {
         stream.open(path, std::ios::binary);
-    }
     if (!stream.is_open())
     {
         complain("Loading from \"" + path + "\" failed: the file can't be read");
@@ -205,9 +197,7 @@ Client& Client::fileUpload(const Json::Value& jQuery)
     {
         const auto count = static_cast<std::size_t>(std::min<std::uintmax_t>(size, left));
         if (!stream.read(pData, static_cast<std::streamsize>(count)))
-        {
             throw std::runtime_error("Loading from \"" + path + "\" failed: the file has become shorter");
-        }
         left -= count;
         return count;
     };
@@ -217,9 +207,7 @@ Client& Client::fileUpload(const Json::Value& jQuery)
                       [](const char*, std::size_t) {},
                       limit::httpBody};
     if (left > 0)
-    {
         exchange.fSource = fSource;
-    }
     try
     {
         exchange.run(TimeLimit::silence(idleLimit));

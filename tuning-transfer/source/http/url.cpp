@@ -27,9 +27,7 @@ std::string hostGet(const std::string& text)
     { return c < 0x80 && (std::isalnum(c) || (c != 0 && std::strchr(".-_:%", c) != nullptr)); };
     // The resolver would take an empty name for this computer.
     if (host.empty() || !std::all_of(host.begin(), host.end(), isHostCharacter))
-    {
         fail("not the address of a board", text);
-    }
     return host;
 }
 
@@ -39,9 +37,7 @@ unsigned short portGet(const std::string& text)
     const auto* pEnd = text.data() + text.size();
     const auto result = std::from_chars(text.data(), pEnd, port);
     if (result.ec != std::errc() || result.ptr != pEnd || port == 0)
-    {
         fail("not a port from 1 to 65535", text);
-    }
     return port;
 }
 } // namespace
@@ -50,9 +46,7 @@ Url::Url(const std::string& host_, const std::string& port_, const std::string& 
     : host(hostGet(host_)), port(portGet(port_)), target(target_)
 {
     if (std::any_of(target.begin(), target.end(), [](unsigned char c) { return c < 0x20 || c == 0x7f; }))
-    {
         fail("not a path, it has control characters", target);
-    }
 }
 
 std::string Url::authority() const
@@ -68,16 +62,10 @@ std::string Url::requestTarget() const
     constexpr auto digits = "0123456789ABCDEF";
     std::string result;
     for (const unsigned char c : target)
-    {
         if (c == ' ' || c >= 0x80)
-        {
             result += {'%', digits[c >> 4], digits[c & 0xf]};
-        }
         else
-        {
             result += static_cast<char>(c);
-        }
-    }
     return result;
 }
 } // namespace t_transfer::http

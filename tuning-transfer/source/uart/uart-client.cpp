@@ -20,9 +20,7 @@ Client& Client::request(const Json::Value& jQuery, Json::Value& jResponse, std::
     pUartHolder->textWrite(t_common::JsonApp::toString(jQuery, ""));
     std::string response;
     for (int i = 0; i < readsMaximum && response.empty(); ++i)
-    {
         pUartHolder->textRead(response);
-    }
     jResponse = abstract::answerGet(response);
     return *this;
 }

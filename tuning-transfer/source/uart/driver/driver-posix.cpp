@@ -60,9 +60,7 @@ Posix::Posix(const std::string& name_) : Abstract(name_), hCom(open(name))
     {
         std::cerr << t_common::printable("Opening " + name + ": " + std::strerror(errno)) + '\n';
         if (hCom >= 0)
-        {
             ::close(hCom);
-        }
         openFail();
     }
 }
@@ -78,9 +76,7 @@ bool Posix::settingsApply() const
 {
     termios settings{};
     if (::tcgetattr(hCom, &settings) != 0)
-    {
         return false;
-    }
     cfmakeraw(&settings);
     settings.c_iflag &= ~static_cast<tcflag_t>(IXOFF | IXANY | INPCK);
     settings.c_cflag &= ~static_cast<tcflag_t>(CSTOPB | CRTSCTS);
@@ -91,9 +87,7 @@ bool Posix::settingsApply() const
     termios present{};
     if (cfsetspeed(&settings, B115200) != 0 || ::tcsetattr(hCom, TCSANOW, &settings) != 0 ||
         ::tcgetattr(hCom, &present) != 0)
-    {
         return false;
-    }
     if (!isSame(settings, present))
     {
         errno = EINVAL;
@@ -115,9 +109,7 @@ bool Posix::await(short events, Clock::time_point end) const
         pollfd entry{hCom, events, 0};
         const int count = ::poll(&entry, 1, static_cast<int>(std::max<decltype(left)>(left, 0)));
         if (count >= 0 || errno != EINTR)
-        {
             return count != 0;
-        }
     }
 }
 
@@ -130,9 +122,7 @@ Posix& Posix::textRead(std::string& text)
     do
     {
         if (!await(POLLIN, next))
-        {
             break;
-        }
         const auto size = ::read(hCom, buffer + count, sizeof buffer - count);
         if (size > 0)
         {
@@ -162,9 +152,7 @@ Posix& Posix::textWrite(const std::string& text)
         const bool isFull = size < 0 && errno == EAGAIN;
         const bool isInterrupted = size < 0 && errno == EINTR;
         if (!isInterrupted && !(isFull && await(POLLOUT, Clock::now() + t_common::limit::serialStall)))
-        {
             writeFail(count);
-        }
     }
     return *this;
 }

@@ -10,9 +10,7 @@ Win32::Win32(const std::string& name_)
                          nullptr))
 {
     if (hCom == INVALID_HANDLE_VALUE)
-    {
         openFail();
-    }
     if (!settingsApply())
     {
         ::CloseHandle(hCom);
@@ -38,9 +36,7 @@ bool Win32::settingsApply() const
     settings.XoffChar = 0x19;
     COMMTIMEOUTS limits{};
     if (!::SetCommState(hCom, &settings) || !::GetCommTimeouts(hCom, &limits))
-    {
         return false;
-    }
     limits.ReadIntervalTimeout = static_cast<DWORD>(readPause.count());
     limits.ReadTotalTimeoutConstant = static_cast<DWORD>(readLimit.count());
     return ::SetCommTimeouts(hCom, &limits);
@@ -51,9 +47,7 @@ Win32& Win32::textRead(std::string& text)
     char buffer[readSize] = {};
     DWORD count = 0;
     if (!::ReadFile(hCom, buffer, sizeof buffer, &count, nullptr))
-    {
         readFail(count);
-    }
     text.assign(buffer, ::strnlen(buffer, count));
     return *this;
 }
@@ -67,9 +61,7 @@ Win32& Win32::textWrite(const std::string& text)
         const auto left = static_cast<DWORD>(text.size() - count);
         // A time limit that the port came with ends a write without a failure.
         if (!::WriteFile(hCom, text.data() + count, left, &size, nullptr) || size == 0)
-        {
             writeFail(count);
-        }
         count += size;
     }
     return *this;

@@ -50,9 +50,7 @@ UartHolder::UartHolder(const std::string& name) : pAbstract(std::make_unique<Dri
 Abstract& UartHolder::abstract()
 {
     if (pAbstract == nullptr)
-    {
         throw LogicError(LogicError::NotFound, "UART driver not available");
-    }
     return *pAbstract;
 }
 
