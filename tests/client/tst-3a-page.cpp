@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
@@ -18,20 +19,6 @@ namespace
 constexpr auto name = "3aconfig.json";
 const QByteArray sample =
     "{\r\n\t\"z\": [1, 2.50],\n  \"a\" : {\"long\": 9007199254740993, \"name\": \"gr\\u00fcn ü\"}\n}\n";
-
-QByteArray fileRead(const QString& path)
-{
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-    return file.readAll();
-}
-
-void fileWrite(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(bytes), bytes.size());
-}
 
 class ThreeAPageTest : public BoardTest
 {

@@ -1,6 +1,7 @@
 // "Input Control": the sensor with its driver, and stored images.
 
 #include "tests/support/board-fixture.h"
+#include "tests/support/modals.h"
 #include "tuning-client/source/module/image-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/sensor-widget.h"
@@ -10,7 +11,6 @@
 #include <QAbstractEventDispatcher>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFileDialog>
 #include <QFormLayout>
 #include <QGroupBox>
 #include <QLineEdit>
@@ -452,23 +452,11 @@ TEST_F(InputPageTest, LocalImageIsUploaded)
     fileWrite("local/mine + yours.pgm", "P5 2 1 255\nab");
     const auto choose = [&](const QString& name)
     {
-        QString seen;
-        QTimer::singleShot(0, &page,
-                           [&]
-                           {
-                               auto* pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                               ASSERT_TRUE(pDialog);
-                               seen = pDialog->windowTitle() + " " + pDialog->directory().dirName() + " " +
-                                      pDialog->nameFilters().join(",");
-                               if (name.isEmpty())
-                                   return pDialog->reject();
-                               pDialog->findChild<QLineEdit*>("fileNameEdit")->setText(name);
-                               QMetaObject::invokeMethod(pDialog, "accept");
-                           });
+        const FileDialogAnswer answer(name);
         imageMenu().actions().front()->trigger();
-        return seen;
+        return answer.seen;
     };
-    EXPECT_EQ(choose({}), "Select File local PGM (*.pgm)");
+    EXPECT_EQ(choose({}), "Select File|" + QDir("local").absolutePath() + "|PGM (*.pgm)");
     EXPECT_EQ(board->requestCount(), 0u);
     EXPECT_EQ(page.pPushButtonImageList->text(), "Select Image (*.pgm)");
 

@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
@@ -30,8 +31,6 @@ enum Command
     Preview = 10006,
     AeConfigGet = 4000101
 };
-
-std::string str(const QString& text) { return text.toStdString(); }
 
 QStringList warnings;
 

@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
 #include "tuning-client/source/preferences/calibration-widget.h"
 #include "tuning-client/source/preferences/capture-widget.h"
 #include "tuning-client/source/preferences/preferences-dialog.h"
@@ -27,8 +28,6 @@
 
 namespace
 {
-std::string str(const QString& text) { return text.toStdString(); }
-
 class PreferencesTest : public BoardTest
 {
 protected:

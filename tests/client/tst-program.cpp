@@ -1,21 +1,11 @@
 #include "board-simulator/source/simulator.h"
+#include "tests/support/files.h"
 #include "tests/support/qt-main.h"
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QProcess>
 #include <gtest/gtest.h>
-
-namespace
-{
-void write(const QString& path, const QString& text)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text.toUtf8());
-}
-} // namespace
 
 // The program as a user starts it: what its parts need of each other at the start holds only there.
 TEST(ProgramTest, ReadsTheFirstPageFromTheStoredBoard)
@@ -24,9 +14,9 @@ TEST(ProgramTest, ReadsTheFirstPageFromTheStoredBoard)
     QDir().mkpath("chip");
     QDir().mkpath(".tuning-client");
     const board::Simulator board(board::Options{0, "board"});
-    write(".tuning-client/preferences.json",
-          QString(R"({"server":{"index":0,"hosts":[{"ip":"127.0.0.1","port":%1}]}})").arg(board.port()));
-    write("chip/one.xml", R"(<Table ChipName="One" InputMax="1" IspMax="1" Version="1"><Page Name="Auto Exposure 2"
+    const QString server = R"({"server":{"index":0,"hosts":[{"ip":"127.0.0.1","port":%1}]}})";
+    fileWrite(".tuning-client/preferences.json", server.arg(board.port()).toUtf8());
+    fileWrite("chip/one.xml", R"(<Table ChipName="One" InputMax="1" IspMax="1" Version="1"><Page Name="Auto Exposure 2"
                              Type="isp" Level="1"/></Table>)");
 
     QProcess program;

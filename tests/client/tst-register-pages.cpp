@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tests/support/modals.h"
 #include "tuning-client/source/module/isp-register-widget.h"
@@ -10,9 +11,7 @@
 #include <QCheckBox>
 #include <QElapsedTimer>
 #include <QErrorMessage>
-#include <QFileDialog>
 #include <QGroupBox>
-#include <QHeaderView>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
@@ -40,21 +39,6 @@ enum Command
 constexpr auto module = "Main Control";
 constexpr int readWrite = 0; ///< rows of "Main Control"
 constexpr int readOnly = 4;
-
-std::string str(const QString& text) { return text.toStdString(); }
-
-QByteArray content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-void contentSet(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(bytes);
-}
 
 /// A line for each register of the file: module, name, size, type, address, value before, text.
 QString registersOf(const QByteArray& bytes)
@@ -145,29 +129,13 @@ protected:
     /// Presses the button and gives its dialog that file; a null name cancels. What the dialog was told comes back.
     QString pressWith(const QString& button, const QString& path)
     {
-        QString seen;
-        const Modals answer(
-            [&](QDialog& dialog)
-            {
-                if (auto* pDialog = qobject_cast<QFileDialog*>(&dialog); pDialog && seen.isEmpty())
-                {
-                    seen = pDialog->windowTitle() + "|" + pDialog->directory().path() + "|" +
-                           pDialog->nameFilters().join(",") + "|" +
-                           pDialog->findChild<QLineEdit*>("fileNameEdit")->text();
-                    if (path.isNull())
-                        return pDialog->reject();
-                    pDialog->findChild<QLineEdit*>("fileNameEdit")->setText(path);
-                    QMetaObject::invokeMethod(pDialog, "accept", Qt::QueuedConnection);
-                }
-                else if (auto* pBox = qobject_cast<QMessageBox*>(&dialog))
-                    pBox->button(QMessageBox::Yes)->click();
-            });
+        const FileDialogAnswer answer(path);
         for (auto* pButton : isp().findChildren<QPushButton*>())
         {
             if (pButton->text() == button)
                 press(pButton);
         }
-        return seen;
+        return answer.seen + "|" + answer.suggested;
     }
 
     Json::Value last(int id) const
@@ -487,11 +455,11 @@ TEST_F(RegisterPagesTest, WrittenRegistersAreReadBackAndLogged)
     const auto logs = QDir().entryList({"*.xml"});
     ASSERT_EQ(logs.size(), 1);
     EXPECT_TRUE(QDateTime::fromString(logs[0], "yyyyMMdd-hhmmss'.xml'").isValid()) << str(logs[0]);
-    EXPECT_EQ(registersOf(content(logs[0])),
+    EXPECT_EQ(registersOf(fileRead(logs[0])),
               "OPTRIX_1|Main_Control|isp_ctrl|[1 1]|uint32_t|0x00000400|0x00000081|0x0000001F\n"
               "OPTRIX_1|Auto_Exposure|exp_irq_clear|[1 1]|uint32_t|0x00000610|0x00000000|0x3\n"
               "OPTRIX_1|Auto_Exposure|exp_irq_clear|[1 1]|uint32_t|0x00000610|0x00000003|0x00000000\n");
-    EXPECT_EQ(content(logs[0]).count("<Auto_Exposure>"), 1);
+    EXPECT_EQ(fileRead(logs[0]).count("<Auto_Exposure>"), 1);
 
     // Not written, not logged.
     board->faultSet({Fault::Error, RegSet, 1, 0, "Locked"});
@@ -519,10 +487,10 @@ TEST_F(RegisterPagesTest, DumpHoldsEveryModule)
     EXPECT_EQ(board->requestCount(), 0u) << "cancelled";
     pressWith("Dump", path);
     EXPECT_EQ(status(), "Registers saved to " + path);
-    const auto whole = content(path);
+    const auto whole = fileRead(path);
     QFile::remove(path);
     EXPECT_TRUE(pressWith("Dump All", path).endsWith("|OPTRIX_register_dump.json"));
-    EXPECT_EQ(content(path), whole);
+    EXPECT_EQ(fileRead(path), whole);
     const auto jDump = t_common::JsonApp::fromString(whole.toStdString());
     ASSERT_EQ(jDump.size(), 4u);
     EXPECT_EQ(jDump[0]["module.id"].asInt(), 0);
@@ -537,7 +505,7 @@ TEST_F(RegisterPagesTest, DumpHoldsEveryModule)
     QString name = path;
     isp().dump(name, 1);
     EXPECT_TRUE(hasWaited);
-    EXPECT_EQ(t_common::JsonApp::fromString(content(path).toStdString()).size(), 2u);
+    EXPECT_EQ(t_common::JsonApp::fromString(fileRead(path).toStdString()).size(), 2u);
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
@@ -556,18 +524,18 @@ TEST_F(RegisterPagesTest, DumpOfAFailingBoard)
     board->answerSet(RegStatus, "name", jList);
     isp().dump(name, -1);
     EXPECT_EQ(status(), "Server: There is no register module 77");
-    auto jDump = t_common::JsonApp::fromString(content(name).toStdString());
+    auto jDump = t_common::JsonApp::fromString(fileRead(name).toStdString());
     ASSERT_EQ(jDump.size(), 3u);
     EXPECT_TRUE(jDump[1].isMember("map") && jDump[1]["map"].isNull());
     EXPECT_EQ(jDump[1]["description"].asString(), "Module 77");
     EXPECT_EQ(jDump[2]["map"].size(), 5u) << "the others are there";
 
     // No list, no file: the one that is there stays.
-    const auto before = content(name);
+    const auto before = fileRead(name);
     board->faultSet({Fault::Error, RegStatus, -1, 0, "No list"});
     EXPECT_THROW(isp().dump(name, -1), std::exception);
     board->faultsClear();
-    EXPECT_EQ(content(name), before);
+    EXPECT_EQ(fileRead(name), before);
 
     QString nowhere = directory.filePath("no/dump.json");
     pressWith("Dump", nowhere);
@@ -594,7 +562,7 @@ TEST_F(RegisterPagesTest, DumpOfAFailingBoard)
     isp().dump(name, -1);
     silencer.join();
     EXPECT_LT(clock.elapsed(), 2 * 2000 + 1500);
-    EXPECT_EQ(t_common::JsonApp::fromString(content(name).toStdString()).size(), 100u);
+    EXPECT_EQ(t_common::JsonApp::fromString(fileRead(name).toStdString()).size(), 100u);
 }
 
 TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
@@ -604,23 +572,23 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     EXPECT_EQ(status(), "No ISP module is selected");
     EXPECT_FALSE(QFile::exists(path));
     const QByteArray foreign = "<OPTRIX_1><Other><a>0x7</a></Other></OPTRIX_1>";
-    contentSet(path, foreign);
+    fileWrite(path, foreign);
     pressWith("Save", path);
     EXPECT_EQ(status(), "No ISP module is selected");
-    EXPECT_EQ(content(path), foreign);
+    EXPECT_EQ(fileRead(path), foreign);
     pressWith("Load", path);
     EXPECT_EQ(error(), "The xml file you loaded doesn't have the information");
 
     // A new file gets the values of a reset.
     choose("Auto Exposure");
-    contentSet(
+    fileWrite(
         path,
         "<OPTRIX_1><Auto_Exposure><a>0x5</a></Auto_Exposure><Auto_Exposure><a>0x9</a></Auto_Exposure></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x9") << "the last counts";
     QFile::remove(path);
     pressWith("Save", path);
-    const QByteArray created = content(path);
+    const QByteArray created = fileRead(path);
     EXPECT_TRUE(
         created.startsWith("<?xml version=\"1.0\"?>\n<!DOCTYPE norvik_registers_v1>\n<OPTRIX_1>\n    <Auto_Ex"));
     EXPECT_TRUE(
@@ -630,7 +598,7 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     // The values come back by position, and the selected register's fields follow.
     auto edited = created;
     edited.replace(">0x00000001<", ">0x00000abc<").replace("exp_ctrl", "other");
-    contentSet(path, edited);
+    fileWrite(path, edited);
     select(0);
     EXPECT_TRUE(pressWith("Load", path).startsWith("Open XML File|" + QDir::currentPath() + "|XML Files (*.xml)"));
     EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x00000abc");
@@ -640,23 +608,23 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
 
     // A second module joins the file with its defaults, the first gets its present values; what else stands there
     // stays.
-    contentSet(path, QByteArray(created).replace("</OPTRIX_1>", "<!-- mine --></OPTRIX_1>"));
+    fileWrite(path, QByteArray(created).replace("</OPTRIX_1>", "<!-- mine --></OPTRIX_1>"));
     pressWith("Save", path);
-    EXPECT_TRUE(content(path).contains(">0x00000abc</exp_ctrl>"));
+    EXPECT_TRUE(fileRead(path).contains(">0x00000abc</exp_ctrl>"));
     choose(module);
     pressWith("Save", path);
-    const auto both = content(path);
+    const auto both = fileRead(path);
     EXPECT_TRUE(both.startsWith("<?xml version='1.0'?>")) << str(both);
     EXPECT_TRUE(both.contains("<!-- mine -->") && both.contains("<!DOCTYPE norvik_registers_v1>")) << str(both);
     EXPECT_GT(both.indexOf("<Main_Control>"), both.indexOf("</Auto_Exposure>"));
     EXPECT_EQ(both.count("size="), 10);
 
     // More and fewer registers than the table has rows.
-    contentSet(path, "<OPTRIX_1><Main_Control><a>0x7</a></Main_Control></OPTRIX_1>");
+    fileWrite(path, "<OPTRIX_1><Main_Control><a>0x7</a></Main_Control></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x7");
     EXPECT_EQ(cell(1, IspRegisterWidget::Value), "0x00000020");
-    contentSet(path, "<OPTRIX_1><Main_Control>" + QByteArray("<a>0x8</a>").repeated(9) + "</Main_Control></OPTRIX_1>");
+    fileWrite(path, "<OPTRIX_1><Main_Control>" + QByteArray("<a>0x8</a>").repeated(9) + "</Main_Control></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(cell(4, IspRegisterWidget::Value), "0x8");
     EXPECT_EQ(isp().pStandardItemModel->rowCount(), 5);
@@ -668,30 +636,30 @@ TEST_F(RegisterPagesTest, RegisterFilesThatDoNotFitChangeNothing)
     choose(module);
     const auto value = cell(0, IspRegisterWidget::Value);
 
-    contentSet(path, "<OPTRIX_1><Another_Chip><a>0x7</a></Another_Chip></OPTRIX_1>");
+    fileWrite(path, "<OPTRIX_1><Another_Chip><a>0x7</a></Another_Chip></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(error(), "The xml file you loaded doesn't have the Main_Control information");
 
     const QByteArray bomb = "<!DOCTYPE a [<!ENTITY b \"bbbb\"><!ENTITY c \"&b;&b;&b;\">]><a>&c;</a>";
     for (const auto& bytes : {QByteArray(), QByteArray("<OPTRIX_1>"), QByteArray("<a>").repeated(100'000), bomb})
     {
-        contentSet(path, bytes);
+        fileWrite(path, bytes);
         for (const auto* button : {"Load", "Save"})
         {
             pMainWindow->statusBar()->clearMessage();
             pressWith(button, path);
             EXPECT_TRUE(status().contains("registers.xml")) << str(status());
-            EXPECT_EQ(content(path), bytes);
+            EXPECT_EQ(fileRead(path), bytes);
         }
     }
     EXPECT_EQ(cell(0, IspRegisterWidget::Value), value);
-    contentSet(path, "<OPTRIX_1/>");
+    fileWrite(path, "<OPTRIX_1/>");
     {
         const FullDisk disk(10);
         pressWith("Save", path);
         EXPECT_TRUE(status().startsWith("Saving of ")) << str(status());
     }
-    EXPECT_EQ(content(path), "<OPTRIX_1/>");
+    EXPECT_EQ(fileRead(path), "<OPTRIX_1/>");
     board->requestsClear();
     pressWith("Load", {});
     pressWith("Save", {});

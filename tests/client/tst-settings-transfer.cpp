@@ -1,8 +1,9 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
+#include "tests/support/modals.h"
 #include "tuning-client/source/control/failure-guard.h"
 #include "tuning-client/source/control/remote-file.h"
 
-#include <QFileDialog>
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
@@ -26,21 +27,6 @@ enum Command
     Remove = 50002,
     AeConfigGet = 4000101
 };
-
-std::string str(const QString& text) { return text.toStdString(); }
-
-QByteArray content(const QString& path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-}
-
-void write(const QString& path, const QByteArray& bytes)
-{
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << str(path);
-    file.write(bytes);
-}
 
 class SettingsTransferTest : public BoardTest
 {
@@ -92,21 +78,9 @@ protected:
     /// "Local" with that file; a null name cancels. What the dialog was told comes back.
     QString localImport(const QString& path) const
     {
-        QString seen;
-        QTimer::singleShot(0,
-                           [&]
-                           {
-                               auto* pDialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-                               ASSERT_TRUE(pDialog);
-                               seen = pDialog->windowTitle() + "|" + pDialog->directory().path() + "|" +
-                                      pDialog->nameFilters().join(",");
-                               if (path.isNull())
-                                   return pDialog->reject();
-                               pDialog->findChild<QLineEdit*>("fileNameEdit")->setText(path);
-                               QMetaObject::invokeMethod(pDialog, "accept");
-                           });
+        const FileDialogAnswer answer(path);
         actionOf(importMenu()->actions(), "Local")->trigger();
-        return seen;
+        return answer.seen;
     }
 
     /// Answers the next box; what it said is in `boxText`.
@@ -149,14 +123,14 @@ TEST_F(SettingsTransferTest, LocalIsUploadedAndActivated)
         SCOPED_TRACE(name);
         board->requestsClear();
         const auto path = local.filePath(name);
-        write(path, bytes);
+        fileWrite(path, bytes);
         QStringList messages;
         const auto connection = QObject::connect(pMainWindow->statusBar(), &QStatusBar::messageChanged,
                                                  [&](const QString& text) { messages.append(text); });
         EXPECT_EQ(localImport(path), "Select File|" + local.path() + "|XML (*.xml)");
         QObject::disconnect(connection);
         EXPECT_EQ(messages, QStringList("Upload file from " + path));
-        EXPECT_EQ(content(QString("board/") + name), bytes);
+        EXPECT_EQ(fileRead(QString("board/") + name), bytes);
         EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), name);
         EXPECT_EQ(board->requestCount(), 2u) << "the pages are not refreshed";
     }
@@ -170,7 +144,7 @@ TEST_F(SettingsTransferTest, LocalThatIsRefused)
 
     for (const auto* name : {"a&b.xml", "h#ash.xml", "a%41.xml"})
     {
-        write(local.filePath(name), bytes);
+        fileWrite(local.filePath(name), bytes);
         localImport(local.filePath(name));
         EXPECT_TRUE(status().startsWith(QString("Upload failed: %1 can't be named to the board, ").arg(name)))
             << str(status());
@@ -183,7 +157,7 @@ TEST_F(SettingsTransferTest, LocalThatIsRefused)
     EXPECT_EQ(board->requestCount(), 0u) << "nor any of these";
 
     const auto path = local.filePath("plain.xml");
-    write(path, bytes);
+    fileWrite(path, bytes);
     board->faultSet({Fault::Error, CalibrationSet, -1, 0, "Not for this sensor"});
     QStringList messages;
     QObject::connect(pMainWindow->statusBar(), &QStatusBar::messageChanged,
@@ -192,11 +166,11 @@ TEST_F(SettingsTransferTest, LocalThatIsRefused)
     ASSERT_EQ(messages.size(), 2);
     EXPECT_EQ(messages.first(), "Upload file from " + path);
     EXPECT_TRUE(status().contains("Not for this sensor")) << str(status());
-    EXPECT_EQ(content("board/plain.xml"), bytes) << "the upload has happened";
+    EXPECT_EQ(fileRead("board/plain.xml"), bytes) << "the upload has happened";
 
     board->faultsClear();
     QFile::remove("board/plain.xml");
-    write(path, QByteArray(32 << 20, 'x'));
+    fileWrite(path, QByteArray(32 << 20, 'x'));
     board->faultSet({Fault::Silence, Fault::Upload});
     board->requestsClear();
     // The window is blocked meanwhile.
@@ -223,7 +197,7 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
     EXPECT_EQ(lastQuery(List, "file.extension") + lastQuery(List, "path"), "xml.");
 
     for (const auto* name : {"board/b.xml", "board/a&b.xml", "board/c.pgm"})
-        write(name, bytes);
+        fileWrite(name, bytes);
     QStringList names;
     for (auto* pAction : remoteMenu()->actions())
     {
@@ -263,7 +237,7 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
 
 TEST_F(SettingsTransferTest, RemoteIsActivatedAndThePageReads)
 {
-    write("board/b.xml", bytes);
+    fileWrite("board/b.xml", bytes);
     EXPECT_TRUE(hasWaitCursor(CalibrationSet, [this] { remote("b.xml", "Activate"); }));
     EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), "b.xml");
     EXPECT_EQ(sent(AeConfigGet), 1u);
@@ -293,17 +267,17 @@ TEST_F(SettingsTransferTest, RemoteIsDownloadedAndRemovedWhateverItsName)
     for (const auto* name : {"b.xml", "a b+=ä€.xml", "50% x.xml"})
     {
         SCOPED_TRACE(name);
-        write(QString("board/") + name, bytes);
-        write(local.filePath(name), "an earlier file");
+        fileWrite(QString("board/") + name, bytes);
+        fileWrite(local.filePath(name), "an earlier file");
         remote(name, "Download");
-        EXPECT_EQ(content(local.filePath(name)), bytes + '\n');
+        EXPECT_EQ(fileRead(local.filePath(name)), bytes + '\n');
         EXPECT_EQ(status(), "Save file " + QString(name) + " to " + local.path());
         answerNext(QMessageBox::Yes);
         remote(name, "Remove");
         EXPECT_FALSE(QFile::exists(QString("board/") + name));
     }
     EXPECT_EQ(localFiles().size(), 3);
-    write("board/b.xml", bytes);
+    fileWrite("board/b.xml", bytes);
     EXPECT_TRUE(hasWaitCursor(Fault::Download, [this] { remote("b.xml", "Download"); }));
 }
 
@@ -319,8 +293,8 @@ TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreRefused)
         SCOPED_TRACE(row.name);
         for (const auto* name : {row.name, row.other})
         {
-            write(QString("board/") + name, bytes);
-            write(local.filePath(name), "an earlier file");
+            fileWrite(QString("board/") + name, bytes);
+            fileWrite(local.filePath(name), "an earlier file");
         }
         remote(row.name, "Activate");
         EXPECT_EQ(lastQuery(CalibrationSet, "calib.file"), row.name) << "no address is needed";
@@ -334,8 +308,8 @@ TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreRefused)
         EXPECT_EQ(board->requestCount(), sent(List));
         for (const auto* name : {row.name, row.other})
         {
-            EXPECT_EQ(content(QString("board/") + name), bytes);
-            EXPECT_EQ(content(local.filePath(name)), "an earlier file");
+            EXPECT_EQ(fileRead(QString("board/") + name), bytes);
+            EXPECT_EQ(fileRead(local.filePath(name)), "an earlier file");
         }
     }
     board->answerSet(CalibrationGet, "calib.file", "\xff.xml");
@@ -346,8 +320,8 @@ TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreRefused)
 
 TEST_F(SettingsTransferTest, WindowThatIsClosedMeanwhileLeavesWholeFiles)
 {
-    write("board/b.xml", bytes);
-    write(local.filePath("mine.xml"), bytes);
+    fileWrite("board/b.xml", bytes);
+    fileWrite(local.filePath("mine.xml"), bytes);
     const struct
     {
         int64_t id;
@@ -361,7 +335,7 @@ TEST_F(SettingsTransferTest, WindowThatIsClosedMeanwhileLeavesWholeFiles)
         SCOPED_TRACE(row.id);
         closedDuring(row.id, row.action);
         for (const auto& name : localFiles())
-            EXPECT_EQ(content(local.filePath(name)), content("board/" + name) + (name == "mine.xml" ? "" : "\n"));
+            EXPECT_EQ(fileRead(local.filePath(name)), fileRead("board/" + name) + (name == "mine.xml" ? "" : "\n"));
         open();
     }
     EXPECT_GE(localFiles().size(), 3);
@@ -377,13 +351,13 @@ TEST_F(SettingsTransferTest, LineWithoutFilesGoesOnAsUsual)
     open();
     config.preferences.server.type = "http";
     for (const auto* name : {"board/b.xml", "board/mine.xml"})
-        write(name, bytes);
+        fileWrite(name, bytes);
     const auto mine = local.filePath("mine.xml");
-    write(mine, bytes);
+    fileWrite(mine, bytes);
     for (const auto& earlier : {QByteArray("no file"), QByteArray("an earlier file")})
     {
         if (earlier != "no file")
-            write(local.filePath("b.xml"), earlier);
+            fileWrite(local.filePath("b.xml"), earlier);
         board->requestsClear();
         localImport(mine);
         EXPECT_EQ(status(), "Upload file from " + mine);
@@ -392,14 +366,14 @@ TEST_F(SettingsTransferTest, LineWithoutFilesGoesOnAsUsual)
         EXPECT_EQ(status(), "Save file b.xml to " + local.path());
         exportAll();
         EXPECT_TRUE(status().startsWith("Save ") && status().endsWith(" to " + local.path())) << str(status());
-        EXPECT_EQ(content(local.filePath("b.xml")), earlier);
+        EXPECT_EQ(fileRead(local.filePath("b.xml")), earlier);
     }
     EXPECT_EQ(localFiles(), QStringList({"b.xml", "mine.xml"})) << "nothing was saved";
 }
 
 TEST_F(SettingsTransferTest, RemoteIsRemovedWhenTheUserIsSure)
 {
-    write("board/b.xml", bytes);
+    fileWrite("board/b.xml", bytes);
     answerNext(QMessageBox::No);
     remote("b.xml", "Remove");
     EXPECT_EQ(boxText, "Warning: This action can't be undone|Are you sure to remove this file from remote?");
@@ -432,7 +406,7 @@ TEST_F(SettingsTransferTest, ExportFetchesWhatTheBoardWrote)
     const auto names = QDir("board").entryList(QDir::Files);
     ASSERT_EQ(names.size(), 1);
     EXPECT_EQ(localFiles(), names);
-    EXPECT_EQ(content(local.filePath(names[0])), content("board/" + names[0]) + '\n');
+    EXPECT_EQ(fileRead(local.filePath(names[0])), fileRead("board/" + names[0]) + '\n');
     EXPECT_EQ(status(), "Save " + names[0] + " to " + local.path());
 
     board->faultSet({Fault::Error, CalibrationGet, 1, 0, "No room"});
@@ -451,30 +425,30 @@ TEST_F(SettingsTransferTest, ExportFetchesWhatTheBoardWrote)
 
 TEST_F(SettingsTransferTest, BrokenTransfersLeaveNoPart)
 {
-    write("board/b.xml", bytes);
+    fileWrite("board/b.xml", bytes);
     for (const auto kind : {Fault::ResetInBody, Fault::BodyShort, Fault::ChunkedCut, Fault::NotHttp, Fault::Close})
     {
         SCOPED_TRACE(kind);
         board->faultSet({kind, Fault::Download});
-        write(local.filePath("b.xml"), "an earlier file");
+        fileWrite(local.filePath("b.xml"), "an earlier file");
         remote("b.xml", "Download");
         EXPECT_FALSE(status().startsWith("Save")) << str(status());
-        EXPECT_EQ(content(local.filePath("b.xml")), "an earlier file");
+        EXPECT_EQ(fileRead(local.filePath("b.xml")), "an earlier file");
         QFile::remove(local.filePath("b.xml"));
         remote("b.xml", "Download");
-        EXPECT_LE(content(local.filePath("b.xml")).size(), 0) << "empty, never a part";
+        EXPECT_LE(fileRead(local.filePath("b.xml")).size(), 0) << "empty, never a part";
         EXPECT_EQ(localFiles(), QStringList("b.xml"));
         exportAll();
         EXPECT_FALSE(status().startsWith("Save")) << str(status());
         for (const auto& name : localFiles())
-            EXPECT_TRUE(content(local.filePath(name)).isEmpty() && QFile::remove(local.filePath(name)));
+            EXPECT_TRUE(fileRead(local.filePath(name)).isEmpty() && QFile::remove(local.filePath(name)));
     }
 }
 
 TEST_F(SettingsTransferTest, WhatCannotBeSavedIsNotCalledSaved)
 {
-    write("board/b.xml", bytes);
-    write(local.filePath("file"), "in the way");
+    fileWrite("board/b.xml", bytes);
+    fileWrite(local.filePath("file"), "in the way");
     QDir(local.path()).mkpath("taken/b.xml");
     for (const auto* name : {"gone", "file", "file/below", "taken"})
     {
@@ -487,7 +461,7 @@ TEST_F(SettingsTransferTest, WhatCannotBeSavedIsNotCalledSaved)
                                 : "Download failed: " + directory + " is no directory that can be written");
     }
     EXPECT_EQ(sent(Fault::Download), 0u) << "told before anything is fetched";
-    EXPECT_EQ(content(local.filePath("file")), "in the way");
+    EXPECT_EQ(fileRead(local.filePath("file")), "in the way");
     config.preferences.calibration.path = "/proc/self";
     exportAll();
     EXPECT_TRUE(status().contains("failed")) << str(status());

@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -45,4 +48,35 @@ public:
     }
 
     QStringList texts;
+};
+
+/// Enters a path in the file dialog that opens during its life, and agrees to a question behind it; a null path
+/// cancels.
+class FileDialogAnswer : public Modals
+{
+public:
+    explicit FileDialogAnswer(const QString& path)
+        : Modals(
+              [this, path](QDialog& dialog)
+              {
+                  if (auto* pBox = qobject_cast<QMessageBox*>(&dialog))
+                      return pBox->button(QMessageBox::Yes)->click();
+                  auto* pDialog = qobject_cast<QFileDialog*>(&dialog);
+                  if (!pDialog || !seen.isEmpty())
+                      return;
+                  auto* pName = pDialog->findChild<QLineEdit*>("fileNameEdit");
+                  seen = pDialog->windowTitle() + "|" + pDialog->directory().path() + "|" +
+                         pDialog->nameFilters().join(",");
+                  suggested = pName->text();
+                  if (path.isNull())
+                      return pDialog->reject();
+                  pName->setText(path);
+                  // Not from within: a question of the dialog's own would have to be answered from here as well.
+                  QMetaObject::invokeMethod(pDialog, "accept", Qt::QueuedConnection);
+              })
+    {
+    }
+
+    QString seen;      ///< title, directory and filters
+    QString suggested; ///< the name that stood in the dialog
 };
