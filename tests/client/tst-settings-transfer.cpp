@@ -4,7 +4,6 @@
 #include "tuning-client/source/control/failure-guard.h"
 #include "tuning-client/source/control/remote-file.h"
 
-#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
