@@ -7,7 +7,7 @@
 #include "tuning-client/source/chip/chips.h"
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/dom-tree-widget.h"
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/xml-document.h"
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/module/calibration-data-widget.h"

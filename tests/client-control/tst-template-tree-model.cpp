@@ -1,6 +1,6 @@
 #include "tuning-client/source/module/template-tree-model.h"
 
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/xml-document.h"
 
 #include <QAbstractItemModelTester>
 #include <QFile>

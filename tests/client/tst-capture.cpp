@@ -2,11 +2,11 @@
 
 #include "tests/support/board-fixture.h"
 #include "tests/support/modals.h"
-#include "tuning-client/source/control/capture.h"
-#include "tuning-client/source/control/failure-guard.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/image-viewer-main-window.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
 #include "tuning-common/source/base64.h"
 #include "tuning-rest/source/record.h"
 #include "tuning-rest/source/sensor.h"

@@ -1,8 +1,8 @@
 // The shape that most tuning pages share: switch, Reset, sliders, mode, table and level.
 
 #include "tests/support/board-fixture.h"
-#include "tuning-client/source/control/no-signals.h"
 #include "tuning-client/source/enable-auto-level-slider-abstract-widget.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/table-editor-dialog.h"
 #include "tuning-rest/source/engine.h"
 

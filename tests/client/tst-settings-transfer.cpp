@@ -1,8 +1,8 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
-#include "tuning-client/source/control/failure-guard.h"
-#include "tuning-client/source/control/remote-file.h"
+#include "tuning-client/source/file/remote-file.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
 
 #include <QMenu>
 #include <QMenuBar>

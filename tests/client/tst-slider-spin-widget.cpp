@@ -1,5 +1,5 @@
 #include "tests/support/qt-main.h"
-#include "tuning-client/source/control/record-binding.h"
+#include "tuning-client/source/shortcut/record-binding.h"
 
 #include <QClipboard>
 #include <QDoubleSpinBox>

@@ -2,8 +2,8 @@
 
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
-#include "tuning-client/source/control/wheel-filter.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-client/source/shortcut/wheel-filter.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/logic-error.h"
 

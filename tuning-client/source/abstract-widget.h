@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
 
 #include <QJsonValue>
 #include <QSize>

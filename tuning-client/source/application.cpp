@@ -1,6 +1,6 @@
 #include "tuning-client/source/application.h"
 
-#include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
 
 #include <QMainWindow>
 

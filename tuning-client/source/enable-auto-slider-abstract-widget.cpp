@@ -1,6 +1,6 @@
 #include "tuning-client/source/enable-auto-slider-abstract-widget.h"
 
-#include "tuning-client/source/control/no-signals.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/table-editor-dialog.h"
 
 #include <QCheckBox>

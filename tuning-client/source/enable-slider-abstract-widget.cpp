@@ -1,6 +1,6 @@
 #include "tuning-client/source/enable-slider-abstract-widget.h"
 
-#include "tuning-client/source/control/no-signals.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,8 +1,8 @@
 #include "tuning-client/source/image-viewer-main-window.h"
 
-#include "tuning-client/source/control/message-box.h"
 #include "tuning-client/source/control/picture-label.h"
-#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/shortcut/message-box.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 
 #include <QAction>
 #include <QFile>

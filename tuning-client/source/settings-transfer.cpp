@@ -1,10 +1,10 @@
 #include "tuning-client/source/settings-transfer.h"
 
 #include "tuning-client/source/config/config.h"
-#include "tuning-client/source/control/failure-guard.h"
-#include "tuning-client/source/control/remote-file.h"
-#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 #include "tuning-rest/source/camera.h"

@@ -1,6 +1,6 @@
 #include "tuning-client/source/table-editor-dialog.h"
 
-#include "tuning-client/source/control/message-box.h"
+#include "tuning-client/source/shortcut/message-box.h"
 #include "tuning-common/source/limits.h"
 
 #include <QDoubleValidator>

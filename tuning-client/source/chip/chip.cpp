@@ -1,6 +1,6 @@
 #include "tuning-client/source/chip/chip.h"
 
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/xml-document.h"
 #include "tuning-common/source/limits.h"
 
 #include <QXmlStreamReader>

@@ -1,6 +1,6 @@
 #include "tuning-client/source/image/yuv-file.h"
 
-#include "tuning-client/source/control/local-file.h"
+#include "tuning-client/source/file/local-file.h"
 #include "tuning-client/source/image/yuv.h"
 #include "tuning-common/source/limits.h"
 

@@ -1,8 +1,8 @@
 #include "tuning-client/source/module/3a-widget.h"
 
 #include "tuning-client/source/control/json-view.h"
-#include "tuning-client/source/control/local-file.h"
-#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/file/local-file.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-transfer/source/transfer-client.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tuning-client/source/control/record-binding.h"
 #include "tuning-client/source/enable-slider-abstract-widget.h"
+#include "tuning-client/source/shortcut/record-binding.h"
 #include "tuning-rest/source/ae.h"
 
 class ExposurePlot;

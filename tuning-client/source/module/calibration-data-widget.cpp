@@ -1,8 +1,8 @@
 #include "tuning-client/source/module/calibration-data-widget.h"
 
 #include "tuning-client/source/control/dom-tree-widget.h"
-#include "tuning-client/source/control/wait-cursor.h"
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/xml-document.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-rest/source/camera.h"

@@ -1,6 +1,6 @@
 #include "tuning-client/source/module/ec-widget.h"
 
-#include "tuning-client/source/control/no-signals.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-rest/source/ae.h"
 
 #include <QGridLayout>

@@ -1,7 +1,7 @@
 #include "tuning-client/source/module/image-widget.h"
 
 #include "tuning-client/source/config/config.h"
-#include "tuning-client/source/control/remote-file.h"
+#include "tuning-client/source/file/remote-file.h"
 #include "tuning-rest/source/image.h"
 #include "tuning-transfer/source/transfer-client.h"
 

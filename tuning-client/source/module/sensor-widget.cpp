@@ -1,9 +1,9 @@
 #include "tuning-client/source/module/sensor-widget.h"
 
-#include "tuning-client/source/control/no-signals.h"
-#include "tuning-client/source/control/remote-file.h"
-#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-client/source/shortcut/no-signals.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-rest/source/camera.h"
 
 #include <QCheckBox>

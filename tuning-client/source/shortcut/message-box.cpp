@@ -1,4 +1,4 @@
-#include "tuning-client/source/control/message-box.h"
+#include "tuning-client/source/shortcut/message-box.h"
 
 #include "tuning-common/source/limits.h"
 

@@ -1,4 +1,4 @@
-#include "tuning-client/source/control/wheel-filter.h"
+#include "tuning-client/source/shortcut/wheel-filter.h"
 
 #include <QAbstractSlider>
 #include <QAbstractSpinBox>

@@ -1,4 +1,4 @@
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/xml-document.h"
 
 #include "tuning-common/source/limits.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tuning-client/source/control/no-signals.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-rest/source/record.h"
 
 #include <QCheckBox>

@@ -1,6 +1,6 @@
-#include "tuning-client/source/control/capture.h"
+#include "tuning-client/source/file/capture.h"
 
-#include "tuning-client/source/control/remote-file.h"
+#include "tuning-client/source/file/remote-file.h"
 #include "tuning-transfer/source/transfer-client.h"
 
 #include <QFile>

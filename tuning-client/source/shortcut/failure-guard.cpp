@@ -1,4 +1,4 @@
-#include "tuning-client/source/control/failure-guard.h"
+#include "tuning-client/source/shortcut/failure-guard.h"
 
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"

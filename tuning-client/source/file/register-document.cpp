@@ -1,7 +1,7 @@
-#include "tuning-client/source/module/register-document.h"
+#include "tuning-client/source/file/register-document.h"
 
-#include "tuning-client/source/control/local-file.h"
-#include "tuning-client/source/control/xml-document.h"
+#include "tuning-client/source/file/local-file.h"
+#include "tuning-client/source/file/xml-document.h"
 
 #include <QTextStream>
 #include <QtDebug>

@@ -1,6 +1,6 @@
-#include "tuning-client/source/control/remote-file.h"
+#include "tuning-client/source/file/remote-file.h"
 
-#include "tuning-client/source/control/wait-cursor.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"

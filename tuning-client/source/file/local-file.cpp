@@ -1,4 +1,4 @@
-#include "tuning-client/source/control/local-file.h"
+#include "tuning-client/source/file/local-file.h"
 
 #include <QSaveFile>
 
