@@ -1,13 +1,19 @@
 #include "tuning-client/source/abstract-widget.h"
 
 #include "tuning-client/source/config/config.h"
-#include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-client/source/shortcut/columns.h"
+#include "tuning-client/source/shortcut/paint-now.h"
+#include "tuning-client/source/shortcut/tab-order.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-client/source/shortcut/wheel-filter.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/logic-error.h"
+#include "tuning-common/source/no-answer.h"
+#include "tuning-rest/source/abstract.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
@@ -15,7 +21,8 @@
 #include <QScrollArea>
 #include <QStatusBar>
 
-AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi) : QWidget(pParent)
+AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi, Role role_)
+    : QWidget(pParent), role(role_)
 {
     setObjectName(name);
     if (!isSetupUi)
@@ -23,6 +30,9 @@ AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSet
         auto* pLayout = new QGridLayout(this);
         auto* pScrollArea = new QScrollArea(this);
         pScrollArea->setWidgetResizable(true);
+        // The frame around a part is enough.
+        if (role == Role::Part)
+            pScrollArea->setFrameShape(QFrame::NoFrame);
         pLayout->addWidget(pScrollArea);
         auto* pContent = new QWidget;
         pScrollArea->setWidget(pContent);
@@ -39,10 +49,15 @@ AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSet
                        if (isVisible())
                            readStatus();
                    });
-    AbstractWidget::settingRestore();
+    if (isSizeKept())
+        AbstractWidget::settingRestore();
 }
 
-AbstractWidget::~AbstractWidget() { AbstractWidget::settingStore(); }
+AbstractWidget::~AbstractWidget()
+{
+    if (isSizeKept())
+        AbstractWidget::settingStore();
+}
 
 MainWindow* AbstractWidget::mainWindow() const
 {
@@ -106,9 +121,61 @@ void AbstractWidget::settingStore()
 
 void AbstractWidget::updateStatus() { announceRead(); }
 
+void AbstractWidget::ledWordsSet(const QString& on, const QString& off)
+{
+    ledOn = on;
+    ledOff = off;
+}
+
+void AbstractWidget::ledShow(bool isOn)
+{
+    const auto& words = isOn ? ledOn : ledOff;
+    if (!words.isEmpty())
+        statusBarLabelLed(isOn, words);
+}
+
+/// The page that this one stands in, if any.
+AbstractWidget* AbstractWidget::frame() const
+{
+    for (auto* pParent = parentWidget(); pParent; pParent = pParent->parentWidget())
+        if (auto* pFrame = qobject_cast<AbstractWidget*>(pParent))
+            return pFrame;
+    return nullptr;
+}
+
+QVector<AbstractWidget*> AbstractWidget::innerPages() const
+{
+    QVector<AbstractWidget*> pages;
+    for (auto* pPage : findChildren<AbstractWidget*>())
+        if (pPage->frame() == this)
+            pages.append(pPage);
+    return pages;
+}
+
+bool AbstractWidget::isSizeKept() const { return role != Role::Part && !objectName().isEmpty(); }
+
+bool AbstractWidget::isWindowSizeFree() const
+{
+    auto* pMainWindow = mainWindow();
+    return isSizeKept() && config.preferences.window.isAutoResize && pMainWindow && !pMainWindow->isMaximized();
+}
+
+/// A page must not write what it has not read from this board. A part leaves that to its frame, and what a read itself
+/// sends is what it has just read.
+bool AbstractWidget::isWriteFree()
+{
+    if (role == Role::Part || isReading || (connection != 0 && connection == rest::Abstract::connection()))
+        return true;
+    const shortcut::WaitCursor waiting;
+    readStatus();
+    if (auto* pStatusBar = statusBar())
+        pStatusBar->showMessage(tr("Not sent: the board's values had not been read yet"), 0);
+    return false;
+}
+
 void AbstractWidget::announceRead()
 {
-    if (isContainer)
+    if (role != Role::Page)
         return;
     if (auto* pStatusBar = statusBar())
         pStatusBar->showMessage(tr("Request update..."), 2000);
@@ -121,10 +188,15 @@ void AbstractWidget::announceRead()
 
 void AbstractWidget::readHandler()
 {
-    if (!isVisible() || isReading)
+    // The frame's turn came first: where nobody answered it, nobody would answer here.
+    const auto* pFrame = frame();
+    if (!isVisible() || isReading || (pFrame && pFrame->isSilent && role == Role::Page))
         return;
+    const shortcut::WaitCursor waiting;
     guarded([this] { configGet(); });
     AbstractWidget::updateStatus();
+    if (role == Role::Page)
+        shortcut::paintNow(this);
     guarded([this] { readStatus(); });
 }
 
@@ -134,34 +206,67 @@ void AbstractWidget::readStatus()
     if (isReading)
         return;
     const QScopedValueRollback<bool> reading(isReading, true);
-    updateStatus();
-}
-
-bool AbstractWidget::isWindowSizeFree() const
-{
-    auto* pMainWindow = mainWindow();
-    return config.preferences.window.isAutoResize && pMainWindow && !pMainWindow->isMaximized();
+    ++reads;
+    isSilent = false;
+    // The text of a failure that is over must not stay.
+    if (std::exchange(isStale, true))
+        announceRead();
+    try
+    {
+        updateStatus();
+    }
+    catch (const t_common::NoAnswer&)
+    {
+        isSilent = true;
+        throw;
+    }
+    isStale = false;
+    connection = rest::Abstract::connection();
 }
 
 void AbstractWidget::showEvent(QShowEvent* pEvent)
 {
+    QWidget::showEvent(pEvent);
+    // Children are shown before their parents, but the frame's read comes first: it shows its inner pages then.
+    auto* pFrame = frame();
+    if (pFrame && !pFrame->isShown)
+        return;
+    // Chosen by the user in a frame that stands: an earlier silence is no reason not to ask.
+    if (pFrame)
+        pFrame->isSilent = false;
+    showRead();
+}
+
+void AbstractWidget::showRead()
+{
+    isShown = true;
     guarded(
-        [this, pEvent]
+        [this]
         {
-            QWidget::showEvent(pEvent);
+            const shortcut::WaitCursor waiting;
             shortcut::wheelIgnore(this);
-            SliderSpinWidget::align(this);
+            shortcut::columnsAlign(this);
+            shortcut::tabOrderSet(this);
             if (isWindowSizeFree() && sizeStore.isValid())
                 mainWindow()->resize(sizeStore);
             AbstractWidget::updateStatus();
             emit read();
-            readStatus();
+            const auto* pFrame = frame();
+            if (role != Role::Page || !(isSilent || (pFrame && pFrame->isSilent)))
+                readStatus();
         });
+    for (auto* pInner : innerPages())
+        if (pInner->isVisible() && !pInner->isShown)
+            pInner->showRead();
 }
 
 void AbstractWidget::hideEvent(QHideEvent* pEvent)
 {
     QWidget::hideEvent(pEvent);
+    isShown = false;
+    for (const auto& pTimer : qAsConst(ticks))
+        if (pTimer)
+            pTimer->stop();
     if (isWindowSizeFree())
         sizeStore = mainWindow()->size();
 }
@@ -176,14 +281,41 @@ void AbstractWidget::paintEvent(QPaintEvent* pEvent)
     }
 }
 
+void AbstractWidget::connectSwitch(QCheckBox* pCheckBox, const std::function<void(bool)>& fEnableSet,
+                                   const std::function<void(bool)>& fGrey, shortcut::Grey grey)
+{
+    connect(pCheckBox, &QCheckBox::toggled, this,
+            [this, fEnableSet, fGrey, grey](bool isEnable)
+            {
+                bool isFree = false;
+                const bool isDone = guarded(
+                    [&]
+                    {
+                        isFree = isWriteFree();
+                        if (!isFree)
+                            return;
+                        fEnableSet(isEnable);
+                        ledShow(isEnable);
+                    });
+                if (isFree && (isDone || grey == shortcut::Grey::Always))
+                    fGrey(!isEnable);
+            });
+}
+
 void AbstractWidget::connectTick(QTimer* pTimer, const std::function<void()>& action)
 {
+    ticks.append(pTimer);
     connect(pTimer, &QTimer::timeout, this,
             [this, pTimer, action]
             {
                 QElapsedTimer clock;
                 clock.start();
-                guarded(action);
+                const bool wasStale = isStale;
+                const auto readsBefore = reads;
+                if (!guarded(action))
+                    isStale = true;
+                else if (wasStale && reads == readsBefore)
+                    readHandler();
                 if (pTimer->isActive() && clock.elapsed() > pTimer->interval() / 2)
                     pTimer->start();
             });

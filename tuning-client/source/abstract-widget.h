@@ -1,13 +1,19 @@
 #pragma once
 
+#include "tuning-client/source/shortcut/enable-box.h"
 #include "tuning-client/source/shortcut/failure-guard.h"
 
 #include <QJsonValue>
+#include <QPointer>
 #include <QSize>
 #include <QTimer>
+#include <QVector>
 #include <QWidget>
 
+#include <cstdint>
+
 class MainWindow;
+class QCheckBox;
 class QGridLayout;
 class QLabel;
 class QStatusBar;
@@ -20,14 +26,35 @@ class ClientHolder;
 /// Base of every tuning page and of the preference pages: a scrolling grid for the controls, reading when shown,
 /// failures in the status bar, and the size of the main window remembered for each page. A page talks to the board only
 /// while it is shown. All helpers work without a main window as well.
+///
+/// Who reads when, from the user down to the board:
+///
+/// | name             | kind            | called by                                | does |
+/// |------------------|-----------------|------------------------------------------|--------------------------------------|
+/// | MainWindow::refresh() | signal     | "Refresh Status", "Activate", a new board | emits every page's `read()` | |
+/// read()           | signal          | that one; `showEvent`                    | runs `readHandler()` | |
+/// readHandler()    | function        | `read()`; the first good tick after a failure | announces, then `readStatus()`,
+/// if visible | | refresh()        | signal          | a page after its reset or a mode; the tick of Auto |
+/// `readStatus()`, if visible | | readStatus()     | function        | the three above; a write that has no read before
+/// it | runs `updateStatus()` and keeps how it ended | | announceRead()   | function        | `configGet()`,
+/// `updateStatus()` of the base | "Request update..." and a grey LED | | updateStatus()   | virtual         |
+/// `readStatus()`; a page's own reset       | the page's read: asks the board and shows |
 class AbstractWidget : public QWidget
 {
     Q_OBJECT
 
 public:
-    /// `name` becomes the object name and is the key of the page's stored settings. With `isSetupUi` the page lays
-    /// itself out.
-    AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi = false);
+    /// What a page is to the window around it.
+    enum class Role
+    {
+        Page,      ///< reads for itself and announces it; remembers a size of the main window
+        Container, ///< holds pages that read for themselves; announces no read
+        Part       ///< a tab on another page's record, or a page without commands: no read and no size either
+    };
+
+    /// `name` becomes the object name and is the key of the page's stored settings; a page without a name has none.
+    /// With `isSetupUi` the page lays itself out.
+    AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi = false, Role role = Role::Page);
     ~AbstractWidget() override;
 
     MainWindow* mainWindow() const;
@@ -50,6 +77,19 @@ public:
     /// Reads the module from the board and shows it. The base only tells the user that a read begins.
     virtual void updateStatus();
 
+    /// Runs `action`, which writes values of this page, inside the guard. If they do not come from the board that is
+    /// connected now, nothing is written: the page reads and shows them instead, and says so.
+    template <class Action>
+    void writeGuarded(Action&& action)
+    {
+        guarded(
+            [&]
+            {
+                if (isWriteFree())
+                    action();
+            });
+    }
+
     QSize sizeStore;                              ///< of the main window, for this page; invalid until known
     QGridLayout* pGridLayoutScrollArea = nullptr; ///< null when the page lays itself out
 
@@ -70,27 +110,64 @@ protected:
         return shortcut::guarded(this, std::forward<Action>(action));
     }
 
-    /// Connects `signal` to `action` inside the guard.
+    /// Connects `signal` to `action` inside the guard: for what reads, resets or opens.
     template <class Sender, class Signal, class Action>
     void connectGuarded(const Sender* pSender, Signal signal, Action action)
     {
         shortcut::connectGuarded(this, pSender, signal, action);
     }
 
-    /// Runs `action` inside the guard at each tick. After a tick that took long the interval begins anew, so that a
-    /// board that is gone leaves the user time between two time limits.
+    /// Connects `signal` to `action`, which writes values of the page: see `writeGuarded`.
+    template <class Sender, class Signal, class Action>
+    void connectWrite(const Sender* pSender, Signal signal, Action action)
+    {
+        shortcut::connectGuarded(this, pSender, signal,
+                                 [this, action](auto... arguments)
+                                 {
+                                     if (!isWriteFree())
+                                         return;
+                                     if constexpr (std::is_invocable_v<Action, decltype(arguments)...>)
+                                         action(arguments...);
+                                     else
+                                         action();
+                                 });
+    }
+
+    /// Connects the box that switches a module: it runs `fEnableSet`, then the LED says what the board does now, and
+    /// `fGrey` enables the module's controls while it is off.
+    void connectSwitch(QCheckBox* pCheckBox, const std::function<void(bool)>& fEnableSet,
+                       const std::function<void(bool)>& fGrey, shortcut::Grey grey = shortcut::Grey::AfterSuccess);
+
+    /// Runs `action` inside the guard at each tick while the page is shown; hiding the page stops the timer. After a
+    /// tick that took long the interval begins anew, so that a board that is gone leaves the user time between two time
+    /// limits. The first good tick after a failure reads the page.
     void connectTick(QTimer* pTimer, const std::function<void()>& action);
 
-    /// The page only holds pages that read for themselves: it announces no reads, so that the LED and the failure text
-    /// of those pages stay.
-    void containerSet() { isContainer = true; }
+    /// The words of the LED's tool tip. A page without words leaves the LED alone.
+    void ledWordsSet(const QString& on, const QString& off);
+
+    /// The LED in the page's words.
+    void ledShow(bool isOn);
 
 private:
+    AbstractWidget* frame() const;
+    QVector<AbstractWidget*> innerPages() const;
+    bool isSizeKept() const;
+    bool isWindowSizeFree() const;
+    bool isWriteFree();
     void announceRead();
     void readHandler();
     void readStatus();
-    bool isWindowSizeFree() const;
+    void showRead();
 
-    bool isContainer = false;
-    bool isReading = false;
+    const Role role;
+    bool isShown = false;         ///< its show has been worked off
+    bool isReading = false;       ///< in the middle of `readStatus()`
+    bool isSilent = false;        ///< the last read ended without an answer
+    bool isStale = false;         ///< the last read or tick failed
+    unsigned reads = 0;           ///< calls of `readStatus()`
+    std::uint64_t connection = 0; ///< the one that the last good read came through; 0 for none
+    QString ledOn;
+    QString ledOff;
+    QVector<QPointer<QTimer>> ticks;
 };

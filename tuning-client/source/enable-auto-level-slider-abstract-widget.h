@@ -10,8 +10,11 @@ class EnableAutoLevelSliderAbstractWidget : public EnableAutoSliderAbstractWidge
 public:
     EnableAutoLevelSliderAbstractWidget(QWidget* pParent, const QString& name, int count);
 
-    void childrenWidgetsEnableSet(bool isEnable) override;
     void workModeChanged(bool isAuto) override;
 
     SliderSpinWidget* pSliderSpinWidgetLevel;
+
+protected:
+    /// Without the level slider.
+    QVector<QWidget*> childrenWidgets() const override;
 };

@@ -1,6 +1,5 @@
 #include "tuning-client/source/enable-auto-slider-abstract-widget.h"
 
-#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/table-editor-dialog.h"
 
 #include <QCheckBox>
@@ -14,64 +13,66 @@ EnableAutoSliderAbstractWidget::EnableAutoSliderAbstractWidget(QWidget* pParent,
       pPushButtonEditTable(new QPushButton(tr("Edit Auto Algorithm Table"))),
       pTimer(new QTimer(this))
 {
+    auto rows = form(pGridLayoutReserved);
     pComboBoxWorkMode->addItems({tr("Manual"), tr("Auto")});
-    controlAdd(pGridLayoutReserved, tr("Working Mode"), pComboBoxWorkMode);
-    pGridLayoutReserved->addWidget(pPushButtonEditTable, pGridLayoutReserved->rowCount(), 1);
-    connectGuarded(pComboBoxWorkMode, QOverload<int>::of(&QComboBox::currentIndexChanged),
-                   [this]
-                   {
-                       workModeChanged(isAuto());
-                       configSet();
-                   });
+    rows.labelled(tr("Working Mode"), pComboBoxWorkMode);
+    pGridLayoutReserved->addWidget(pPushButtonEditTable, pGridLayoutReserved->rowCount(), 1, 1,
+                                   shortcut::Form::columns - 1, Qt::AlignLeft);
+    connectWrite(pComboBoxWorkMode, QOverload<int>::of(&QComboBox::currentIndexChanged),
+                 [this]
+                 {
+                     workModeChanged(isAuto());
+                     configSet();
+                 });
     connectGuarded(pPushButtonEditTable, &QPushButton::clicked, [this] { editTable(); });
 
     pTimer->setInterval(1000);
     connectTick(pTimer, [this] { emit refresh(); });
+    // Also after a failed command: a box that is off stops the timer at once.
+    connect(pCheckBoxEnable, &QCheckBox::toggled, this, [this](bool isEnable) { stateFollow(isEnable, isAuto()); });
 
-    // Auto until the first read says otherwise. The handler is at its base version here: no command is sent.
-    pComboBoxWorkMode->setCurrentText(tr("Auto"));
+    // Auto until the first read says otherwise. No command is sent for it.
+    shortcut::NoSignals::setCurrentText(pComboBoxWorkMode, tr("Auto"));
+    EnableAutoSliderAbstractWidget::workModeChanged(true);
 }
 
 void EnableAutoSliderAbstractWidget::editTable() {}
 
 void EnableAutoSliderAbstractWidget::workModeChanged(bool isAuto)
 {
-    pPushButtonEditTable->setVisible(isAuto);
     for (auto* pSlider : qAsConst(sliderSpinWidgets))
         pSlider->setEnabled(!isAuto);
+    stateFollow(pCheckBoxEnable->isChecked(), isAuto);
 }
 
-void EnableAutoSliderAbstractWidget::enableSet(bool isEnable) { timerSet(isEnable, isAuto()); }
+void EnableAutoSliderAbstractWidget::childrenWidgetsEnableSet(bool isEnable)
+{
+    EnableSliderAbstractWidget::childrenWidgetsEnableSet(isEnable);
+    stateFollow(pCheckBoxEnable->isChecked(), isAuto());
+}
 
-void EnableAutoSliderAbstractWidget::updateStatus() { timerSet(pCheckBoxEnable->isChecked(), isAuto()); }
+void EnableAutoSliderAbstractWidget::enableSet(bool isEnable) { timerSet(isEnable && isAuto()); }
+
+void EnableAutoSliderAbstractWidget::updateStatus() { timerSet(pCheckBoxEnable->isChecked() && isAuto()); }
 
 void EnableAutoSliderAbstractWidget::showEvent(QShowEvent* pEvent)
 {
     AbstractWidget::showEvent(pEvent);
-    if (pCheckBoxEnable->isChecked() && isAuto())
-        pTimer->start();
-}
-
-void EnableAutoSliderAbstractWidget::hideEvent(QHideEvent* pEvent)
-{
-    pTimer->stop();
-    AbstractWidget::hideEvent(pEvent);
+    stateFollow(pCheckBoxEnable->isChecked(), isAuto());
 }
 
 bool EnableAutoSliderAbstractWidget::isAuto() const { return pComboBoxWorkMode->currentText() == tr("Auto"); }
-
-void EnableAutoSliderAbstractWidget::timerSet(bool isEnable, bool isAuto)
-{
-    if (!isEnable || !isAuto)
-        pTimer->stop();
-    else if (!pTimer->isActive())
-        pTimer->start();
-}
 
 void EnableAutoSliderAbstractWidget::workModeShow(bool isAuto)
 {
     shortcut::NoSignals::setCurrentText(pComboBoxWorkMode, isAuto ? tr("Auto") : tr("Manual"));
     workModeChanged(isAuto);
+}
+
+void EnableAutoSliderAbstractWidget::stateShow(bool isEnable, bool isAuto)
+{
+    enableShow(isEnable);
+    workModeShow(isAuto);
 }
 
 void EnableAutoSliderAbstractWidget::tableEdit(const std::function<void(Json::Value&)>& fTableGet,
@@ -85,4 +86,22 @@ void EnableAutoSliderAbstractWidget::tableEdit(const std::function<void(Json::Va
     Json::Value jEdited;
     dialog.tableGet(jEdited);
     fTableSet(jEdited);
+}
+
+/// The state table. In Manual the order of a page's own steps decides over the sliders.
+void EnableAutoSliderAbstractWidget::stateFollow(bool isEnable, bool isAuto)
+{
+    pPushButtonEditTable->setVisible(isAuto);
+    if (isAuto)
+        for (auto* pSlider : qAsConst(sliderSpinWidgets))
+            pSlider->setEnabled(false);
+    timerSet(isEnable && isAuto && isVisible());
+}
+
+void EnableAutoSliderAbstractWidget::timerSet(bool isRunning)
+{
+    if (!isRunning)
+        pTimer->stop();
+    else if (!pTimer->isActive())
+        pTimer->start();
 }

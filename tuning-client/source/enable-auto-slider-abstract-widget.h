@@ -10,6 +10,14 @@ class QComboBox;
 
 /// A tuning page whose module can also be driven by the board, from a gain table: a Manual or Auto selector, a button
 /// that opens the table, and a timer that keeps the visible page up to date while the board drives.
+///
+/// What a page looks like in each state:
+///
+/// | module | mode   | timer               | sliders                          | table button | Level          |
+/// |--------|--------|---------------------|----------------------------------|--------------|----------------|
+/// | any    | Manual | stopped             | follow `childrenWidgetsEnableSet` | hidden       | hidden         |
+/// | off    | Auto   | stopped             | disabled                         | shown        | shown          |
+/// | on     | Auto   | runs while shown    | disabled                         | shown        | shown, usable  |
 class EnableAutoSliderAbstractWidget : public EnableSliderAbstractWidget
 {
     Q_OBJECT
@@ -23,6 +31,8 @@ public:
     /// Shows what the mode offers: the table button in Auto, the sliders in Manual.
     virtual void workModeChanged(bool isAuto);
 
+    /// In Auto the sliders stay disabled whatever is freed.
+    void childrenWidgetsEnableSet(bool isEnable) override;
     void enableSet(bool isEnable) override;
     void updateStatus() override;
 
@@ -32,17 +42,26 @@ public:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
-    void hideEvent(QHideEvent* pEvent) override;
 
     bool isAuto() const;
-
-    /// Starts the timer if the module is on and the board drives it, else stops it.
-    void timerSet(bool isEnable, bool isAuto);
 
     /// Shows the mode as read, without the combo box's signals.
     void workModeShow(bool isAuto);
 
+    /// What a read shows of switch and mode, in the usual order: the box, the greying, the LED, the mode and the timer.
+    void stateShow(bool isEnable, bool isAuto);
+
     /// Fetches the table, lets the user edit it, and sends it back if he applied it.
+    template <class Service, class... Generation>
+    void tableEdit(Generation... generation)
+    {
+        tableEdit([=](Json::Value& jTable) { Service().tableGet(jTable, generation...); },
+                  [=](const Json::Value& jTable) { Service().tableSet(jTable, generation...); });
+    }
+
+private:
     void tableEdit(const std::function<void(Json::Value&)>& fTableGet,
                    const std::function<void(const Json::Value&)>& fTableSet);
+    void stateFollow(bool isEnable, bool isAuto);
+    void timerSet(bool isRunning);
 };

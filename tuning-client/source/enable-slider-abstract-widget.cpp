@@ -1,10 +1,7 @@
 #include "tuning-client/source/enable-slider-abstract-widget.h"
 
-#include "tuning-client/source/shortcut/no-signals.h"
-
 #include <QCheckBox>
 #include <QGridLayout>
-#include <QLabel>
 #include <QPushButton>
 
 EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const QString& name, int count)
@@ -15,38 +12,28 @@ EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const Q
       pGridLayoutSliderSpinWidgetCollection(new QGridLayout)
 {
     pGridLayoutScrollArea->addWidget(pCheckBoxEnable, 0, 0);
-    connectGuarded(pCheckBoxEnable, &QCheckBox::toggled, [this](bool isEnable) { enableSet(isEnable); });
+    connectWrite(pCheckBoxEnable, &QCheckBox::toggled,
+                 [this](bool isEnable)
+                 {
+                     enableSet(isEnable);
+                     ledShow(isEnable);
+                 });
 
-    pGridLayoutScrollArea->addWidget(pPushButtonRest, 0, 1);
+    pGridLayoutScrollArea->addWidget(pPushButtonRest, 0, 1, Qt::AlignLeft);
     connectGuarded(pPushButtonRest, &QPushButton::clicked, [this] { reset(); });
 
-    pGridLayoutScrollArea->addLayout(pGridLayoutReserved, 1, 0, 1, 2);
-    pGridLayoutScrollArea->addLayout(pGridLayoutSliderSpinWidgetCollection, 2, 0, 1, 2);
+    pGridLayoutScrollArea->addLayout(pGridLayoutReserved, 1, 0, 1, shortcut::Form::columns);
+    pGridLayoutScrollArea->addLayout(pGridLayoutSliderSpinWidgetCollection, 2, 0, 1, shortcut::Form::columns);
+    auto sliders = form(pGridLayoutSliderSpinWidgetCollection);
     for (int i = 0; i < count; ++i)
-    {
-        auto* pSlider = new SliderSpinWidget(tr("SliderSpinWidget %1").arg(i), nullptr);
-        pGridLayoutSliderSpinWidgetCollection->addWidget(pSlider, i, 0);
-        connectGuarded(pSlider, &SliderSpinWidget::valueChanged, [this] { configSet(); });
-        sliderSpinWidgets.append(pSlider);
-    }
+        sliderSpinWidgets.append(sliders.slider(tr("SliderSpinWidget %1").arg(i), 0, 99.99, 2));
 }
 
-QVector<QWidget*> EnableSliderAbstractWidget::childrenWidgets() const
-{
-    QVector<QWidget*> widgets;
-    for (auto* pChild : pGridLayoutScrollArea->parentWidget()->children())
-    {
-        auto* pWidget = qobject_cast<QWidget*>(pChild);
-        if (pWidget && pWidget != pCheckBoxEnable)
-            widgets.append(pWidget);
-    }
-    return widgets;
-}
+QVector<QWidget*> EnableSliderAbstractWidget::childrenWidgets() const { return shortcut::siblings(pCheckBoxEnable); }
 
 void EnableSliderAbstractWidget::childrenWidgetsEnableSet(bool isEnable)
 {
-    for (auto* pWidget : childrenWidgets())
-        pWidget->setEnabled(isEnable);
+    shortcut::enabledSet(childrenWidgets(), isEnable);
 }
 
 void EnableSliderAbstractWidget::configSet() {}
@@ -65,20 +52,19 @@ SliderSpinWidget* EnableSliderAbstractWidget::slider(int index, const QString& t
     return pSlider;
 }
 
-void EnableSliderAbstractWidget::controlAdd(QGridLayout* pGridLayout, const QString& text, QWidget* pControl)
+shortcut::Form EnableSliderAbstractWidget::form(QGridLayout* pGrid)
 {
-    // A grid without items already counts one row.
-    const int row = pGridLayout->count() == 0 ? 0 : pGridLayout->rowCount();
-    auto* pLabel = new QLabel(text);
-    pLabel->setBuddy(pControl);
-    pControl->setAccessibleName(text);
-    pGridLayout->addWidget(pLabel, row, 0);
-    pGridLayout->addWidget(pControl, row, 1);
+    return {this, pGrid, [this](QObject*) { configSet(); }};
 }
 
-void EnableSliderAbstractWidget::enableShow(bool isEnable, const QString& textOn, const QString& textOff)
+void EnableSliderAbstractWidget::enableBoxShow(bool isEnable)
 {
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
+}
+
+void EnableSliderAbstractWidget::enableShow(bool isEnable)
+{
+    enableBoxShow(isEnable);
     childrenWidgetsEnableSet(!isEnable);
-    statusBarLabelLed(isEnable, isEnable ? textOn : textOff);
+    ledShow(isEnable);
 }

@@ -1,12 +1,12 @@
 #pragma once
 
 #include "tuning-client/source/abstract-widget.h"
+#include "tuning-client/source/shortcut/form.h"
 
 #include <QVector>
 
 class QCheckBox;
 class QPushButton;
-class SliderSpinWidget;
 
 /// A tuning page with a box that switches the module on, a Reset button and a column of sliders. Each change of a
 /// control sends at once.
@@ -17,6 +17,8 @@ class EnableSliderAbstractWidget : public AbstractWidget
 public:
     /// Makes `count` sliders; the page gives each its text and range with `slider()`.
     EnableSliderAbstractWidget(QWidget* pParent, const QString& name, int count);
+
+    using AbstractWidget::configSet;
 
     /// Greys or frees all controls but the enable box.
     virtual void childrenWidgetsEnableSet(bool isEnable);
@@ -39,12 +41,32 @@ protected:
     /// Gives slider `index` its text, range and decimals.
     SliderSpinWidget* slider(int index, const QString& text, double min, double max, int decimals = 0);
 
-    /// A labelled control in the next row of `pGridLayout`.
-    void controlAdd(QGridLayout* pGridLayout, const QString& text, QWidget* pControl);
+    /// Rows on `pGrid` that send the record when they change.
+    shortcut::Form form(QGridLayout* pGrid);
 
-    /// Shows the switch as read: the box, the greying and the LED.
-    void enableShow(bool isEnable, const QString& textOn, const QString& textOff);
+    /// What `childrenWidgetsEnableSet` greys: all controls of the page but the enable box.
+    virtual QVector<QWidget*> childrenWidgets() const;
 
-    /// All controls of the page but the enable box.
-    QVector<QWidget*> childrenWidgets() const;
+    /// The box as read, without its signal.
+    void enableBoxShow(bool isEnable);
+
+    /// What a read shows of the switch, in the usual order: the box, the greying and the LED. A page that mixes them
+    /// in its own order calls the steps.
+    void enableShow(bool isEnable);
+
+    /// The usual `enableSet`: the command, then the greying.
+    template <class Service, class... Generation>
+    void enableSend(bool isEnable, Generation... generation)
+    {
+        Service().enableSet(isEnable, generation...);
+        childrenWidgetsEnableSet(!isEnable);
+    }
+
+    /// The usual `reset`: the command, then a read.
+    template <class Service, class... Generation>
+    void resetSend(Generation... generation)
+    {
+        Service().reset(generation...);
+        updateStatus();
+    }
 };

@@ -156,7 +156,7 @@ void MainWindow::menusBuild()
     pMenuFile->addAction(tr("E&xit"), this, &QWidget::close);
 
     auto* pMenuEdit = menuBar()->addMenu(tr("&Edit"));
-    pMenuEdit->addAction(tr("&Preferences"), this, [] { (new PreferencesDialog(nullptr))->exec(); });
+    pMenuEdit->addAction(tr("&Preferences"), this, &MainWindow::preferencesShow);
 
     docksBuild();
 
@@ -167,6 +167,15 @@ void MainWindow::menusBuild()
 
     auto* pMenuHelp = menuBar()->addMenu(tr("&Help"));
     pMenuHelp->addAction(tr("&About ISP Tuning Tools..."), this, [this] { (new AboutDialog(this))->show(); });
+}
+
+/// With another board behind the window, what the page shows is no longer true.
+void MainWindow::preferencesShow()
+{
+    const auto connection = rest::Abstract::connection();
+    (new PreferencesDialog(nullptr))->exec();
+    if (rest::Abstract::connection() != connection)
+        emit refresh();
 }
 
 void MainWindow::docksBuild()

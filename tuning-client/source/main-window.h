@@ -56,6 +56,7 @@ protected:
 private:
     Json::Value serverConfig();
     void menusBuild();
+    void preferencesShow();
     void docksBuild();
     QDockWidget* dockBuild(QMenu* pMenu, Qt::DockWidgetArea area, const QString& title, const QString& actionText,
                            QWidget* pWidget, bool isShown);

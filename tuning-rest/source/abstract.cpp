@@ -11,9 +11,16 @@ namespace rest
 namespace
 {
 t_transfer::ClientHolder* pClientHolder = nullptr;
+std::uint64_t holders = 0;
+} // namespace
+
+void Abstract::clientHolderSet(t_transfer::ClientHolder& clientHolder)
+{
+    pClientHolder = &clientHolder;
+    ++holders;
 }
 
-void Abstract::clientHolderSet(t_transfer::ClientHolder& clientHolder) { pClientHolder = &clientHolder; }
+std::uint64_t Abstract::connection() { return pClientHolder ? holders : 0; }
 
 void Abstract::clientHolderForget(const t_transfer::ClientHolder& clientHolder)
 {

@@ -4,6 +4,7 @@
 #include "tuning-rest/source/answer.h"
 #include "tuning-rest/source/command.h"
 
+#include <cstdint>
 #include <functional>
 
 namespace t_transfer
@@ -30,6 +31,9 @@ class Abstract : public t_common::Version
 public:
     /// Installs the way to the board, for all command objects. The holder stays its owner's.
     static void clientHolderSet(t_transfer::ClientHolder& clientHolder);
+
+    /// The number of the holder that stands now; each `clientHolderSet` counts up. 0 when there is none.
+    static std::uint64_t connection();
 
     /// Forgets `clientHolder` if it is the installed one: its owner is about to delete it.
     static void clientHolderForget(const t_transfer::ClientHolder& clientHolder);

@@ -7,9 +7,10 @@
 #include <QStackedWidget>
 
 MultiWidget::MultiWidget(QWidget* pParent, const QString& name)
-    : AbstractWidget(pParent, name), pComboBox(new QComboBox), pStackedWidget(new QStackedWidget)
+    : AbstractWidget(pParent, name, false, Role::Container),
+      pComboBox(new QComboBox),
+      pStackedWidget(new QStackedWidget)
 {
-    containerSet();
     auto* pLabel = new QLabel(tr("Module"));
     pLabel->setBuddy(pComboBox);
     pComboBox->setAccessibleName(pLabel->text());

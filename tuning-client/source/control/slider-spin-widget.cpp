@@ -1,12 +1,14 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 
+#include "tuning-client/source/control/held-change.h"
+#include "tuning-client/source/control/row-names.h"
+#include "tuning-client/source/control/spin-box.h"
+
 #include <QClipboard>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QGuiApplication>
-#include <QKeyEvent>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMenu>
 #include <QSignalBlocker>
 #include <QSlider>
@@ -14,33 +16,12 @@
 #include <cmath>
 #include <stdexcept>
 
-namespace
-{
-bool isSteppingKey(const QEvent* pEvent, bool isSlider)
-{
-    switch (static_cast<const QKeyEvent*>(pEvent)->key())
-    {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-        return true;
-    case Qt::Key_Left:
-    case Qt::Key_Right:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-        return isSlider;
-    default:
-        return false;
-    }
-}
-} // namespace
-
 SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
     : QWidget(pParent),
       pLabel(new QLabel(this)),
       pSlider(new QSlider(Qt::Horizontal, this)),
-      pDoubleSpinBox(new QDoubleSpinBox(this))
+      pDoubleSpinBox(new QDoubleSpinBox(this)),
+      pHeldChange(new HeldChange(this))
 {
     auto* pLayout = new QGridLayout(this);
     pLayout->setContentsMargins(0, 0, 0, 0);
@@ -49,6 +30,8 @@ SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
     pLayout->addWidget(pDoubleSpinBox, 0, 3);
     pLayout->setColumnStretch(1, 1);
 
+    pLabel->setObjectName(row::label);
+    pDoubleSpinBox->setObjectName(row::value);
     pLabel->setTextFormat(Qt::PlainText);
     pLabel->setBuddy(pDoubleSpinBox);
     pLabel->setContextMenuPolicy(Qt::CustomContextMenu);
@@ -61,8 +44,9 @@ SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
     setText(title);
     toolTipUpdate();
 
-    pSlider->installEventFilter(this);
-    pDoubleSpinBox->installEventFilter(this);
+    pHeldChange->watch(pSlider);
+    pHeldChange->watch(pDoubleSpinBox);
+    connect(pHeldChange, &HeldChange::committed, this, [this] { emit valueChanged(value()); });
     connect(pLabel, &QLabel::customContextMenuRequested, this, &SliderSpinWidget::contextMenuShow);
     connect(pSlider, &QSlider::valueChanged, this, &SliderSpinWidget::fromSlider);
     connect(pDoubleSpinBox, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, &SliderSpinWidget::fromSpinBox);
@@ -122,23 +106,6 @@ void SliderSpinWidget::setValue(double value)
 
 double SliderSpinWidget::value() const { return pDoubleSpinBox->value(); }
 
-void SliderSpinWidget::align(QWidget* pPage)
-{
-    const auto rows = pPage->findChildren<SliderSpinWidget*>();
-    int labelWidth = 0;
-    int boxWidth = 0;
-    for (const auto* pRow : rows)
-    {
-        labelWidth = qMax(labelWidth, pRow->pLabel->sizeHint().width());
-        boxWidth = qMax(boxWidth, pRow->pDoubleSpinBox->sizeHint().width());
-    }
-    for (auto* pRow : rows)
-    {
-        pRow->pLabel->setMinimumWidth(labelWidth);
-        pRow->pDoubleSpinBox->setMinimumWidth(boxWidth);
-    }
-}
-
 void SliderSpinWidget::readValueSet(double value)
 {
     if (readValue == value)
@@ -149,58 +116,7 @@ void SliderSpinWidget::readValueSet(double value)
 
 bool SliderSpinWidget::isBeingEdited() const
 {
-    // A text that was entered stays marked as modified, so it also has to differ from the value.
-    return isHeld || pSlider->isSliderDown() ||
-           (pDoubleSpinBox->findChild<QLineEdit*>()->isModified() &&
-            pDoubleSpinBox->cleanText() != text(pDoubleSpinBox->value()));
-}
-
-bool SliderSpinWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
-{
-    switch (pEvent->type())
-    {
-    case QEvent::KeyPress:
-        if (isSteppingKey(pEvent, pWatched == pSlider))
-            isHeld = true;
-        break;
-    case QEvent::MouseButtonPress:
-        isHeld = true;
-        break;
-    case QEvent::KeyRelease:
-        if (!isHeld || static_cast<QKeyEvent*>(pEvent)->isAutoRepeat())
-            break;
-        commitHeld();
-        break;
-    case QEvent::MouseButtonRelease:
-        // A slider changes its value in the release itself, so the control goes first.
-        pWatched->event(pEvent);
-        commitHeld();
-        return true;
-    case QEvent::FocusOut:
-    case QEvent::Hide:
-        commitHeld();
-        break;
-    default:
-        break;
-    }
-    return QWidget::eventFilter(pWatched, pEvent);
-}
-
-void SliderSpinWidget::changed()
-{
-    if (isHeld)
-        isChangePending = true;
-    else
-        emit valueChanged(value());
-}
-
-void SliderSpinWidget::commitHeld()
-{
-    isHeld = false;
-    if (!isChangePending)
-        return;
-    isChangePending = false;
-    emit valueChanged(value());
+    return pHeldChange->isHeld() || pSlider->isSliderDown() || isHalfTyped(pDoubleSpinBox);
 }
 
 void SliderSpinWidget::fromSlider(int position)
@@ -213,13 +129,13 @@ void SliderSpinWidget::fromSlider(int position)
         const double smax = pSlider->maximum();
         setValue(lo + ((position - smin) / (smax - smin)) * (hi - lo));
     }
-    changed();
+    pHeldChange->changed();
 }
 
 void SliderSpinWidget::fromSpinBox()
 {
     sliderFollow();
-    changed();
+    pHeldChange->changed();
 }
 
 void SliderSpinWidget::sliderFollow()
@@ -233,15 +149,7 @@ void SliderSpinWidget::sliderFollow()
     pSlider->setValue(smin + (std::isfinite(way) ? int(std::trunc(way)) : 0));
 }
 
-void SliderSpinWidget::toolTipUpdate()
-{
-    auto tip = tr("Range %1 to %2, step %3")
-                   .arg(text(pDoubleSpinBox->minimum()), text(pDoubleSpinBox->maximum()),
-                        QString::number(pDoubleSpinBox->singleStep()));
-    if (readValue)
-        tip += tr("\nAs read: %1").arg(*readValue, 0, 'g', 9);
-    setToolTip(tip);
-}
+void SliderSpinWidget::toolTipUpdate() { setToolTip(valueTip(*pDoubleSpinBox, readValue)); }
 
 void SliderSpinWidget::contextMenuShow(const QPoint& position)
 {

@@ -5,6 +5,7 @@
 #include <functional>
 #include <optional>
 
+class HeldChange;
 class QDoubleSpinBox;
 class QLabel;
 class QSlider;
@@ -34,9 +35,6 @@ public:
 
     double value() const;
 
-    /// Gives all rows below `pPage` labels and spin boxes of one width, so that their sliders stand in one column.
-    static void align(QWidget* pPage);
-
     /// Remembers `value` as what the board reported, for the tool tip and the label's menu.
     void readValueSet(double value);
 
@@ -48,12 +46,7 @@ signals:
     /// Once for each committed change: a slider released, a text entered, a held key let go.
     void valueChanged(double value);
 
-protected:
-    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
-
 private:
-    void changed();
-    void commitHeld();
     void fromSlider(int position);
     void fromSpinBox();
     void sliderFollow();
@@ -64,7 +57,6 @@ private:
     QLabel* pLabel;
     QSlider* pSlider;
     QDoubleSpinBox* pDoubleSpinBox;
+    HeldChange* pHeldChange;
     std::optional<double> readValue;
-    bool isHeld = false;          ///< a stepping key or a mouse button is down
-    bool isChangePending = false; ///< the value changed while it was
 };

@@ -51,7 +51,7 @@ _3AWidget::_3AWidget(QWidget* pParent)
     pJsonView->setAccessibleName(tr("3A Config"));
 
     connectGuarded(pPushButtonLoad, &QPushButton::clicked, [this] { updateStatus(); });
-    connectGuarded(pPushButtonSave, &QPushButton::clicked, [this] { configSet(); });
+    connectWrite(pPushButtonSave, &QPushButton::clicked, [this] { configSet(); });
     connectGuarded(pJsonView, &QTreeView::expanded,
                    [this]
                    {

@@ -14,6 +14,8 @@ class _3AWidget : public AbstractWidget
 public:
     explicit _3AWidget(QWidget* pParent);
 
+    using AbstractWidget::configSet;
+
     /// Sends the document to the board. Throws when there is none yet, or when it cannot be written here.
     void configSet();
     void updateStatus() override;

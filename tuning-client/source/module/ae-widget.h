@@ -37,19 +37,18 @@ public:
     ExposurePlot* pExposurePlot;
 
 protected:
-    void hideEvent(QHideEvent* pEvent) override;
+    /// For another generation of the module, with its words for the LED.
+    AeWidget(QWidget* pParent, rest::Ae::Generation generation, const QString& on, const QString& off);
 
-    void configSend(rest::Ae::Generation generation);
-    void enableSend(bool isEnable, rest::Ae::Generation generation);
-    void resetSend(rest::Ae::Generation generation);
-    void statusShow(rest::Ae::Generation generation, const QString& textOn, const QString& textOff);
+    /// Without the plots, which are never greyed.
+    QVector<QWidget*> childrenWidgets() const override;
 
     /// Luminance grid and exposure chart, alike in both generations.
     void sampleShow(const rest::Ae::Status& status);
 
 private:
-    /// Greys all but the plots.
-    void controlsEnableSet(bool isEnable);
+    void controlsBuild();
+    void plotsBuild();
 
     enum
     {
@@ -60,5 +59,6 @@ private:
         Sum
     };
 
+    const rest::Ae::Generation generation;
     shortcut::RecordBinding<rest::Ae::Config::V1> binding;
 };

@@ -8,20 +8,17 @@
 
 using rest::Ae;
 
-Ae2Widget::Ae2Widget(QWidget* pParent) : AeWidget(pParent) { setObjectName("Auto Exposure 2"); }
-
-void Ae2Widget::configSet() { configSend(Ae::V2); }
+Ae2Widget::Ae2Widget(QWidget* pParent) : AeWidget(pParent, Ae::V2, tr("AE2 ON"), tr("AE2 OFF"))
+{
+    setObjectName("Auto Exposure 2");
+}
 
 void Ae2Widget::enableSet(bool isEnable)
 {
-    enableSend(isEnable, Ae::V2);
+    AeWidget::enableSet(isEnable);
     if (isEnable)
         updateStatus();
 }
-
-void Ae2Widget::reset() { resetSend(Ae::V2); }
-
-void Ae2Widget::updateStatus() { statusShow(Ae::V2, tr("AE2 ON"), tr("AE2 OFF")); }
 
 void Ae2Widget::updateStatusPlot()
 {

@@ -10,9 +10,6 @@ class Ae2Widget : public AeWidget
 public:
     explicit Ae2Widget(QWidget* pParent);
 
-    void configSet() override;
     void enableSet(bool isEnable) override;
-    void reset() override;
-    void updateStatus() override;
     void updateStatusPlot() override;
 };

@@ -6,9 +6,11 @@
 #include "tuning-client/source/module/ae2-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
+#include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/wdr4-widget.h"
 
 #include <QGridLayout>
 #include <QScrollArea>
@@ -16,33 +18,21 @@
 
 #include <algorithm>
 
-namespace
-{
-template <class Page>
-QWidget* make()
-{
-    return new Page(nullptr);
-}
-} // namespace
-
 const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
 {
     static const QVector<Entry> entries{
-        {"3A Config", make<_3AWidget>},
-        {"Auto Exposure", make<AeWidget>},
-        {"Auto Exposure 2", make<Ae2Widget>},
-        {"Calibration Data", make<CalibrationDataWidget>},
-        {"Exposure Control", make<EcWidget>},
-        {"Input Control", make<InputWidget>},
-        {"ISP Register", make<IspRegisterWidget>},
-        {"Register", make<RegisterWidget>},
+        {"3A Config", make<_3AWidget>},       {"Auto Exposure", make<AeWidget>},
+        {"Auto Exposure 2", make<Ae2Widget>}, {"Calibration Data", make<CalibrationDataWidget>},
+        {"Exposure Control", make<EcWidget>}, {"High Dynamic Range 2", make<Hdr2Widget>},
+        {"Input Control", make<InputWidget>}, {"ISP Register", make<IspRegisterWidget>},
+        {"Register", make<RegisterWidget>},   {"Wide Dynamic Range 4", make<Wdr4Widget>},
     };
     return entries;
 }
 
-CentralWidget::CentralWidget(QWidget* parent) : AbstractWidget(parent, QString()), pStackedWidget(new QStackedWidget)
+CentralWidget::CentralWidget(QWidget* parent)
+    : AbstractWidget(parent, QString(), false, Role::Container), pStackedWidget(new QStackedWidget)
 {
-    containerSet();
     pGridLayoutScrollArea->addWidget(pStackedWidget, 0, 0);
     pGridLayoutScrollArea->setContentsMargins(0, 0, 0, 0);
     layout()->setContentsMargins(0, 0, 0, 0);
@@ -55,7 +45,7 @@ CentralWidget::CentralWidget(QWidget* parent) : AbstractWidget(parent, QString()
             std::find_if(catalogue().begin(), catalogue().end(),
                          [&](const Entry& candidate) { return page.name == QLatin1String(candidate.name); });
         if (entry != catalogue().end())
-            pStackedWidget->addWidget(entry->fMake());
+            pStackedWidget->addWidget(entry->fMake(page.name));
     }
 }
 

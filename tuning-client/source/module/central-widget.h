@@ -13,9 +13,23 @@ public:
     /// A row of the page catalogue.
     struct Entry
     {
-        const char* name;    ///< as chip descriptions give it
-        QWidget* (*fMake)(); ///< builds the page without a parent
+        const char* name;                       ///< as chip descriptions give it
+        QWidget* (*fMake)(const QString& name); ///< builds the page without a parent
     };
+
+    /// For a page that names itself.
+    template <class Page>
+    static QWidget* make(const QString&)
+    {
+        return new Page(nullptr);
+    }
+
+    /// For a page that is given the name of its row.
+    template <class Page>
+    static QWidget* makeNamed(const QString& name)
+    {
+        return new Page(nullptr, name);
+    }
 
     /// All pages that the client knows.
     static const QVector<Entry>& catalogue();

@@ -36,8 +36,8 @@ EcWidget::EcWidget(QWidget* pParent)
         pGridLayoutScrollArea->addWidget(pWidget, row++, 0);
     pGridLayoutScrollArea->setRowStretch(row, 1);
 
-    connectGuarded(pSliderSpinWidgetGain, &SliderSpinWidget::valueChanged, [this] { configSet(); });
-    connectGuarded(pSliderSpinWidgetIntegration, &SliderSpinWidget::valueChanged, [this] { configSet(); });
+    connectWrite(pSliderSpinWidgetGain, &SliderSpinWidget::valueChanged, [this] { configSet(); });
+    connectWrite(pSliderSpinWidgetIntegration, &SliderSpinWidget::valueChanged, [this] { configSet(); });
 
     pTimer->setInterval(1000);
     connectTick(pTimer, [this] { exposureShow(); });
@@ -88,12 +88,6 @@ void EcWidget::showEvent(QShowEvent* pEvent)
 {
     AbstractWidget::showEvent(pEvent);
     pTimer->start();
-}
-
-void EcWidget::hideEvent(QHideEvent* pEvent)
-{
-    AbstractWidget::hideEvent(pEvent);
-    pTimer->stop();
 }
 
 void EcWidget::exposureShow()

@@ -14,6 +14,7 @@ class EcWidget : public AbstractWidget
 public:
     explicit EcWidget(QWidget* pParent);
 
+    using AbstractWidget::configSet;
     void configSet();
     void updateStatus() override;
 
@@ -26,7 +27,6 @@ public:
 
 protected:
     void showEvent(QShowEvent* pEvent) override;
-    void hideEvent(QHideEvent* pEvent) override;
 
 private:
     void exposureShow();

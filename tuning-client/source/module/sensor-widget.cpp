@@ -12,7 +12,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QSignalBlocker>
 #include <QTimerEvent>
 
 using rest::Sensor;
@@ -89,8 +88,8 @@ SensorWidget::SensorWidget(QWidget* pParent)
                        Sensor().driverChange(pPushButtonDriverList->text().toStdString());
                        emit refresh();
                    });
-    connectGuarded(pComboBoxResolution, QOverload<int>::of(&QComboBox::currentIndexChanged), [this] { configSet(); });
-    connectGuarded(pCheckBoxTestPattern, &QCheckBox::toggled, [this] { configSet(); });
+    connectWrite(pComboBoxResolution, QOverload<int>::of(&QComboBox::currentIndexChanged), [this] { configSet(); });
+    connectWrite(pCheckBoxTestPattern, &QCheckBox::toggled, [this] { configSet(); });
 
     timerId = startTimer(1000, Qt::CoarseTimer);
 }
@@ -156,9 +155,6 @@ void SensorWidget::inputSwitchFollow(int index)
 
 void SensorWidget::resolutionShow(const Sensor::Config::Resolution& resolution)
 {
-    const QSignalBlocker blocker(pComboBoxResolution);
     const auto text = QString("%1x%2").arg(resolution.width).arg(resolution.height);
-    pComboBoxResolution->clear();
-    pComboBoxResolution->addItem(text, QVariant::fromValue(resolution));
-    pComboBoxResolution->setCurrentText(text);
+    shortcut::NoSignals::refill(pComboBoxResolution, {{text, QVariant::fromValue(resolution)}});
 }

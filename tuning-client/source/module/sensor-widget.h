@@ -20,6 +20,7 @@ class SensorWidget : public AbstractWidget
 public:
     explicit SensorWidget(QWidget* pParent);
 
+    using AbstractWidget::configSet;
     void configSet();
     void updateStatus() override;
 

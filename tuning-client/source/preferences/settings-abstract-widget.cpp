@@ -2,8 +2,8 @@
 
 #include <QFileDialog>
 
-// The name comes afterwards: these pages do not take up a window size of an earlier run.
-SettingsAbstractWidget::SettingsAbstractWidget(QWidget* pParent, const QString& name) : AbstractWidget(pParent, "")
+SettingsAbstractWidget::SettingsAbstractWidget(QWidget* pParent, const QString& name)
+    : AbstractWidget(pParent, QString(), false, Role::Part)
 {
     setObjectName(name);
 }

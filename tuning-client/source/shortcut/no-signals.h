@@ -1,17 +1,24 @@
 #pragma once
 
 #include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/control/spin-box.h"
 
 #include <QAbstractItemView>
-#include <QAbstractSpinBox>
+#include <QButtonGroup>
 #include <QComboBox>
-#include <QLineEdit>
+#include <QDoubleSpinBox>
+#include <QPair>
+#include <QVariant>
+#include <QVector>
 
 #include <cmath>
 #include <type_traits>
 
 namespace shortcut
 {
+/// Texts of a combo box with the data of each; without data an item stands for its index.
+using ComboItems = QVector<QPair<QString, QVariant>>;
+
 /// Show what the board reported, without the control's own signals, so that nothing is written back. What the user is
 /// just typing, dragging or choosing is left alone, and a number that is not finite leaves the last one.
 struct NoSignals
@@ -24,8 +31,7 @@ struct NoSignals
             if (!std::isfinite(value))
                 return;
         }
-        if constexpr (std::is_same_v<Control, SliderSpinWidget>)
-            pControl->readValueSet(double(value));
+        readValueTell(pControl, double(value));
         if (!isBeingEdited(pControl))
             silently(pControl, [=] { pControl->setValue(value); });
     }
@@ -34,6 +40,18 @@ struct NoSignals
     static void setChecked(Control* pControl, bool isChecked)
     {
         silently(pControl, [=] { pControl->setChecked(isChecked); });
+    }
+
+    /// Checks the button of that id, without a signal of any button of the group. No such button leaves the group.
+    static void setCheckedId(QButtonGroup* pGroup, int id)
+    {
+        const auto buttons = pGroup->buttons();
+        for (auto* pButton : buttons)
+            pButton->blockSignals(true);
+        if (auto* pButton = pGroup->button(id))
+            silently(pGroup, [=] { pButton->setChecked(true); });
+        for (auto* pButton : buttons)
+            pButton->blockSignals(false);
     }
 
     template <class Control>
@@ -59,6 +77,25 @@ struct NoSignals
             silently(pControl, [=] { pControl->setCurrentIndex(index); });
     }
 
+    /// Gives a combo box other items. Where the texts are the same, they and the choice stay as they are.
+    static void refill(QComboBox* pComboBox, const ComboItems& items)
+    {
+        bool isSame = pComboBox->count() == items.size();
+        for (int i = 0; isSame && i < items.size(); ++i)
+            isSame = pComboBox->itemText(i) == items[i].first;
+        silently(pComboBox,
+                 [&]
+                 {
+                     if (!isSame)
+                         pComboBox->clear();
+                     for (int i = 0; i < items.size(); ++i)
+                         if (isSame)
+                             pComboBox->setItemData(i, items[i].second);
+                         else
+                             pComboBox->addItem(items[i].first, items[i].second);
+                 });
+    }
+
 private:
     template <class Control, class Action>
     static void silently(Control* pControl, Action action)
@@ -73,12 +110,27 @@ private:
         action();
     }
 
+    static void readValueTell(SliderSpinWidget* pControl, double value) { pControl->readValueSet(value); }
+
+    static void readValueTell(QDoubleSpinBox* pControl, double value) { readValueTipSet(pControl, value); }
+
+    static void readValueTell(QSpinBox* pControl, double value) { readValueTipSet(pControl, value); }
+
+    static void readValueTell(QWidget*, double) {}
+
+    /// A box without a tip explains itself in another way.
+    template <class Box>
+    static void readValueTipSet(Box* pBox, double value)
+    {
+        if (!pBox->toolTip().isEmpty())
+            pBox->setToolTip(valueTip(*pBox, value));
+    }
+
     static bool isBeingEdited(const SliderSpinWidget* pControl) { return pControl->isBeingEdited(); }
 
-    static bool isBeingEdited(const QAbstractSpinBox* pControl)
-    {
-        return pControl->hasFocus() && pControl->findChild<QLineEdit*>()->isModified();
-    }
+    static bool isBeingEdited(const QDoubleSpinBox* pControl) { return pControl->hasFocus() && isHalfTyped(pControl); }
+
+    static bool isBeingEdited(const QSpinBox* pControl) { return pControl->hasFocus() && isHalfTyped(pControl); }
 
     static bool isBeingEdited(const QComboBox* pControl) { return pControl->view()->isVisible(); }
 

@@ -4,6 +4,7 @@
 #include "tuning-rest/source/record.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
 
 #include <algorithm>
 #include <functional>
@@ -12,8 +13,15 @@
 
 namespace shortcut
 {
+/// A step of a path: element `index` of an array.
+inline auto element(size_t index)
+{
+    return [index](auto& array) -> auto& { return array[index]; };
+}
+
 /// Ties controls to the fields of a record, once for both directions. A field is named by a pointer to member, by a
-/// chain of them for a nested field, or by an accessor `[](auto& record) -> auto& { return record.array[2]; }`.
+/// chain of them for a nested field, with `element(i)` for an element of an array, or by an accessor
+/// `[](auto& record) -> auto& { ... }`.
 template <class Record>
 class RecordBinding
 {
@@ -22,12 +30,29 @@ public:
     template <class... Path>
     RecordBinding& add(SliderSpinWidget* pControl, Path... path)
     {
-        entries.push_back({[=](const Record& record) { NoSignals::setValue(pControl, double(at(record, path...))); },
-                           [=](Record& record)
-                           {
-                               auto& field = at(record, path...);
-                               field = converted<std::decay_t<decltype(field)>>(pControl->value());
-                           }});
+        return numberAdd(pControl, path...);
+    }
+
+    template <class... Path>
+    RecordBinding& add(QDoubleSpinBox* pControl, Path... path)
+    {
+        return numberAdd(pControl, path...);
+    }
+
+    template <class... Path>
+    RecordBinding& add(QSpinBox* pControl, Path... path)
+    {
+        return numberAdd(pControl, path...);
+    }
+
+    /// A row of boxes for a whole array, box i for element i.
+    template <class Box, class... Path>
+    RecordBinding& add(const QVector<Box*>& boxes, Path... path)
+    {
+        using Array = std::remove_reference_t<decltype(at(std::declval<Record&>(), path...))>;
+        Q_ASSERT(size_t(boxes.size()) == std::extent_v<Array>);
+        for (int i = 0; i < boxes.size(); ++i)
+            add(boxes[i], path..., element(size_t(i)));
         return *this;
     }
 
@@ -35,14 +60,42 @@ public:
     template <class... Path>
     RecordBinding& add(QCheckBox* pControl, Path... path)
     {
-        entries.push_back({[=](const Record& record) { NoSignals::setChecked(pControl, at(record, path...)); },
-                           [=](Record& record)
-                           {
-                               auto& field = at(record, path...);
-                               if (bool(field) != pControl->isChecked())
-                                   field = pControl->isChecked();
-                           }});
-        return *this;
+        return checkAdd(pControl, path...);
+    }
+
+    template <class... Path>
+    RecordBinding& add(QGroupBox* pControl, Path... path)
+    {
+        return checkAdd(pControl, path...);
+    }
+
+    /// The value that the chosen item carries as data, or its index where it carries none. A value without an item
+    /// leaves the box as it is.
+    template <class... Path>
+    RecordBinding& add(QComboBox* pControl, Path... path)
+    {
+        return comboAdd(pControl, -1, path...);
+    }
+
+    /// The same where a value without an item is shown as the item at `fallbackIndex`.
+    template <class... Path>
+    RecordBinding& addOr(int fallbackIndex, QComboBox* pControl, Path... path)
+    {
+        return comboAdd(pControl, fallbackIndex, path...);
+    }
+
+    /// The id of the checked button. A value without a button leaves the group as it is.
+    template <class... Path>
+    RecordBinding& add(QButtonGroup* pControl, Path... path)
+    {
+        return entryAdd(
+            pControl, [=](const auto& field) { NoSignals::setCheckedId(pControl, int(field)); },
+            [=](auto& field)
+            {
+                if (pControl->checkedId() >= 0)
+                    assign(field, pControl->checkedId());
+            },
+            path...);
     }
 
     /// Shows the record, without the controls' signals.
@@ -52,19 +105,88 @@ public:
             entry.show(record);
     }
 
-    /// Copies the controls into the record; fields without a control stay.
+    /// Copies all controls into the record; fields without a control stay.
     void store(Record& record) const
     {
         for (const auto& entry : entries)
             entry.store(record);
     }
 
+    /// Copies one control into the record, so that a value which another control could not show stays as it was read.
+    void store(const QObject* pControl, Record& record) const
+    {
+        for (const auto& entry : entries)
+            if (entry.pControl == pControl)
+                entry.store(record);
+    }
+
 private:
     struct Entry
     {
+        const QObject* pControl;
         std::function<void(const Record&)> show;
         std::function<void(Record&)> store;
     };
+
+    template <class Show, class Store, class... Path>
+    RecordBinding& entryAdd(const QObject* pControl, Show show, Store store, Path... path)
+    {
+        entries.push_back({pControl, [=](const Record& record) { show(at(record, path...)); },
+                           [=](Record& record) { store(at(record, path...)); }});
+        return *this;
+    }
+
+    template <class Control, class... Path>
+    RecordBinding& numberAdd(Control* pControl, Path... path)
+    {
+        return entryAdd(
+            pControl,
+            [=](const auto& field)
+            {
+                if constexpr (std::is_same_v<Control, QSpinBox>)
+                    NoSignals::setValue(pControl, converted<int>(double(field)));
+                else
+                    NoSignals::setValue(pControl, double(field));
+            },
+            [=](auto& field) { assign(field, double(pControl->value())); }, path...);
+    }
+
+    template <class Control, class... Path>
+    RecordBinding& checkAdd(Control* pControl, Path... path)
+    {
+        return entryAdd(
+            pControl, [=](const auto& field) { NoSignals::setChecked(pControl, bool(field)); },
+            [=](auto& field) { assign(field, pControl->isChecked()); }, path...);
+    }
+
+    template <class... Path>
+    RecordBinding& comboAdd(QComboBox* pControl, int fallbackIndex, Path... path)
+    {
+        return entryAdd(
+            pControl,
+            [=](const auto& field)
+            {
+                int index = pControl->count() - 1;
+                while (index >= 0 && itemValue(pControl, index) != qint64(field))
+                    --index;
+                if (index < 0)
+                    index = fallbackIndex;
+                if (index >= 0)
+                    NoSignals::setCurrentIndex(pControl, index);
+            },
+            [=](auto& field)
+            {
+                if (pControl->currentIndex() >= 0)
+                    assign(field, itemValue(pControl, pControl->currentIndex()));
+            },
+            path...);
+    }
+
+    static qint64 itemValue(const QComboBox* pControl, int index)
+    {
+        const auto data = pControl->itemData(index);
+        return data.isValid() ? data.toLongLong() : index;
+    }
 
     template <class Outer, class First, class... Rest>
     static auto& at(Outer& outer, First first, Rest... rest)
@@ -74,6 +196,20 @@ private:
             return inner;
         else
             return at(inner, rest...);
+    }
+
+    template <class Field, class Value>
+    static void assign(Field& field, Value value)
+    {
+        if constexpr (std::is_same_v<Field, bool> || std::is_same_v<Field, rest::Flag>)
+        {
+            if (bool(field) != bool(value))
+                field = bool(value);
+        }
+        else if constexpr (std::is_enum_v<Field>)
+            field = Field(value);
+        else
+            field = converted<Field>(double(value));
     }
 
     template <class Field>

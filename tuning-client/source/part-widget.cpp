@@ -1,0 +1,1 @@
+#include "tuning-client/source/part-widget.h"

@@ -1,0 +1,20 @@
+#pragma once
+
+#include <QVector>
+
+class QWidget;
+
+namespace shortcut
+{
+/// When the controls of a module follow its switch.
+enum class Grey
+{
+    AfterSuccess, ///< only when the board took the command
+    Always        ///< also when it failed
+};
+
+/// All widgets that stand beside `pWidget` in the same parent.
+QVector<QWidget*> siblings(const QWidget* pWidget);
+
+void enabledSet(const QVector<QWidget*>& widgets, bool isEnabled);
+} // namespace shortcut

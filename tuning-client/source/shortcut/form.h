@@ -1,0 +1,92 @@
+#pragma once
+
+#include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/shortcut/no-signals.h"
+
+#include <functional>
+#include <initializer_list>
+
+class AbstractWidget;
+class QButtonGroup;
+class QCheckBox;
+class QGridLayout;
+class QGroupBox;
+
+namespace shortcut
+{
+/// Makes the rows of a page on any grid, one below the other: each call adds a row behind the last one, with its label,
+/// buddy and accessible names, and runs `fChanged` inside the page's guard at each change that the user commits. Labels
+/// stand in column 0, controls from column 1 on.
+class Form
+{
+public:
+    /// Receives the control that was changed; of a radio group, its QButtonGroup.
+    using Changed = std::function<void(QObject* pControl)>;
+
+    /// Of every grid with rows. The last one takes the width that is left, so that controls stand beside their labels.
+    static constexpr int columns = 10;
+
+    /// Where a row of boxes is stored: the addresses of a page's members.
+    using Boxes = std::initializer_list<QDoubleSpinBox**>;
+
+    Form(AbstractWidget* pPage, QGridLayout* pGrid, Changed fChanged);
+
+    SliderSpinWidget* slider(const QString& text, double min, double max, int decimals = 0);
+
+    /// A label with a box that has no text of its own.
+    QCheckBox* checkBox(const QString& text);
+
+    /// A box with its own text.
+    QCheckBox* textCheckBox(const QString& text);
+
+    QComboBox* comboBox(const QString& text, const ComboItems& items);
+
+    /// Several combo boxes side by side, with the same items.
+    void comboBoxes(const QString& text, std::initializer_list<QComboBox**> boxes, const ComboItems& items);
+
+    /// Boxes side by side, `perRow` in a row, that are for the elements of one array. They are stored in `boxes` too.
+    QVector<QDoubleSpinBox*> spinBoxes(const QString& text, Boxes boxes, double min, double max, int decimals = 0,
+                                       double step = 1, int perRow = 5);
+
+    /// The same for whole numbers.
+    QVector<QSpinBox*> spinBoxes(const QString& text, std::initializer_list<QSpinBox**> boxes, int min, int max,
+                                 int perRow = 5);
+
+    /// Titles of columns, the first one for the labels.
+    void heads(const QStringList& texts);
+
+    /// A group of radio buttons one below the other; `items` have the buttons' ids as data.
+    QButtonGroup* radioGroup(const QString& title, const ComboItems& items);
+
+    /// A group box with a form of its own. A checkable one is a control as well.
+    Form group(const QString& title, bool isCheckable = false);
+
+    /// Of a form that `group` has made; else null.
+    QGroupBox* groupBox() const { return pGroupBox; }
+
+    /// Takes a control of the page's own into the next row; its changes stay the page's.
+    void labelled(const QString& text, QWidget* pControl);
+
+    /// Takes a widget of the page's own over the whole width of the next row.
+    void wide(QWidget* pWidget);
+
+    /// Gives all height that is left to what comes below the last row.
+    void stretch();
+
+private:
+    int next() const;
+    void label(const QString& text, int line, QWidget* pBuddy);
+    void name(QWidget* pControl, const QString& text, int index, int count);
+
+    template <class Control, class Signal>
+    void connectChanged(Control* pControl, Signal signal);
+
+    template <class Box, class Configure>
+    QVector<Box*> boxesAdd(const QString& text, std::initializer_list<Box**> boxes, int perRow, Configure configure);
+
+    AbstractWidget* pPage;
+    QGridLayout* pGrid;
+    QGroupBox* pGroupBox = nullptr;
+    Changed fChanged;
+};
+} // namespace shortcut
