@@ -306,6 +306,8 @@ protected:
     {
         QString text;
         QTextStream stream(&text);
+        // The loop of the last page may have run for a frame or two.
+        exposureSet();
         auto& widget = settled(name);
         stream << "[" << name << "]\n";
         QSet<QWidget*> met;
