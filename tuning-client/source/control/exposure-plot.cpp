@@ -61,6 +61,8 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
 {
     setAccessibleName(tr("Exposure"));
     plot::shrinkable(*this);
+    plot::labelsFit(*this, yLeft);
+    plot::labelsFit(*this, yRight);
     setToolTip(tr("Green: integration time. Red: gain."));
     setAutoReplot(false);
     prepareCanvas(*this);

@@ -33,6 +33,7 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
 {
     setAccessibleName(tr("Histogram"));
     plot::shrinkable(*this);
+    plot::labelsFit(*this, yLeft, 16);
     setCanvasBackground(Qt::gray);
     plotLayout()->setAlignCanvasToScales(true);
 

@@ -12,22 +12,35 @@
 
 namespace
 {
-/// Adapts the number of labels to the width.
+/// Adapts the number of an axis's labels to the size of its plot.
 class LabelFilter : public QObject
 {
 public:
-    explicit LabelFilter(QwtPlot* pPlot_) : QObject(pPlot_), pPlot(pPlot_) { pPlot->installEventFilter(this); }
+    LabelFilter(QwtPlot* pPlot_, int axis_, int most_) : QObject(pPlot_), pPlot(pPlot_), axis(axis_), most(most_)
+    {
+        pPlot->installEventFilter(this);
+    }
 
 protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override
     {
         if (pEvent->type() == QEvent::Resize)
-            pPlot->setAxisMaxMajor(QwtPlot::xBottom, qBound(2, plot::labelCount(*pPlot, "-0000.0"), 8));
+            pPlot->setAxisMaxMajor(axis, qBound(2, fitting(), most));
         return QObject::eventFilter(pWatched, pEvent);
     }
 
 private:
+    int fitting() const
+    {
+        const bool isHorizontal = axis == QwtPlot::xBottom || axis == QwtPlot::xTop;
+        // The axis below takes the height of two lines.
+        return isHorizontal ? plot::labelCount(*pPlot, "-0000.0")
+                            : 2 * pPlot->height() / (3 * pPlot->fontMetrics().lineSpacing()) - 2;
+    }
+
     QwtPlot* pPlot;
+    int axis;
+    int most;
 };
 } // namespace
 
@@ -44,10 +57,10 @@ void setAxisTitle(QwtPlot& plot, int axis, const QString& text)
 void shrinkable(QwtPlot& plot)
 {
     const auto metrics = plot.fontMetrics();
-    plot.setMinimumSize(24 * metrics.averageCharWidth(), 10 * metrics.lineSpacing());
+    plot.setMinimumSize(24 * metrics.averageCharWidth(), 14 * metrics.lineSpacing());
 }
 
-void labelsFit(QwtPlot& plot) { new LabelFilter(&plot); }
+void labelsFit(QwtPlot& plot, int axis, int most) { new LabelFilter(&plot, axis, most); }
 
 int labelCount(const QwtPlot& plot, const QString& widest)
 {

@@ -14,11 +14,11 @@ namespace plot
 /// Titles an axis. Title and labels take the font of the plot; Qwt would mix sizes and weights of its own.
 void setAxisTitle(QwtPlot& plot, int axis, const QString& text);
 
-/// Lets the plot become as small as a page in a small window wants it.
+/// Lets the plot become as narrow as a page in a small window wants it; its height holds the titles of the side axes.
 void shrinkable(QwtPlot& plot);
 
-/// Gives the bottom axis as many labels as its width has room for; for an axis whose steps Qwt chooses.
-void labelsFit(QwtPlot& plot);
+/// Gives an axis whose steps Qwt chooses as many labels as it has room for, at most `most`.
+void labelsFit(QwtPlot& plot, int axis, int most = 8);
 
 /// How many labels such as `widest` have room on the bottom axis.
 int labelCount(const QwtPlot& plot, const QString& widest);
