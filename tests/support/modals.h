@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -30,19 +31,23 @@ private:
     QTimer timer;
 };
 
-/// Closes each message box that opens during its life and keeps its title and text.
+/// Answers each message box that opens during its life and keeps its title and text.
 class ClosedBoxes : public Modals
 {
 public:
-    ClosedBoxes()
+    explicit ClosedBoxes(QMessageBox::StandardButton button = QMessageBox::Ok)
         : Modals(
-              [this](QDialog& dialog)
+              [this, button](QDialog& dialog)
               {
                   const auto* pBox = qobject_cast<QMessageBox*>(&dialog);
-                  ASSERT_TRUE(pBox);
-                  EXPECT_EQ(pBox->textFormat(), Qt::PlainText);
+                  if (!pBox || !pBox->button(button))
+                  {
+                      ADD_FAILURE() << "a dialog of another kind";
+                      return dialog.reject();
+                  }
+                  EXPECT_TRUE(pBox->textFormat() == Qt::PlainText || !Qt::mightBeRichText(pBox->text()));
                   texts.append(pBox->windowTitle() + ": " + pBox->text());
-                  dialog.accept();
+                  pBox->button(button)->click();
               })
     {
     }

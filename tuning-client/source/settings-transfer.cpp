@@ -34,20 +34,20 @@ void exportAll(MainWindow* pMainWindow)
 
 void settingsTransferAdd(MainWindow* pMainWindow, QMenu* pMenuFile)
 {
-    shortcut::fileMenuAdd(
-        pMainWindow, pMenuFile->addMenu(MainWindow::tr("&Import All Settings")),
-        {"xml", config.preferences.calibration.path,
-         [=](const QString& path)
-         {
-             shortcut::messageShow(pMainWindow->statusBar(), MainWindow::tr("Upload file from ") + path);
-             activate(path);
-         },
-         [=](const QString& name)
-         {
-             activate(name);
-             emit pMainWindow->refresh();
-         },
-         [](const QString&) {}});
+    shortcut::fileMenuAdd(pMainWindow, pMenuFile->addMenu(MainWindow::tr("&Import All Settings")),
+                          {"xml", config.preferences.calibration.path,
+                           [=](const QString& path)
+                           {
+                               shortcut::messageShow(pMainWindow->statusBar(),
+                                                     MainWindow::tr("Upload file from ") + path);
+                               activate(path);
+                           },
+                           [=](const QString& name)
+                           {
+                               activate(name);
+                               emit pMainWindow->refresh();
+                           },
+                           [](const QString&) {}});
     shortcut::connectGuarded(pMainWindow, pMenuFile->addAction(MainWindow::tr("&Export All Settings")),
                              &QAction::triggered, [=] { exportAll(pMainWindow); });
 }

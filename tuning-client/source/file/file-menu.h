@@ -16,7 +16,7 @@ namespace shortcut
 struct FileMenu
 {
     QString extension;
-    const QString& localDirectory;                    ///< where the choice of a local file starts
+    const QString& localDirectory;                      ///< where the choice of a local file starts
     std::function<void(const QString& path)> fUploaded; ///< after a local file was sent
     std::function<void(const QString& name)> fActivate;
     std::function<void(const QString& name)> fRemoved; ///< after the board's file has gone
@@ -44,11 +44,9 @@ void remoteEntryAdd(Owner* pOwner, QMenu* pMenu, const FileMenu& files, const QS
     const auto actionAdd = [&](const QString& text, auto action)
     { connectGuarded(pOwner, pMenuFile->addAction(text), &QAction::triggered, action); };
     actionAdd(QMenu::tr("Activate"), [=] { files.fActivate(name); });
-    actionAdd(QMenu::tr("Download"),
-              [=]
-              {
-                  remoteSave(pOwner->clientHolder(), pOwner->statusBar(), name.toStdString(), QMenu::tr("Save file "));
-              });
+    actionAdd(
+        QMenu::tr("Download"),
+        [=] { remoteSave(pOwner->clientHolder(), pOwner->statusBar(), name.toStdString(), QMenu::tr("Save file ")); });
     actionAdd(QMenu::tr("Remove"),
               [=]
               {

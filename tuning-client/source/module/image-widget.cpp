@@ -88,16 +88,15 @@ ImageWidget::ImageWidget(QWidget* pParent)
 
     auto* pMenu = new QMenu(this);
     pPushButtonImageList->setMenu(pMenu);
-    shortcut::fileMenuAdd(
-        this, pMenu,
-        {"pgm", config.preferences.capture.path,
-         [this](const QString& path) { pPushButtonImageList->setText(QFileInfo(path).fileName()); },
-         [this](const QString& name) { pPushButtonImageList->setText(name); },
-         [this](const QString& name)
-         {
-             if (pPushButtonImageList->text() == name)
-                 pPushButtonImageList->setText(noImageText());
-         }});
+    shortcut::fileMenuAdd(this, pMenu,
+                          {"pgm", config.preferences.capture.path,
+                           [this](const QString& path) { pPushButtonImageList->setText(QFileInfo(path).fileName()); },
+                           [this](const QString& name) { pPushButtonImageList->setText(name); },
+                           [this](const QString& name)
+                           {
+                               if (pPushButtonImageList->text() == name)
+                                   pPushButtonImageList->setText(noImageText());
+                           }});
     connectGuarded(pPushButtonChangeImage, &QPushButton::clicked, [this] { imageChange(); });
 }
 
