@@ -93,8 +93,8 @@ const struct
     Camera::SnapshotType type;
     const char* prefix;
     const char* suffix;
-    const char* head;  ///< of the file
-    QPoint redAtFirst; ///< where the first of the four patterns, moved on with each row, has its red sample
+    const char* head; ///< of the file
+    QPoint redPlace;  ///< of a raw picture whose pattern has the type's number
 } kinds[] = {{Camera::Raw08, "RAW08_", ".pgm", "P5\n64 48\n255\n", {1, 1}},
              {Camera::Raw10, "RAW10_", ".pgm", "P5\n64 48\n1023\n", {0, 1}},
              {Camera::Raw12, "RAW12_", ".pgm", "P5\n64 48\n4095\n", {1, 0}},
@@ -144,7 +144,7 @@ TEST_F(CaptureTest, EveryTypeIsTakenFetchedAndShown)
             EXPECT_GT(brightness(image), before * 1.5 + 5) << "brighter with the exposure";
             before = brightness(image);
             // The object in the middle is orange.
-            const auto red = image.pixel(QPoint(38, 20) + kind.redAtFirst);
+            const auto red = image.pixel(QPoint(38, 20) + kind.redPlace);
             for (const auto& place : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)})
                 EXPECT_TRUE(!isRaw || gain > 1 || image.pixel(QPoint(38, 20) + place) <= red);
         }
