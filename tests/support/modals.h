@@ -40,14 +40,13 @@ public:
               [this, button](QDialog& dialog)
               {
                   const auto* pBox = qobject_cast<QMessageBox*>(&dialog);
-                  if (!pBox || !pBox->button(button))
-                  {
-                      ADD_FAILURE() << "a dialog of another kind";
-                      return dialog.reject();
-                  }
+                  if (!pBox)
+                      return;
+                  auto* pButton = pBox->button(button);
+                  EXPECT_TRUE(pButton) << "a box of another kind";
                   EXPECT_TRUE(pBox->textFormat() == Qt::PlainText || !Qt::mightBeRichText(pBox->text()));
                   texts.append(pBox->windowTitle() + ": " + pBox->text());
-                  pBox->button(button)->click();
+                  pButton ? pButton->click() : dialog.reject();
               })
     {
     }
@@ -55,8 +54,7 @@ public:
     QStringList texts;
 };
 
-/// Enters a path in the file dialog that opens during its life, and agrees to a question behind it; a null path
-/// cancels.
+/// Enters a path in the file dialog that opens during its life, and agrees to a box behind it; a null path cancels.
 class FileDialogAnswer : public Modals
 {
 public:
@@ -65,7 +63,11 @@ public:
               [this, path](QDialog& dialog)
               {
                   if (auto* pBox = qobject_cast<QMessageBox*>(&dialog))
-                      return pBox->button(QMessageBox::Yes)->click();
+                  {
+                      said = pBox->windowTitle() + ": " + pBox->text();
+                      auto* pYes = pBox->button(QMessageBox::Yes);
+                      return (pYes ? pYes : pBox->button(QMessageBox::Ok))->click();
+                  }
                   auto* pDialog = qobject_cast<QFileDialog*>(&dialog);
                   if (!pDialog || !seen.isEmpty())
                       return;
@@ -84,4 +86,5 @@ public:
 
     QString seen;      ///< title, directory and filters
     QString suggested; ///< the name that stood in the dialog
+    QString said;      ///< title and text of the box
 };
