@@ -213,10 +213,7 @@ TEST_F(CaptureTest, EveryFailureFreesTheActionAndSaysWhy)
 
     pMainWindow.reset();
     config.preferences.server.type = "pigeon";
-    {
-        const ClosedBoxes boxes;
-        windowOpen();
-    }
+    boxesDuring([this] { windowOpen(); });
     EXPECT_EQ(take(), "pClientHolder is never initialized");
 }
 

@@ -43,22 +43,27 @@ protected:
             action(run);
     }
 
-    static void expectDefaults(const cfg::Config& run, const std::string& why)
+    static std::string text(const QJsonObject& jObject) { return QJsonDocument(jObject).toJson().toStdString(); }
+
+    /// What a run has in memory, as it would write it.
+    static std::string held(cfg::Config& run)
     {
-        const auto& preferences = run.preferences;
-        EXPECT_EQ(str(preferences.calibration.path), str(QDir::currentPath())) << why;
-        EXPECT_EQ(str(preferences.capture.path), str(QDir::homePath() + "/Pictures")) << why;
-        EXPECT_EQ(preferences.capture.snapshotType, Camera::Raw08) << why;
-        EXPECT_FALSE(preferences.capture.isAe || preferences.capture.isAf || preferences.capture.isAwb) << why;
-        EXPECT_EQ(str(preferences.server.type), "http") << why;
-        EXPECT_TRUE(preferences.server.http.collection.isEmpty()) << why;
-        EXPECT_EQ(preferences.server.http.index, 0) << why;
-        EXPECT_FALSE(preferences.window.isAutoResize) << why;
-        EXPECT_EQ(str(run.setting.chipName), "") << why;
-        EXPECT_EQ(run.setting.inputIndex, 0) << why;
-        EXPECT_EQ(run.setting.ispIndex, 0) << why;
-        EXPECT_FALSE(run.setting.isViewTemplate || run.setting.isViewTransfer) << why;
-        EXPECT_TRUE(run.widget.jRoot.isEmpty()) << why;
+        run.preferences.store();
+        run.setting.store();
+        return text({{"p", run.preferences.jRoot}, {"s", run.setting.jRoot}, {"w", run.widget.jRoot}});
+    }
+
+    static std::string defaults()
+    {
+        const QString all =
+            R"({"p":{"calibration":{"save.path":"%1"},
+                     "capture":{"ae.enable":false,"af.enable":false,"awb.enable":false,"image.type":0,"save.path":"%2"},
+                     "server":{"type":"http","index":0,"hosts":[],"port":""},
+                     "window":{"auto.resize":false}},
+                "s":{"chip.name":"","input.index":0,"isp.index":0,"view.template":false,"view.transfer":false},
+                "w":{}})";
+        const auto filled = all.arg(QDir::currentPath(), QDir::homePath() + "/Pictures");
+        return text(QJsonDocument::fromJson(filled.toUtf8()).object());
     }
 
     const QTemporaryDir home;
@@ -70,20 +75,13 @@ TEST_F(ConfigTest, FirstRunHasDefaultsAndWritesThem)
     run(
         [this](cfg::Config& first)
         {
-            expectDefaults(first, "first run");
+            EXPECT_TRUE(first.preferences.server.http.collection.isEmpty());
+            EXPECT_EQ(held(first), defaults());
             EXPECT_FALSE(QDir(home.path() + "/.tuning-client").exists()) << "nothing before exit";
         });
-    EXPECT_EQ(QDir(home.path() + "/.tuning-client").entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+    EXPECT_EQ(QDir(path("")).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
               QStringList({"preferences.json", "setting.json"}));
-    const auto jPreferences = read("preferences.json");
-    EXPECT_EQ(jPreferences.keys(), QStringList({"calibration", "capture", "server", "window"}));
-    EXPECT_EQ(jPreferences["server"].toObject(),
-              QJsonObject({{"type", "http"}, {"index", 0}, {"hosts", QJsonArray()}, {"port", ""}}));
-    EXPECT_EQ(read("setting.json"), QJsonObject({{"chip.name", ""},
-                                                 {"input.index", 0},
-                                                 {"isp.index", 0},
-                                                 {"view.template", false},
-                                                 {"view.transfer", false}}));
+    EXPECT_EQ(text({{"p", read("preferences.json")}, {"s", read("setting.json")}, {"w", QJsonObject()}}), defaults());
 
     run([](cfg::Config& second) { second.widget.jRoot["A Page"]; });
     EXPECT_EQ(read("widget.json"), QJsonObject({{"A Page", QJsonValue()}}));
@@ -91,16 +89,16 @@ TEST_F(ConfigTest, FirstRunHasDefaultsAndWritesThem)
 
 TEST_F(ConfigTest, EveryFieldSurvives)
 {
+    const QVector<QPair<QString, uint16_t>> hosts{{"board", 8080}, {"", 65535}};
     run(
-        [](cfg::Config& first)
+        [&](cfg::Config& first)
         {
             auto& preferences = first.preferences;
             preferences.calibration.path = "/calibration/ä";
             preferences.capture = {true, false, true, "/captures", Camera::Yuv};
             preferences.server.type = "uart";
             preferences.server.uart.port = "/dev/ttyS1";
-            preferences.server.http.add("board", 8080);
-            preferences.server.http.add("", 65535);
+            preferences.server.http.collection = hosts;
             preferences.server.http.index = 1;
             preferences.window.isAutoResize = true;
             first.setting.chipName = "Chip \"1\"";
@@ -108,32 +106,23 @@ TEST_F(ConfigTest, EveryFieldSurvives)
             first.setting.ispIndex = 5;
             first.setting.isViewTransfer = true;
         });
-    const auto jCapture = read("preferences.json")["capture"].toObject();
-    EXPECT_EQ(jCapture, QJsonObject({{"ae.enable", true},
-                                     {"af.enable", false},
-                                     {"awb.enable", true},
-                                     {"save.path", "/captures"},
-                                     {"image.type", 5}}));
+    const auto all = text(QJsonDocument::fromJson(R"({
+        "p":{"calibration":{"save.path":"/calibration/ä"},
+             "capture":{"ae.enable":true,"af.enable":false,"awb.enable":true,"image.type":5,"save.path":"/captures"},
+             "server":{"type":"uart","index":1,"hosts":[{"ip":"board","port":8080},{"ip":"","port":65535}],
+                       "port":"/dev/ttyS1"},
+             "window":{"auto.resize":true}},
+        "s":{"chip.name":"Chip \"1\"","input.index":-3,"isp.index":5,"view.template":false,"view.transfer":true},
+        "w":{}})")
+                              .object());
+    EXPECT_EQ(text({{"p", read("preferences.json")}, {"s", read("setting.json")}, {"w", QJsonObject()}}), all);
     run(
-        [](cfg::Config& second)
+        [&](cfg::Config& second)
         {
-            auto& preferences = second.preferences;
-            EXPECT_EQ(str(preferences.calibration.path), "/calibration/ä");
-            EXPECT_TRUE(preferences.capture.isAe && !preferences.capture.isAf && preferences.capture.isAwb);
-            EXPECT_EQ(str(preferences.capture.path), "/captures");
-            EXPECT_EQ(preferences.capture.snapshotType, Camera::Yuv);
-            EXPECT_EQ(str(preferences.server.type), "uart");
-            EXPECT_EQ(str(preferences.server.uart.port), "/dev/ttyS1");
-            const QVector<QPair<QString, uint16_t>> hosts{{"board", 8080}, {"", 65535}};
-            EXPECT_EQ(preferences.server.http.collection, hosts);
-            EXPECT_EQ(preferences.server.http.server().second, 65535);
-            EXPECT_TRUE(preferences.window.isAutoResize);
-            EXPECT_EQ(str(second.setting.chipName), "Chip \"1\"");
-            EXPECT_EQ(second.setting.inputIndex, -3);
-            EXPECT_EQ(second.setting.ispIndex, 5);
-            EXPECT_TRUE(!second.setting.isViewTemplate && second.setting.isViewTransfer);
-            preferences.restore();
-            EXPECT_EQ(preferences.server.http.collection, hosts + hosts) << "the list is added to";
+            EXPECT_EQ(held(second), all);
+            EXPECT_EQ(second.preferences.server.http.server(), hosts[1]);
+            second.preferences.restore();
+            EXPECT_EQ(second.preferences.server.http.collection, hosts + hosts) << "the list is added to";
         });
 }
 
@@ -158,7 +147,7 @@ TEST_F(ConfigTest, UnreadableContentGivesDefaultsAndIsReplaced)
         const auto why = content.left(40).toStdString() + " " + std::to_string(content.size());
         for (const auto* name : {"preferences.json", "setting.json", "widget.json"})
             write(name, content);
-        run([&](cfg::Config& broken) { expectDefaults(broken, why); });
+        run([&](cfg::Config& broken) { EXPECT_EQ(held(broken), defaults()) << why; });
         EXPECT_EQ(read("preferences.json").size(), 4) << why;
         EXPECT_EQ(read("setting.json").size(), 5) << why;
     }
@@ -182,7 +171,7 @@ TEST_F(ConfigTest, ValuesOfAnotherKindGiveDefaults)
     {
         write("preferences.json", preferences);
         write("setting.json", setting);
-        run([&, p = preferences](cfg::Config& wrong) { expectDefaults(wrong, p.toStdString()); });
+        run([&, p = preferences](cfg::Config& wrong) { EXPECT_EQ(held(wrong), defaults()) << p.toStdString(); });
         EXPECT_TRUE(read("preferences.json")["capture"].isObject());
     }
 }
@@ -233,17 +222,17 @@ TEST_F(ConfigTest, WhatIsNoFileIsLeftAlone)
         QDir().mkpath(path(""));
         for (const auto* name : {"preferences.json", "setting.json", "widget.json"})
             make(path(name));
-        run([this](cfg::Config& odd) { expectDefaults(odd, "no files"); });
+        run([](cfg::Config& odd) { EXPECT_EQ(held(odd), defaults()) << "no files"; });
         for (const auto* name : {"preferences.json", "setting.json", "widget.json"})
             EXPECT_FALSE(QFileInfo(path(name)).isFile()) << name;
         QDir(path("")).removeRecursively();
     }
     fileWrite(home.path() + "/.tuning-client", "");
-    run([this](cfg::Config& blocked) { expectDefaults(blocked, "a file in place of the directory"); });
+    run([](cfg::Config& blocked) { EXPECT_EQ(held(blocked), defaults()) << "a file in place of the directory"; });
     EXPECT_EQ(fileRead(home.path() + "/.tuning-client"), "");
 
     qputenv("HOME", (home.path() + "/no/such/home").toUtf8());
-    run([this](cfg::Config& homeless) { expectDefaults(homeless, "no home"); });
+    run([](cfg::Config& homeless) { EXPECT_EQ(held(homeless), defaults()) << "no home"; });
     EXPECT_FALSE(QFile::exists(home.path() + "/no"));
 }
 

@@ -118,17 +118,11 @@ TEST_F(InputPageTest, IsBuiltOfTwoPagesAndAsksNothing)
 
     auto& page = *widget.pSensorWidget;
     const auto* pForm = page.findChild<QFormLayout*>();
-    const std::pair<const char*, QWidget*> rows[] = {{"Sensor Driver", page.pPushButtonDriverList},
-                                                     {"Resolution", page.pComboBoxResolution},
-                                                     {"Enable Test Pattern", page.pCheckBoxTestPattern},
-                                                     {"Connection Status", page.pLabelSensorConnectValue},
-                                                     {"Bayer Pattern", page.pLabelSensorBayerPatternValue}};
-    for (int row = 0; row < 5; ++row)
-    {
-        const auto* pLabel = qobject_cast<QLabel*>(pForm->itemAt(row, QFormLayout::LabelRole)->widget());
-        EXPECT_EQ(pLabel->text(), rows[row].first);
-        EXPECT_EQ(pLabel->buddy(), rows[row].second);
-    }
+    QStringList labels;
+    for (int row = 0; row < pForm->rowCount(); ++row)
+        labels.append(qobject_cast<QLabel*>(pForm->itemAt(row, QFormLayout::LabelRole)->widget())->text());
+    EXPECT_EQ(labels, QStringList({"Sensor Driver", "Resolution", "Enable Test Pattern", "Connection Status",
+                                   "Bayer Pattern"}));
     EXPECT_EQ(page.pPushButtonDriverList->text(), "Select Sensor Driver (*.drv)");
     const auto& images = *widget.pImageWidget;
     EXPECT_EQ(images.pPushButtonImageList->text(), "Select Image (*.pgm)");

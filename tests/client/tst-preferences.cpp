@@ -2,7 +2,6 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
-#include "tuning-client/source/preferences/calibration-widget.h"
 #include "tuning-client/source/preferences/capture-widget.h"
 #include "tuning-client/source/preferences/preferences-dialog.h"
 #include "tuning-client/source/preferences/serial-ports.h"
@@ -109,24 +108,15 @@ TEST_F(PreferencesTest, DirectoriesAreTakenOver)
 {
     const QTemporaryDir chosen;
     const auto here = QDir::currentPath();
-    const auto box = "Select Directory: Cannot save file to " + here + ", change another directory";
+    const auto box = "Select Directory: Cannot save file to " + str(here) + ", change another directory";
     config.preferences.calibration.path = config.preferences.capture.path = "/as before";
     const PreferencesDialog dialog(nullptr);
-    const struct
+    for (const bool isCapture : {false, true})
     {
-        SettingsAbstractWidget& page;
-        QLineEdit& line;
-        const QString& path;
-        QString boxHere; ///< where the program's own directory is chosen
-    } pages[]{{*dialog.findChild<CalibrationWidget*>(),
-               *dialog.findChild<CalibrationWidget*>()->pLineEditOutputDir,
-               config.preferences.calibration.path,
-               {}},
-              {*dialog.findChild<CaptureWidget*>(), *dialog.findChild<CaptureWidget*>()->pLineEditOutputDir,
-               config.preferences.capture.path, box}};
-    for (const auto& [page, line, path, boxHere] : pages)
-    {
-        SCOPED_TRACE(str(page.objectName()));
+        SCOPED_TRACE(isCapture);
+        const auto& page = *dialog.findChildren<SettingsAbstractWidget*>()[isCapture];
+        const auto& line = *page.findChild<QLineEdit*>();
+        const auto& path = isCapture ? config.preferences.capture.path : config.preferences.calibration.path;
         EXPECT_TRUE(line.isReadOnly());
         for (const auto& [entered, expected] :
              {std::make_pair(QString(), QString("/as before")), {chosen.path(), chosen.path()}, {here, here}})
@@ -134,7 +124,7 @@ TEST_F(PreferencesTest, DirectoriesAreTakenOver)
             const FileDialogAnswer answer(entered);
             press(page, "Browse...");
             EXPECT_TRUE(answer.seen.startsWith("Select Directory|" + here)) << str(answer.seen);
-            EXPECT_EQ(str(answer.said), str(entered == here ? boxHere : QString()));
+            EXPECT_EQ(str(answer.said), isCapture && entered == here ? box : "");
             EXPECT_EQ(str(path), str(expected)) << "taken over whatever the box said";
             EXPECT_EQ(str(line.text()), str(expected));
         }
@@ -211,11 +201,8 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
         page.pPushButtonDelete->click();
     EXPECT_FALSE(page.pPushButtonDelete->isEnabled());
     const auto before = stored.http.collection;
-    {
-        const ClosedBoxes boxes;
-        press(page, "Apply");
-        EXPECT_EQ(boxes.texts, QStringList("Information Error: Ip address cannot be empty, please add it firstly"));
-    }
+    EXPECT_EQ(boxesDuring([&] { press(page, "Apply"); }),
+              QStringList("Information Error: Ip address cannot be empty, please add it firstly"));
     EXPECT_EQ(stored.http.collection, before);
 
     page.pPushButtonAdd->click();
@@ -243,11 +230,7 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     EXPECT_EQ(pPorts->stringList(), serialPorts());
 
     page.pLineEditUart->setText("/no/such/port");
-    {
-        const ClosedBoxes boxes;
-        press(page, "Apply");
-        EXPECT_EQ(boxes.texts.size(), 1) << "a port that can't be opened";
-    }
+    EXPECT_EQ(boxesDuring([&] { press(page, "Apply"); }).size(), 1) << "a port that can't be opened";
     rest::Camera().preview(true);
     EXPECT_EQ(str(stored.type), "uart");
     EXPECT_EQ(str(stored.uart.port), "/no/such/port");

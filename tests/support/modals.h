@@ -54,6 +54,15 @@ public:
     QStringList texts;
 };
 
+/// Titles and texts of the message boxes that `action` opens; each is closed at once.
+template <class Action>
+QStringList boxesDuring(Action action)
+{
+    const ClosedBoxes boxes;
+    action();
+    return boxes.texts;
+}
+
 /// Enters a path in the file dialog that opens during its life, and agrees to a box behind it; a null path cancels.
 class FileDialogAnswer : public Modals
 {
