@@ -290,16 +290,6 @@ TEST_F(InputPageTest, DriverIsChosenFromTheBoardsFilesAndChanged)
     EXPECT_EQ(status(), "Server: no list");
 }
 
-TEST_F(InputPageTest, ImagePageSendsOnlyOnRequest)
-{
-    auto& page = image();
-    emit pMainWindow->refresh();
-    const ClosedBoxes boxes;
-    page.pPushButtonChangeImage->click();
-    EXPECT_EQ(boxes.texts, QStringList("Oops: Please select image"));
-    EXPECT_EQ(board->requestCount(), 0u);
-}
-
 TEST_F(InputPageTest, LoadedImageIsDescribed)
 {
     auto& page = image();
@@ -309,6 +299,9 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
                    page.pLabelImageFormat->text() + " " + page.pLabelImageBayerPattern->text());
     };
     const auto before = shown();
+    emit pMainWindow->refresh();
+    EXPECT_EQ(boxesDuring([&] { page.pPushButtonChangeImage->click(); }), QStringList("Oops: Please select image"));
+    EXPECT_EQ(board->requestCount(), 0u) << "it sends only on request";
     page.pPushButtonImageList->setText("chart.pgm");
     page.pPushButtonChangeImage->click();
     EXPECT_TRUE(status().startsWith("Server: ")) << "no such file: " << str(status());

@@ -24,10 +24,7 @@ protected:
     /// The boxes that come up when the window gets a client of that kind.
     QStringList connectTo(const std::string& type, const std::string& port)
     {
-        Json::Value jConfig;
-        jConfig["type"] = type;
-        jConfig["ip"] = "127.0.0.1";
-        jConfig["port"] = port;
+        auto jConfig = clientConfig(type, port);
         return boxesDuring([&] { pMainWindow->clientHolderSet(jConfig); });
     }
 

@@ -125,6 +125,16 @@ protected:
         config.preferences.server.uart.port = QString::fromStdString(board->serialName());
     }
 
+    /// What the window makes a client from.
+    static Json::Value clientConfig(const std::string& type, const std::string& port)
+    {
+        Json::Value jConfig;
+        jConfig["type"] = type;
+        jConfig["ip"] = "127.0.0.1";
+        jConfig["port"] = port;
+        return jConfig;
+    }
+
     /// What the last command of that number carried, null for none.
     Json::Value lastQuery(int64_t id) const
     {
