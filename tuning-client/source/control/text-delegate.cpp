@@ -87,12 +87,14 @@ bool TextDelegate::isKept(QWidget* pEditor)
 
 bool TextDelegate::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
-    // Not left to the base, which would set the text anew and forget that the user has typed it.
+    // Neither is left to the base, which would set the text anew and forget that the user has typed it.
     auto* pLineEdit = qobject_cast<QLineEdit*>(pWatched);
     if (pLineEdit && isConfirming(pEvent) && !pLineEdit->hasAcceptableInput())
     {
         mark(pLineEdit);
         return true;
     }
+    if (pEvent->type() == QEvent::FocusOut && isKept(pLineEdit))
+        return false;
     return QStyledItemDelegate::eventFilter(pWatched, pEvent);
 }
