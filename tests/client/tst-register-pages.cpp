@@ -2,6 +2,8 @@
 #include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tests/support/modals.h"
+#include "tuning-client/source/control/register-log.h"
+#include "tuning-client/source/control/register-table.h"
 #include "tuning-client/source/file/register-document.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-widget.h"
@@ -19,7 +21,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
-#include <QTreeView>
 
 #include <thread>
 
@@ -96,7 +97,7 @@ protected:
 
     void select(int row) { isp().pTreeView->setCurrentIndex(isp().pStandardItemModel->index(row, 0)); }
 
-    QString cell(int row, IspRegisterWidget::Column column)
+    QString cell(int row, RegisterTable::Column column)
     {
         return isp().pStandardItemModel->item(row, column)->text();
     }
@@ -303,7 +304,7 @@ TEST_F(RegisterPagesTest, TableShowsTheChosenModule)
     for (const auto& row : rows)
     {
         QStringList texts;
-        for (int column = 0; column < IspRegisterWidget::Sum; ++column)
+        for (int column = 0; column < RegisterTable::Sum; ++column)
         {
             const auto* pItem = widget.pStandardItemModel->item(row.row, column);
             EXPECT_EQ(pItem->foreground().color(), row.color);
@@ -428,14 +429,14 @@ TEST_F(RegisterPagesTest, WrittenRegistersAreReadBackAndLogged)
     EXPECT_EQ(last(RegSet)["address"].asUInt(), 0x400u);
     EXPECT_EQ(last(RegSet)["value"].asUInt(), 0x1fu);
     EXPECT_EQ(last(RegGet)["address"].asUInt(), 0x400u);
-    EXPECT_EQ(cell(readWrite, IspRegisterWidget::Value), "0x0000001e");
+    EXPECT_EQ(cell(readWrite, RegisterTable::Value), "0x0000001e");
     EXPECT_EQ(fields(), "0000001E 30 11110");
     EXPECT_EQ(status(), "Write 0x400 = 0x1F OK");
     board->answersClear();
     pressWith("Read", {});
     EXPECT_EQ(status(), "Read 0x400 = 0x1F OK");
     EXPECT_EQ(fields(), "0000001F 31 11111");
-    EXPECT_EQ(cell(readWrite, IspRegisterWidget::Value), "0x0000001f");
+    EXPECT_EQ(cell(readWrite, RegisterTable::Value), "0x0000001f");
 
     choose("Auto Exposure");
     select(4);
@@ -585,7 +586,7 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
         path,
         "<OPTRIX_1><Auto_Exposure><a>0x5</a></Auto_Exposure><Auto_Exposure><a>0x9</a></Auto_Exposure></OPTRIX_1>");
     pressWith("Load", path);
-    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x9") << "the last counts";
+    EXPECT_EQ(cell(0, RegisterTable::Value), "0x9") << "the last counts";
     QFile::remove(path);
     pressWith("Save", path);
     const QByteArray created = fileRead(path);
@@ -601,9 +602,9 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     fileWrite(path, edited);
     select(0);
     EXPECT_TRUE(pressWith("Load", path).startsWith("Open XML File|" + QDir::currentPath() + "|XML Files (*.xml)"));
-    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x00000abc");
+    EXPECT_EQ(cell(0, RegisterTable::Value), "0x00000abc");
     EXPECT_EQ(fields(), "00000ABC 2748 101010111100");
-    EXPECT_EQ(cell(0, IspRegisterWidget::Default), "0x00000001");
+    EXPECT_EQ(cell(0, RegisterTable::Default), "0x00000001");
     EXPECT_EQ(board->count(RegSet), 0u);
 
     // A second module joins the file with its defaults, the first gets its present values; what else stands there
@@ -622,11 +623,11 @@ TEST_F(RegisterPagesTest, RegisterFileGoesOutAndComesBack)
     // More and fewer registers than the table has rows.
     fileWrite(path, "<OPTRIX_1><Main_Control><a>0x7</a></Main_Control></OPTRIX_1>");
     pressWith("Load", path);
-    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "0x7");
-    EXPECT_EQ(cell(1, IspRegisterWidget::Value), "0x00000020");
+    EXPECT_EQ(cell(0, RegisterTable::Value), "0x7");
+    EXPECT_EQ(cell(1, RegisterTable::Value), "0x00000020");
     fileWrite(path, "<OPTRIX_1><Main_Control>" + QByteArray("<a>0x8</a>").repeated(9) + "</Main_Control></OPTRIX_1>");
     pressWith("Load", path);
-    EXPECT_EQ(cell(4, IspRegisterWidget::Value), "0x8");
+    EXPECT_EQ(cell(4, RegisterTable::Value), "0x8");
     EXPECT_EQ(isp().pStandardItemModel->rowCount(), 5);
 }
 
@@ -634,7 +635,7 @@ TEST_F(RegisterPagesTest, RegisterFilesThatDoNotFitChangeNothing)
 {
     const auto path = directory.filePath("registers.xml");
     choose(module);
-    const auto value = cell(0, IspRegisterWidget::Value);
+    const auto value = cell(0, RegisterTable::Value);
 
     fileWrite(path, "<OPTRIX_1><Another_Chip><a>0x7</a></Another_Chip></OPTRIX_1>");
     pressWith("Load", path);
@@ -652,7 +653,7 @@ TEST_F(RegisterPagesTest, RegisterFilesThatDoNotFitChangeNothing)
             EXPECT_EQ(fileRead(path), bytes);
         }
     }
-    EXPECT_EQ(cell(0, IspRegisterWidget::Value), value);
+    EXPECT_EQ(cell(0, RegisterTable::Value), value);
     fileWrite(path, "<OPTRIX_1/>");
     {
         const FullDisk disk(10);
@@ -684,8 +685,8 @@ TEST_F(RegisterPagesTest, TextsOfTheBoardArePlainAndBounded)
     EXPECT_TRUE(pMenu->actions()[0]->text().startsWith("A && B ?[31mxx"));
     EXPECT_LT(pMenu->actions()[0]->text().size(), 300);
     pMenu->actions()[0]->trigger();
-    EXPECT_LT(cell(0, IspRegisterWidget::Name).size(), 2000);
-    EXPECT_EQ(cell(0, IspRegisterWidget::Value), "<b>?</b>");
+    EXPECT_LT(cell(0, RegisterTable::Name).size(), 2000);
+    EXPECT_EQ(cell(0, RegisterTable::Value), "<b>?</b>");
     select(0);
     EXPECT_EQ(fields(), "00000000 0 0");
     board->requestsClear();
