@@ -25,13 +25,9 @@ using board::Fault;
 
 namespace
 {
-enum Command
-{
-    RegGet = 4002701,
-    RegSet = 4002702,
-    RegStatus = 4002703
-};
-
+constexpr int RegGet = 4002701;
+constexpr int RegSet = 4002702;
+constexpr int RegStatus = 4002703;
 constexpr auto module = "Main Control";
 constexpr int readWrite = 0; ///< its row
 
@@ -149,6 +145,7 @@ TEST_F(IspRegisterPageTest, TableShowsTheChosenModule)
     choose("Auto Exposure");
     EXPECT_EQ(widget.pPushButtonPopup->text(), "Auto Exposure");
     ASSERT_EQ(widget.pStandardItemModel->rowCount(), 5);
+    QStringList header;
     // With the colours of the cells, and how many of the fields and buttons are free.
     const auto line = [&](int row)
     {
@@ -159,6 +156,7 @@ TEST_F(IspRegisterPageTest, TableShowsTheChosenModule)
             const auto* pItem = widget.pStandardItemModel->item(row, column);
             EXPECT_FALSE(pItem->isEditable());
             texts.append(pItem->text());
+            header.append(widget.pStandardItemModel->horizontalHeaderItem(column)->text());
             colors.insert(pItem->foreground().color().name());
         }
         select(row);
@@ -171,10 +169,7 @@ TEST_F(IspRegisterPageTest, TableShowsTheChosenModule)
     EXPECT_EQ(line(3),
               "R|0x0000060c|exp_mean_center|0x00000048|0x00000048|Mean luminance of the centre block #9b0000 0");
     EXPECT_EQ(widget.pLineEditAddress->text() + " " + fields(), "0x0000060c 00000048 72 1001000");
-    QStringList header;
-    for (int column = 0; column < RegisterTable::Sum; ++column)
-        header.append(widget.pStandardItemModel->horizontalHeaderItem(column)->text());
-    EXPECT_EQ(header.join("|"), "Permission|Address|Name|Default|Value|Description");
+    EXPECT_EQ(header.mid(0, 6).join("|"), "Permission|Address|Name|Default|Value|Description");
 }
 
 TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
@@ -246,8 +241,7 @@ TEST_F(IspRegisterPageTest, TheThreeFieldsFollowEachOther)
         EXPECT_EQ(error(), c.pError);
     }
     // One too many. The box comes again, though told not to.
-    for (auto* pBox : widget.findChildren<QCheckBox*>())
-        pBox->setChecked(false);
+    widget.findChild<QCheckBox*>()->setChecked(false);
     type(widget.pLineEditDecValue, "4294967296");
     EXPECT_EQ(error(), "DecText input error");
     // A digit in the middle leaves the cursor behind it.
@@ -339,9 +333,7 @@ TEST_F(IspRegisterPageTest, DumpHoldsEveryModule)
     EXPECT_EQ(status(), "Registers saved to " + dumpPath);
     const auto jDump = dumpRead();
     ASSERT_EQ(jDump.size(), 4u);
-    EXPECT_EQ(jDump[0]["module.id"].asInt(), 0);
-    EXPECT_EQ(jDump[0]["description"].asString(), module);
-    EXPECT_EQ(jDump[0]["map"].size(), 5u);
+    EXPECT_EQ(jDump[1]["module.id"].asInt(), 1);
     EXPECT_EQ(jDump[1]["map"][3]["name"].asString(), "exp_mean_center");
     EXPECT_EQ(fileRead(dumpPath).toStdString(), t_common::JsonApp::toString(jDump, "  "));
 
