@@ -71,11 +71,7 @@ const std::string table = R"({"columns":["gain","level"],"rows":[[1,2],[3,4.5],[
 
 TEST(TableEditorDialog, GivesBackWhatTheGridShows)
 {
-    struct
-    {
-        const char* pText;
-        const char* pEdited;
-    } const cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {R"({"columns":["a","b"],"rows":[[1.23456789,-12345678],[1e-7,true]]})",
          R"({"columns":["a","b"],"rows":[[1.23457,-12345700.0],[1e-07,1.0]]})"},
         {R"({"columns":["a","b"],"rows":[[1],[],null,[1,2,3]]})",
@@ -84,22 +80,17 @@ TEST(TableEditorDialog, GivesBackWhatTheGridShows)
         {R"({"rows":[[1],[2]]})", R"({"columns":null,"rows":[[],[]]})"},
         {"null", R"({"columns":null,"rows":null})"},
     };
-    for (const auto& oneCase : cases)
+    for (const auto& [text, expected] : cases)
     {
-        const Editor editor(oneCase.pText);
-        EXPECT_EQ(edited(editor.dialog), oneCase.pEdited);
+        const Editor editor(text);
+        EXPECT_EQ(edited(editor.dialog), expected);
         EXPECT_EQ(editor.texts, QStringList());
     }
 }
 
 TEST(TableEditorDialog, WarnsOfWrongTypesAndShowsWhatItHadRead)
 {
-    struct
-    {
-        std::string text;
-        int columns;
-        int rows;
-    } const cases[] = {
+    const std::tuple<std::string, int, int> cases[] = {
         {"[]", 0, 0},
         {R"({"columns":{"a":1},"rows":[]})", 0, 0},
         {R"({"columns":["a",["b"]],"rows":[[1]]})", 0, 0},
@@ -108,28 +99,21 @@ TEST(TableEditorDialog, WarnsOfWrongTypesAndShowsWhatItHadRead)
         {R"({"columns":["a","b"],"rows":[[1,2],[3,"four"],[4,5]]})", 2, 2},
         {R"({"columns":["a","b"],"rows":[{"a":1}]})", 2, 1},
     };
-    for (const auto& oneCase : cases)
+    for (const auto& [text, columns, rows] : cases)
     {
-        const Editor editor(oneCase.text);
-        EXPECT_EQ(editor.texts.size(), 1) << oneCase.text;
+        const Editor editor(text);
+        EXPECT_EQ(editor.texts.size(), 1) << text;
         EXPECT_FALSE(editor.texts.value(0).isEmpty());
-        EXPECT_EQ(editor.grid.columnCount(), oneCase.columns) << oneCase.text;
-        EXPECT_EQ(editor.grid.rowCount(), oneCase.rows) << oneCase.text;
+        EXPECT_EQ(editor.grid.columnCount(), columns) << text;
+        EXPECT_EQ(editor.grid.rowCount(), rows) << text;
         edited(editor.dialog);
     }
 }
 
 TEST(TableEditorDialog, RefusesTablesBeyondTheLimits)
 {
-    const auto many = [](int count, const std::string& element)
-    {
-        std::string text = "[" + element;
-        for (int i = 1; i < count; ++i)
-        {
-            text += "," + element;
-        }
-        return text + "]";
-    };
+    const auto many = [](int count, const char* element)
+    { return "[" + QStringList(QVector<QString>(count, element).toList()).join(",").toStdString() + "]"; };
     const auto boxesOf = [](const std::string& columns, const std::string& rows)
     { return Editor("{\"columns\":" + columns + ",\"rows\":" + rows + "}").texts; };
     EXPECT_EQ(boxesOf(many(256, "\"c\""), "[]"), QStringList());

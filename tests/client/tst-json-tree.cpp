@@ -107,23 +107,22 @@ protected:
     /// Right-clicks a row; gives the entries of the menu that came.
     QString menu(const QStringList& path)
     {
-        QStringList entries;
+        QString entries;
         QTimer::singleShot(0,
                            [&]
                            {
-                               if (auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget()))
-                               {
-                                   for (const auto* pAction : pMenu->actions())
-                                       entries.append(pAction->text());
+                               auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                               for (int i = 0; pMenu && i < pMenu->actions().size(); ++i)
+                                   entries += pMenu->actions()[i]->text() + " ";
+                               if (pMenu)
                                    pMenu->close();
-                               }
                            });
         const auto place = view.visualRect(cell(path, JsonModel::ColumnKey)).center();
         QTest::mouseClick(view.viewport(), Qt::RightButton, {}, place);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, view.viewport()->mapToGlobal(place));
         QApplication::sendEvent(view.viewport(), &event);
         QCoreApplication::processEvents();
-        return entries.join(" ");
+        return entries.trimmed();
     }
 
     void act(const QStringList& path, QAction* pAction)
@@ -172,41 +171,36 @@ TEST_F(JsonTreeTest, ShowsKeysSortedWithValueAndType)
 
 TEST_F(JsonTreeTest, TypedTextReachesTheDocumentWhenItFitsTheType)
 {
-    const struct
-    {
-        const char* pValue;
-        const char* pTyped;
-        const char* pExpected;
-        bool isKept = false; ///< the editor stays open
-    } cases[] = {
-        {"5", "-12", "-12"},
-        {"5", "1x2.3", "123"},
-        {"5", "", "0"},
-        {"5", "-", "0"},
-        {"5", "9223372036854775807", "9223372036854775807"},
+    // The last: whether the editor stays open.
+    const std::tuple<std::string, const char*, std::string, bool> cases[] = {
+        {"5", "-12", "-12", false},
+        {"5", "1x2.3", "123", false},
+        {"5", "", "0", false},
+        {"5", "-", "0", false},
+        {"5", "9223372036854775807", "9223372036854775807", false},
         {"5", "9223372036854775808", "5", true},
-        {"18446744073709551615", "-7", "7"},
-        {"18446744073709551615", "", "0"},
+        {"18446744073709551615", "-7", "7", false},
+        {"18446744073709551615", "", "0", false},
         {"18446744073709551615", "18446744073709551616", "18446744073709551615", true},
-        {"0.1", "-12.50", "-12.5"},
-        {"0.1", "7", "7.0"},
+        {"0.1", "-12.50", "-12.5", false},
+        {"0.1", "7", "7.0", false},
         {"0.1", "12", "0.1", true},
         {"0.1", "1x5", "0.1", true},
         {"0.1", "", "0.1", true},
-        {"\"old\"", "new \"ä\"", "\"new \\\"ä\\\"\""},
-        {"\"old\"", "", "\"\""},
-        {"\"\\u00e4\"", "b", "\"b\""},
-        {"null", "x", "null"},
-        {"{\"k\": 1}", "x", "{\"k\": 1}"},
+        {"\"old\"", "new \"ä\"", "\"new \\\"ä\\\"\"", false},
+        {"\"old\"", "", "\"\"", false},
+        {"\"\\u00e4\"", "b", "\"b\"", false},
+        {"null", "x", "null", false},
+        {"{\"k\": 1}", "x", "{\"k\": 1}", false},
     };
-    for (const auto& c : cases)
+    for (const auto& [value, typed, expected, isKept] : cases)
     {
-        SCOPED_TRACE(std::string(c.pValue) + " <- " + c.pTyped);
-        show(std::string("{\"v\": ") + c.pValue + "}");
+        SCOPED_TRACE(value + " <- " + typed);
+        show("{\"v\": " + value + "}");
         const auto shown = rows();
-        EXPECT_EQ(type({"v"}, QString::fromUtf8(c.pTyped)), c.isKept);
-        EXPECT_EQ(text(), std::string("{\"v\": ") + c.pExpected + "}");
-        EXPECT_EQ(rows() == shown, c.pExpected == std::string(c.pValue));
+        EXPECT_EQ(type({"v"}, QString::fromUtf8(typed)), isKept);
+        EXPECT_EQ(text(), "{\"v\": " + expected + "}");
+        EXPECT_EQ(rows() == shown, expected == value);
     }
 }
 

@@ -70,12 +70,7 @@ protected:
 TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
 {
     const QDate date(2022, 11, 16);
-    const struct
-    {
-        QVariant old;
-        const char* pTyped;
-        QVariant expected;
-    } cases[] = {
+    const std::tuple<QVariant, const char*, QVariant> cases[] = {
         {true, "FALSE", false},
         {true, "maybe", true},
         {5, "-7", -7},
@@ -105,49 +100,45 @@ TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
         {QColor(1, 2, 3, 4), "(99999999999,300,7,8)", QColor(255, 255, 7, 8)},
         {QColor(1, 2, 3, 4), "(1,2,3)", QColor(1, 2, 3, 4)},
     };
-    for (const auto& c : cases)
+    for (const auto& [old, text, expected] : cases)
     {
-        SCOPED_TRACE(std::string(c.old.typeName()) + " <- " + c.pTyped);
-        const auto result = typed(c.old, QString::fromUtf8(c.pTyped));
-        EXPECT_EQ(result.userType(), c.old.userType());
-        EXPECT_EQ(result, c.expected) << VariantDelegate::displayText(result).toStdString();
+        SCOPED_TRACE(std::string(old.typeName()) + " <- " + text);
+        const auto result = typed(old, QString::fromUtf8(text));
+        EXPECT_EQ(result.userType(), old.userType());
+        EXPECT_EQ(result, expected) << VariantDelegate::displayText(result).toStdString();
     }
 }
 
 TEST_F(VariantDelegateTest, ShowsValuesAsTextAndEditsThoseOfSupportedTypesInColumn1)
 {
     const QDate date(2022, 11, 6);
-    const struct
+    const std::pair<QVariant, const char*> cases[] = {{QVariant(), "<Invalid>"},
+                                                      {QVariantMap{{"a", 1}}, "<QVariantMap>"},
+                                                      {QLine(1, 2, 3, 4), "<QLine>"},
+                                                      {true, "true"},
+                                                      {QStringList({"a", "b c"}), "a,b c"},
+                                                      {date, "2022-11-06"},
+                                                      {QTime(1, 2, 3, 4), "01:02:03"},
+                                                      {QDateTime(date, QTime(1, 2, 3)), "2022-11-06T01:02:03"},
+                                                      {QRect(1, 2, 30, 40), "(1,2,30,40)"},
+                                                      {QSize(3, 4), "(3,4)"},
+                                                      {QPoint(-3, 4), "(-3,4)"},
+                                                      {QColor(1, 2, 3, 4), "(1,2,3,4)"}};
+    for (const auto& [value, text] : cases)
     {
-        QVariant value;
-        const char* pText;
-        bool isEdited = true;
-    } cases[] = {{QVariant(), "<Invalid>", false},
-                 {QVariantMap{{"a", 1}}, "<QVariantMap>", false},
-                 {QLine(1, 2, 3, 4), "<QLine>", false},
-                 {true, "true"},
-                 {QStringList({"a", "b c"}), "a,b c"},
-                 {date, "2022-11-06"},
-                 {QTime(1, 2, 3, 4), "01:02:03"},
-                 {QDateTime(date, QTime(1, 2, 3)), "2022-11-06T01:02:03"},
-                 {QRect(1, 2, 30, 40), "(1,2,30,40)"},
-                 {QSize(3, 4), "(3,4)"},
-                 {QPoint(-3, 4), "(-3,4)"},
-                 {QColor(1, 2, 3, 4), "(1,2,3,4)"}};
-    for (const auto& c : cases)
-    {
-        EXPECT_EQ(VariantDelegate::displayText(c.value), c.pText);
-        EXPECT_EQ(VariantDelegate::isSupportedType(c.value.userType()), c.isEdited) << c.pText;
-        auto* pEditor = edit(c.value);
-        ASSERT_EQ(pEditor != nullptr, c.isEdited) << c.pText;
+        EXPECT_EQ(VariantDelegate::displayText(value), text);
+        const bool isEdited = *text != '<';
+        EXPECT_EQ(VariantDelegate::isSupportedType(value.userType()), isEdited) << text;
+        auto* pEditor = edit(value);
+        ASSERT_EQ(pEditor != nullptr, isEdited) << text;
         if (!pEditor)
             continue;
-        EXPECT_EQ(pEditor->text(), c.pText);
+        EXPECT_EQ(pEditor->text(), text);
         // A text that was not touched may be less than the value.
         QTest::keyClick(pEditor, Qt::Key_Return);
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        EXPECT_EQ(pItem->data(1, Qt::UserRole), c.value);
+        EXPECT_EQ(pItem->data(1, Qt::UserRole), value);
     }
     EXPECT_EQ(edit(5, 0), nullptr);
 }
