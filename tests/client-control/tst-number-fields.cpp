@@ -9,26 +9,17 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QTableWidget>
 #include <QTest>
 #include <QTreeWidget>
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <sstream>
 
 namespace
 {
-/// The editor that is open in the view.
-QLineEdit* opened(QAbstractItemView& view, const QModelIndex& index)
-{
-    view.setCurrentIndex(index);
-    view.edit(index);
-    for (auto* pEditor : view.viewport()->findChildren<QLineEdit*>())
-        if (pEditor->isVisible())
-            return pEditor;
-    return nullptr;
-}
+using Enter = std::function<void(QWidget*)>;
 
 const struct
 {
@@ -65,7 +56,7 @@ const struct
 };
 
 template <class Box>
-std::string boxAfter(Box& box, const std::function<void(QWidget*)>& fEnter)
+QString boxAfter(Box& box, const Enter& fEnter)
 {
     box.setRange(0, 100'000);
     box.setKeyboardTracking(false);
@@ -74,11 +65,25 @@ std::string boxAfter(Box& box, const std::function<void(QWidget*)>& fEnter)
     box.selectAll();
     fEnter(&box);
     QTest::keyClick(&box, Qt::Key_Return);
-    return box.text().toStdString();
+    return box.text();
 }
 
-/// What stands in a cell of a delegate's tree afterwards.
-std::string variantAfter(const QVariant& value, const std::function<void(QWidget*)>& fEnter)
+/// Opens the editor of the cell, and gives what the cell shows afterwards.
+QString cellAfter(QAbstractItemView& view, int column, const Enter& fEnter)
+{
+    view.window()->show();
+    const auto index = view.model()->index(0, column);
+    view.setCurrentIndex(index);
+    view.edit(index);
+    auto* pEditor = view.viewport()->findChild<QLineEdit*>();
+    pEditor->selectAll();
+    fEnter(pEditor);
+    QTest::keyClick(pEditor, Qt::Key_Return);
+    QCoreApplication::processEvents();
+    return index.data().toString();
+}
+
+QString variantAfter(const QVariant& value, const Enter& fEnter)
 {
     QTreeWidget tree;
     VariantDelegate delegate(nullptr);
@@ -87,98 +92,71 @@ std::string variantAfter(const QVariant& value, const std::function<void(QWidget
     auto* pItem = new QTreeWidgetItem(&tree);
     pItem->setFlags(pItem->flags() | Qt::ItemIsEditable);
     pItem->setData(1, Qt::UserRole, value);
-    tree.show();
-    auto* pEditor = opened(tree, tree.model()->index(0, 1));
-    pEditor->selectAll();
-    fEnter(pEditor);
-    QTest::keyClick(pEditor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-    return VariantDelegate::displayText(pItem->data(1, Qt::UserRole)).toStdString();
+    return cellAfter(tree, 1, fEnter);
 }
 
-std::string jsonAfter(const std::string& value, const std::function<void(QWidget*)>& fEnter)
+QString jsonAfter(const char* pDocument, const Enter& fEnter)
 {
     t_json::Value document;
-    std::istringstream("[" + value + "]") >> document;
+    std::istringstream(pDocument) >> document;
     JsonView view(nullptr);
     view.binding(&document, false);
-    view.show();
-    auto* pEditor = opened(view, view.model()->index(0, 1));
-    pEditor->selectAll();
-    fEnter(pEditor);
-    QTest::keyClick(pEditor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-    std::ostringstream stream;
-    stream << document;
-    return stream.str();
+    return cellAfter(view, 1, fEnter);
+}
+
+QString tableAfter(const Enter& fEnter)
+{
+    Json::Value jTable;
+    jTable["columns"].append("a");
+    jTable["rows"][0].append(2);
+    TableEditorDialog dialog(jTable, nullptr);
+    return cellAfter(*dialog.findChild<QTableWidget*>(), 0, fEnter);
+}
+
+template <class Box>
+QString ownBoxAfter(const Enter& fEnter)
+{
+    Box box;
+    return boxAfter(box, fEnter);
+}
+
+QString rowAfter(const Enter& fEnter)
+{
+    SliderSpinWidget row("Row", nullptr);
+    row.setDecimals(3);
+    row.show();
+    return boxAfter(*row.findChild<QDoubleSpinBox*>(), fEnter);
+}
+
+struct Register : HexSpinBox
+{
+    Register() : HexSpinBox(false) {}
+};
+
+QString lineAfter(const Enter& fEnter)
+{
+    QLineEdit line;
+    line.show();
+    fEnter(&line);
+    return line.text();
 }
 
 const struct
 {
     const char* pName;
-    std::function<std::string(const std::function<void(QWidget*)>&)> fAfter;
+    std::function<QString(const Enter&)> fAfter;
     const char* pExpected; ///< of 1,5 over 2
 } fields[] = {
-    {"double spin box",
-     [](const auto& fEnter)
-     {
-         QDoubleSpinBox box;
-         return boxAfter(box, fEnter);
-     },
-     "1.50"},
-    {"slider row",
-     [](const auto& fEnter)
-     {
-         SliderSpinWidget row("Row", nullptr);
-         row.setDecimals(3);
-         row.show();
-         return boxAfter(*row.findChild<QDoubleSpinBox*>(), fEnter);
-     },
-     "1.500"},
-    {"spin box",
-     [](const auto& fEnter)
-     {
-         QSpinBox box;
-         return boxAfter(box, fEnter);
-     },
-     "2"},
-    {"hexadecimal spin box",
-     [](const auto& fEnter)
-     {
-         HexSpinBox box(false);
-         return boxAfter(box, fEnter);
-     },
-     "0x2"},
-    {"cell of a table",
-     [](const auto& fEnter)
-     {
-         Json::Value jTable;
-         jTable["columns"].append("a");
-         jTable["rows"][0].append(2);
-         TableEditorDialog dialog(jTable, nullptr);
-         dialog.show();
-         auto& grid = *dialog.findChild<QTableWidget*>();
-         auto* pEditor = opened(grid, grid.model()->index(0, 0));
-         pEditor->selectAll();
-         fEnter(pEditor);
-         QTest::keyClick(pEditor, Qt::Key_Return);
-         QCoreApplication::processEvents();
-         return grid.item(0, 0)->text().toStdString();
-     },
-     "1.5"},
+    {"double spin box", ownBoxAfter<QDoubleSpinBox>, "1.50"},
+    {"slider row", rowAfter, "1.500"},
+    {"spin box", ownBoxAfter<QSpinBox>, "2"},
+    {"hexadecimal spin box", ownBoxAfter<Register>, "0x2"},
+    {"cell of a table", tableAfter, "1.5"},
     {"double of a tree", [](const auto& fEnter) { return variantAfter(2.0, fEnter); }, "1.5"},
     {"list of a tree", [](const auto& fEnter) { return variantAfter(QStringList("2"), fEnter); }, "1,5"},
-    {"double of a document", [](const auto& fEnter) { return jsonAfter("2.0", fEnter); }, "[1.5]"},
-    {"text of a document", [](const auto& fEnter) { return jsonAfter("\"2\"", fEnter); }, "[\"1,5\"]"},
-    {"line of text",
-     [](const auto& fEnter)
-     {
-         QLineEdit line;
-         line.show();
-         fEnter(&line);
-         return line.text().toStdString();
-     },
-     "1,5"},
+    {"double of a document", [](const auto& fEnter) { return jsonAfter("[2.0]", fEnter); }, "1.5"},
+    {"text of a document", [](const auto& fEnter) { return jsonAfter("[\"2\"]", fEnter); }, "1,5"},
+    {"line of text", lineAfter, "1,5"},
 };
 } // namespace
 
