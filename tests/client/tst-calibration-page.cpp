@@ -250,7 +250,7 @@ TEST_F(CalibrationPageTest, ActivatingTheWindowKeepsTheUsersPlace)
     auto* pEditor = pAttributes->viewport()->findChild<QLineEdit*>();
     ASSERT_NE(pEditor, nullptr);
     activate();
-    EXPECT_EQ(pAttributes->topLevelItem(0), pKey);
+    ASSERT_EQ(pAttributes->topLevelItem(0), pKey);
     int changes = 0;
     QObject::connect(pAttributes, &DomTreeWidget::domChanged, pAttributes, [&] { ++changes; });
     QTest::keyClicks(pEditor, "new");

@@ -207,15 +207,15 @@ TEST_F(JsonTreeTest, TypedTextReachesTheDocumentWhenItFitsTheType)
 TEST_F(JsonTreeTest, AnEditorWithoutANumberStaysWhateverIsClicked)
 {
     show(R"({"v": 0.5, "w": 1})");
-    auto* pLineEdit = editor<QLineEdit>({"v"});
+    const QPointer<QLineEdit> pLineEdit = editor<QLineEdit>({"v"});
     pLineEdit->selectAll();
     QTest::keyClicks(pLineEdit, "-");
     QTest::mouseClick(view.viewport(), Qt::LeftButton, {}, view.visualRect(cell({"w"})).center());
-    EXPECT_TRUE(waitUntil([&] { return pLineEdit->hasFocus(); }));
+    ASSERT_TRUE(waitUntil([&] { return !pLineEdit || pLineEdit->hasFocus(); }) && pLineEdit);
     QLineEdit other;
     other.show();
     other.activateWindow();
-    EXPECT_TRUE(waitUntil([&] { return !pLineEdit->hasFocus(); }));
+    ASSERT_TRUE(waitUntil([&] { return !pLineEdit || !pLineEdit->hasFocus(); }) && pLineEdit);
     EXPECT_TRUE(pLineEdit->isVisible());
     EXPECT_FALSE(pLineEdit->toolTip().isEmpty());
     QTest::keyClicks(pLineEdit, "2.5");
