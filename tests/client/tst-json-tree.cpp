@@ -1,3 +1,4 @@
+#include "tests/support/editing.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
@@ -82,26 +83,11 @@ protected:
         return nullptr;
     }
 
-    /// Types a text over the old one and confirms. Whether the editor has stayed open, marked, and was left by Escape.
+    /// Whether the editor stays open over the text that was typed.
     bool type(const QStringList& path, const QString& typed)
     {
         auto* pLineEdit = editor<QLineEdit>(path);
-        if (!pLineEdit)
-            return ADD_FAILURE() << "no editor", false;
-        const auto base = pLineEdit->palette().color(QPalette::Base);
-        pLineEdit->selectAll();
-        QTest::keyClick(pLineEdit, Qt::Key_Delete);
-        for (const auto character : typed)
-            pLineEdit->insert(character);
-        QTest::keyClick(pLineEdit, Qt::Key_Return);
-        // The editor commits with the next turn of the event loop.
-        QCoreApplication::processEvents();
-        const bool isOpen = pLineEdit->isVisible();
-        EXPECT_EQ(pLineEdit->palette().color(QPalette::Base) != base, isOpen);
-        QTest::keyClick(pLineEdit, Qt::Key_Escape);
-        EXPECT_FALSE(pLineEdit->isVisible());
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        return isOpen;
+        return pLineEdit ? typeOver(pLineEdit, typed) : throw std::runtime_error("no editor");
     }
 
     /// Right-clicks a row; gives the entries of the menu that came.
@@ -217,6 +203,7 @@ TEST_F(JsonTreeTest, AnEditorWithoutANumberStaysWhateverIsClicked)
     other.activateWindow();
     ASSERT_TRUE(waitUntil([&] { return !pLineEdit || !pLineEdit->hasFocus(); }) && pLineEdit);
     EXPECT_TRUE(pLineEdit->isVisible());
+    EXPECT_NE(pLineEdit->palette(), QPalette()) << "marked";
     EXPECT_FALSE(pLineEdit->toolTip().isEmpty());
     QTest::keyClicks(pLineEdit, "2.5");
     EXPECT_EQ(pLineEdit->palette(), QPalette()) << "no longer marked";

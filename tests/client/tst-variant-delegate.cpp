@@ -1,3 +1,4 @@
+#include "tests/support/editing.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/variant-delegate.h"
 
@@ -46,18 +47,10 @@ protected:
     QVariant typed(const QVariant& value, const QString& text)
     {
         auto* pEditor = edit(value);
-        pEditor->selectAll();
-        QTest::keyClick(pEditor, Qt::Key_Delete);
-        for (const auto character : text)
-            pEditor->insert(character);
-        QTest::keyClick(pEditor, Qt::Key_Return);
-        // The editor commits with the next turn of the event loop.
-        QCoreApplication::processEvents();
+        const bool isOpen = typeOver(pEditor, text);
         const auto result = pItem->data(1, Qt::UserRole);
-        EXPECT_EQ(pEditor->isVisible(), result == value);
+        EXPECT_EQ(isOpen, result == value);
         EXPECT_EQ(pItem->text(1), VariantDelegate::displayText(result));
-        QTest::keyClick(pEditor, Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         return result;
     }
 
