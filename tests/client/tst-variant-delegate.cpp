@@ -109,6 +109,7 @@ TEST_F(VariantDelegateTest, ShowsValuesAsTextAndEditsThoseOfSupportedTypesInColu
                                                       {QVariantMap{{"a", 1}}, "<QVariantMap>"},
                                                       {QLine(1, 2, 3, 4), "<QLine>"},
                                                       {true, "true"},
+                                                      {"a<b>", "a<b>"},
                                                       {QStringList({"a", "b c"}), "a,b c"},
                                                       {date, "2022-11-06"},
                                                       {QTime(1, 2, 3, 4), "01:02:03"},
@@ -127,6 +128,7 @@ TEST_F(VariantDelegateTest, ShowsValuesAsTextAndEditsThoseOfSupportedTypesInColu
         if (!pEditor)
             continue;
         EXPECT_EQ(pEditor->text(), text);
+        EXPECT_FALSE(pEditor->toolTip().contains("<b>"));
         // A text that was not touched may be less than the value.
         QTest::keyClick(pEditor, Qt::Key_Return);
         QCoreApplication::processEvents();

@@ -4,6 +4,7 @@
 
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QTextDocument>
 #include <QToolTip>
 
 namespace
@@ -49,7 +50,8 @@ QLineEdit* TextDelegate::lineEditMake(QWidget* pParent, QValidator* pValidator, 
     auto* pLineEdit = new QLineEdit(pParent);
     pLineEdit->setFrame(false);
     pLineEdit->setAccessibleName(tr("Value"));
-    pLineEdit->setToolTip(tr("%1. Escape leaves the old value.").arg(expected));
+    // Plain: what is expected may be told by an example from the board.
+    pLineEdit->setToolTip(Qt::convertFromPlainText(tr("%1. Escape leaves the old value.").arg(expected)));
     if (isNumber)
         pLineEdit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     pValidator->setParent(pLineEdit);
