@@ -6,8 +6,6 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <functional>
 #include <map>
 #include <string>
 #include <type_traits>
@@ -30,8 +28,6 @@ struct Field
     std::vector<size_t> shape;   ///< numbers of elements
     std::type_index elementType; ///< of one element
     size_t elementSize;
-    std::function<const void*(const void*)> address; ///< of the field, found by the compiler
-    double (*number)(const void* pField, size_t index);
 };
 
 struct Record
@@ -72,19 +68,6 @@ std::string typeName()
 }
 
 template <class T>
-double elementNumber(const void* pField, size_t index)
-{
-    if constexpr (std::is_same_v<T, rest::Flag> || std::is_convertible_v<T, double>)
-    {
-        T value;
-        std::memcpy(static_cast<void*>(&value), static_cast<const char*>(pField) + index * sizeof value, sizeof value);
-        return static_cast<double>(value);
-    }
-    else
-        return 0;
-}
-
-template <class T>
 bool recordAdd(const char* name, size_t size)
 {
     records()[typeid(T)].size = size;
@@ -93,7 +76,7 @@ bool recordAdd(const char* name, size_t size)
 }
 
 template <class Record, class Member>
-bool fieldAdd(const char* path, size_t offset, std::function<const void*(const void*)> address)
+bool fieldAdd(const char* path, size_t offset)
 {
     using Element = std::remove_all_extents_t<Member>;
     std::vector<size_t> shape;
@@ -101,8 +84,8 @@ bool fieldAdd(const char* path, size_t offset, std::function<const void*(const v
         shape.push_back(std::extent_v<Member, 0>);
     if constexpr (std::rank_v < Member >> 1)
         shape.push_back(std::extent_v<Member, 1>);
-    records()[typeid(Record)].fields.push_back({path, offset, typeName<Element>(), shape, typeid(Element),
-                                                sizeof(Element), std::move(address), elementNumber<Element>});
+    records()[typeid(Record)].fields.push_back(
+        {path, offset, typeName<Element>(), shape, typeid(Element), sizeof(Element)});
     return true;
 }
 
@@ -135,9 +118,6 @@ inline std::map<std::string, Field> leaves(std::type_index type)
                 auto element = leaf;
                 element.path = field.path + (field.shape.empty() ? "" : "[" + std::to_string(i) + "]") + "." + path;
                 element.offset = field.offset + i * field.elementSize + leaf.offset;
-                element.address =
-                    [outer = field.address, inner = leaf.address, skip = i * field.elementSize](const void* pRecord)
-                { return inner(static_cast<const char*>(outer(pRecord)) + skip); };
                 result.emplace(element.path, element);
             }
         }
@@ -179,6 +159,4 @@ inline const Field* leafFind(const std::map<std::string, Field>& leaves, std::st
         ::layout::recordAdd<record>(#record, size)
 #define RECORD_FIELD(record, field, offset)                                                                            \
     [[maybe_unused]] static const bool LAYOUT_JOIN(recordEntry, __COUNTER__) =                                         \
-        ::layout::fieldAdd<record, std::remove_reference_t<decltype(std::declval<record&>().field)>>(                  \
-            #field, offset,                                                                                            \
-            [](const void* pRecord) -> const void* { return &static_cast<const record*>(pRecord)->field; })
+        ::layout::fieldAdd<record, std::remove_reference_t<decltype(std::declval<record&>().field)>>(#field, offset)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <json/value.h>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -29,20 +31,11 @@ public:
         while (true)
         {
             const auto head = text.find("\r\n\r\n");
-            if (head != std::string::npos)
-            {
-                const auto position = text.find(field);
-                const auto size =
-                    position < head ? std::strtoul(text.c_str() + position + field.size(), nullptr, 10) : 0;
-                if (text.size() >= head + 4 + size)
-                {
-                    return text;
-                }
-            }
-            if (!more(text))
-            {
+            const auto place = text.find(field);
+            const auto size = place < head ? std::strtoul(text.c_str() + place + field.size(), nullptr, 10) : 0;
+            const bool isWhole = head != std::string::npos && text.size() >= head + 4 + size;
+            if (isWhole || !more(text))
                 return text;
-            }
         }
     }
 
@@ -50,12 +43,8 @@ public:
     std::size_t drain(std::size_t size)
     {
         std::size_t total = 0;
-        std::string piece;
-        while (total < size && more(piece))
-        {
+        for (std::string piece; total < size && more(piece); piece.clear())
             total += piece.size();
-            piece.clear();
-        }
         return total;
     }
 
@@ -66,9 +55,7 @@ public:
         {
             const auto count = ::send(handle, text.data() + i, text.size() - i, MSG_NOSIGNAL);
             if (count <= 0)
-            {
                 return false;
-            }
             i += static_cast<std::size_t>(count);
         }
         return true;
@@ -77,24 +64,12 @@ public:
     /// Sends a byte at a time until all are sent or the client is gone.
     void drip(const std::string& text, std::chrono::milliseconds pause)
     {
-        for (const char c : text)
-        {
-            if (isStopped || !send(std::string(1, c)))
-            {
-                return;
-            }
+        for (std::size_t i = 0; i < text.size() && !isStopped && send(text.substr(i, 1)); ++i)
             std::this_thread::sleep_for(pause);
-        }
     }
 
     /// Says nothing until the client has closed its end.
-    void silence()
-    {
-        std::string ignored;
-        while (more(ignored))
-        {
-        }
-    }
+    void silence() { drain(SIZE_MAX); }
 
     /// Ends the connection with RST instead of FIN.
     void reset()
@@ -128,7 +103,9 @@ private:
 class RawPeer
 {
 public:
-    explicit RawPeer(std::function<void(RawConnection&)> fScript) : listener(::socket(AF_INET, SOCK_STREAM, 0))
+    using Script = std::function<void(RawConnection&)>;
+
+    explicit RawPeer(Script fScript) : listener(::socket(AF_INET, SOCK_STREAM, 0))
     {
         sockaddr_in address{};
         address.sin_family = AF_INET;
@@ -136,9 +113,7 @@ public:
         socklen_t size = sizeof address;
         if (::bind(listener, reinterpret_cast<sockaddr*>(&address), size) != 0 || ::listen(listener, 16) != 0 ||
             ::getsockname(listener, reinterpret_cast<sockaddr*>(&address), &size) != 0)
-        {
             throw std::runtime_error("no socket for the test");
-        }
         port = ntohs(address.sin_port);
         worker = std::thread(
             [this, fScript = std::move(fScript)]
@@ -158,17 +133,24 @@ public:
     }
 
     /// A board that keeps each request and gives the same answer to all.
-    static std::function<void(RawConnection&)> answering(const std::string& answer, std::string* pRequest = nullptr)
+    static Script answering(const std::string& answer, std::string* pRequest = nullptr)
     {
         return [=](RawConnection& connection)
         {
             const auto request = connection.request();
             if (pRequest != nullptr)
-            {
                 *pRequest = request;
-            }
             connection.send(answer);
         };
+    }
+
+    /// For a client of this board.
+    Json::Value config() const
+    {
+        Json::Value jConfig;
+        jConfig["ip"] = "127.0.0.1";
+        jConfig["port"] = port;
+        return jConfig;
     }
 
     ~RawPeer()
