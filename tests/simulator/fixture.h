@@ -1,20 +1,18 @@
 #pragma once
 
 #include "board-simulator/source/base64.h"
+#include "board-simulator/source/json-text.h"
 #include "board-simulator/source/simulator.h"
 #include "board-simulator/source/wire.h"
+#include "tests/support/outcome.h"
+#include "tests/support/scratch.h"
 
 #include <boost/asio/connect.hpp>
 #include <boost/asio/io_context.hpp>
 #include <boost/asio/ip/tcp.hpp>
 #include <boost/asio/write.hpp>
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
 #include <json/json.h>
-#include <string>
 #include <sys/socket.h>
-#include <unistd.h>
 
 /// A connection that sends and receives bytes as they are.
 class RawConnection
@@ -55,36 +53,33 @@ private:
     boost::asio::ip::tcp::socket socket{io};
 };
 
-/// A simulated board with a directory of its own.
-class BoardTest : public testing::Test
+/// A simulated board that serves the directory "files".
+class BoardTest : public ScratchTest
 {
 protected:
-    BoardTest() : base(std::filesystem::temp_directory_path() / ("board-test-" + std::to_string(getpid())))
-    {
-        std::filesystem::remove_all(base);
-        simulator = std::make_unique<board::Simulator>(board::Options{0, (base / "files").string()});
-    }
-    ~BoardTest() override
-    {
-        simulator.reset();
-        std::filesystem::remove_all(base);
-    }
-
     static int64_t idOf(const std::string& className, const std::string& command)
     {
         return board::Wire::instance().commandClass(className).id(command);
     }
 
-    static Json::Value query(const std::string& className, const std::string& command, int generation = -1)
+    static Json::Value parse(const std::string& text) { return board::JsonText().parse(text); }
+
+    /// A command with the members of `arguments`.
+    static Json::Value query(const std::string& className, const std::string& command, int generation = -1,
+                             const std::string& arguments = "{}")
     {
-        Json::Value jQuery;
+        Json::Value jQuery = parse(arguments);
         jQuery["function"] = "rest::" + className + "::" + command;
         jQuery["id"] = static_cast<Json::Int64>(idOf(className, command));
         if (generation >= 0)
-        {
             jQuery["generation"] = generation;
-        }
         return jQuery;
+    }
+
+    Json::Value run(const std::string& className, const std::string& command, int generation = -1,
+                    const std::string& arguments = "{}")
+    {
+        return simulator->execute(query(className, command, generation, arguments));
     }
 
     static std::string post(const std::string& body, const std::string& target = "/")
@@ -93,10 +88,7 @@ protected:
                "\r\nHost: board\r\n\r\n" + body;
     }
 
-    static std::string post(const Json::Value& jQuery)
-    {
-        return post(Json::writeString(Json::StreamWriterBuilder(), jQuery));
-    }
+    static std::string post(const Json::Value& jQuery) { return post(board::JsonText().write(jQuery)); }
 
     std::string exchange(const std::string& request)
     {
@@ -105,18 +97,14 @@ protected:
         return connection.receive();
     }
 
+    std::string download(const std::string& target) { return exchange("GET " + target + " HTTP/1.1\r\n\r\n"); }
+
     static std::string bodyOf(const std::string& response)
     {
         const size_t end = response.find("\r\n\r\n");
         return end == std::string::npos ? "" : response.substr(end + 4);
     }
 
-    static std::string fileText(const std::filesystem::path& path)
-    {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    std::filesystem::path base;
-    std::unique_ptr<board::Simulator> simulator;
+    std::unique_ptr<board::Simulator> simulator =
+        std::make_unique<board::Simulator>(board::Options{0, "files", false, false});
 };
