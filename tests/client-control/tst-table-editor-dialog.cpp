@@ -1,68 +1,28 @@
 #include "tuning-client/source/table-editor-dialog.h"
 
+#include "tests/support/modals.h"
 #include "tests/support/qt-main.h"
+#include "tuning-common/source/json-app.h"
 
 #include <QAction>
-#include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
 #include <QTableWidget>
 #include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 namespace
 {
-Json::Value parse(const std::string& text)
-{
-    Json::Value value;
-    std::string errors;
-    const std::unique_ptr<Json::CharReader> pReader(Json::CharReaderBuilder().newCharReader());
-    EXPECT_TRUE(pReader->parse(text.data(), text.data() + text.size(), &value, &errors)) << errors;
-    return value;
-}
-
 std::string edited(const TableEditorDialog& dialog)
 {
     Json::Value table;
     dialog.tableGet(table);
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    builder["precision"] = 10;
-    return Json::writeString(builder, table);
+    return t_common::JsonApp::toString(table, "");
 }
-
-/// Answers each box that opens during its life and keeps the texts.
-class Boxes
-{
-public:
-    Boxes()
-    {
-        QObject::connect(&timer, &QTimer::timeout, &timer,
-                         [this]
-                         {
-                             if (auto pBox = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-                             {
-                                 EXPECT_EQ(pBox->windowTitle(), "Warning");
-                                 EXPECT_EQ(pBox->textFormat(), Qt::PlainText);
-                                 texts << pBox->text();
-                                 pBox->button(answer)->click();
-                             }
-                         });
-        timer.start(0);
-    }
-
-    QMessageBox::StandardButton answer = QMessageBox::Ok;
-    QStringList texts;
-
-private:
-    QTimer timer;
-};
 
 struct Editor
 {
-    explicit Editor(const std::string& text) : dialog(parse(text), nullptr), grid(*dialog.findChild<QTableWidget*>()) {}
+    explicit Editor(const std::string& text)
+        : dialog(t_common::JsonApp::fromString("[" + text + "]")[0], nullptr), grid(*dialog.findChild<QTableWidget*>())
+    {
+    }
 
     void trigger(const QString& text)
     {
@@ -71,14 +31,22 @@ struct Editor
             if (pAction->text() == text)
             {
                 EXPECT_FALSE(pAction->icon().isNull());
-                pAction->trigger();
-                return;
+                return pAction->trigger();
             }
         }
         ADD_FAILURE() << text.toStdString();
     }
 
-    Boxes boxes;
+    QStringList warnings;
+    QMessageBox::StandardButton answer = QMessageBox::Ok;
+    Modals boxes{[this](QDialog& opened)
+                 {
+                     auto& box = dynamic_cast<QMessageBox&>(opened);
+                     EXPECT_EQ(box.windowTitle(), "Warning");
+                     EXPECT_EQ(box.textFormat(), Qt::PlainText);
+                     warnings << box.text();
+                     box.button(answer)->click();
+                 }};
     TableEditorDialog dialog;
     QTableWidget& grid;
 };
@@ -88,11 +56,7 @@ const std::string table = R"({"columns":["gain","level"],"rows":[[1,2],[3,4.5],[
 
 TEST(TableEditorDialog, GivesBackWhatTheGridShows)
 {
-    struct
-    {
-        const char* pText;
-        const char* pEdited;
-    } const cases[] = {
+    const std::pair<const char*, const char*> cases[] = {
         {R"({"columns":["a","b"],"rows":[[1.23456789,-12345678],[1e-7,true]]})",
          R"({"columns":["a","b"],"rows":[[1.23457,-12345700.0],[1e-07,1.0]]})"},
         {R"({"columns":["a","b"],"rows":[[1],[],null,[1,2,3]]})",
@@ -102,11 +66,11 @@ TEST(TableEditorDialog, GivesBackWhatTheGridShows)
         {R"({"rows":[[1],[2]]})", R"({"columns":null,"rows":[[],[]]})"},
         {"null", R"({"columns":null,"rows":null})"},
     };
-    for (const auto& oneCase : cases)
+    for (const auto& [text, expected] : cases)
     {
-        const Editor editor(oneCase.pText);
-        EXPECT_EQ(edited(editor.dialog), oneCase.pEdited);
-        EXPECT_EQ(editor.boxes.texts, QStringList());
+        const Editor editor(text);
+        EXPECT_EQ(edited(editor.dialog), expected);
+        EXPECT_EQ(editor.warnings, QStringList());
     }
 }
 
@@ -131,8 +95,8 @@ TEST(TableEditorDialog, WarnsOfWrongTypesAndShowsWhatItHadRead)
     for (const auto& oneCase : cases)
     {
         const Editor editor(oneCase.text);
-        EXPECT_EQ(editor.boxes.texts.size(), 1) << oneCase.text;
-        EXPECT_FALSE(editor.boxes.texts.value(0).isEmpty());
+        EXPECT_EQ(editor.warnings.size(), 1) << oneCase.text;
+        EXPECT_FALSE(editor.warnings.value(0).isEmpty());
         EXPECT_EQ(editor.grid.columnCount(), oneCase.columns) << oneCase.text;
         EXPECT_EQ(editor.grid.rowCount(), oneCase.rows) << oneCase.text;
         edited(editor.dialog);
@@ -141,17 +105,10 @@ TEST(TableEditorDialog, WarnsOfWrongTypesAndShowsWhatItHadRead)
 
 TEST(TableEditorDialog, RefusesTablesBeyondTheLimits)
 {
-    const auto many = [](int count, const std::string& element)
-    {
-        std::string text = "[" + element;
-        for (int i = 1; i < count; ++i)
-        {
-            text += "," + element;
-        }
-        return text + "]";
-    };
+    const auto many = [](int count, const QString& element)
+    { return ("[" + QStringList(QVector<QString>(count, element).toList()).join(",") + "]").toStdString(); };
     const auto boxesOf = [](const std::string& columns, const std::string& rows)
-    { return Editor("{\"columns\":" + columns + ",\"rows\":" + rows + "}").boxes.texts; };
+    { return Editor("{\"columns\":" + columns + ",\"rows\":" + rows + "}").warnings; };
     EXPECT_EQ(boxesOf(many(256, "\"c\""), "[]"), QStringList());
     EXPECT_EQ(boxesOf(many(257, "\"c\""), "[]"), QStringList("Table has more than 256 columns"));
     EXPECT_EQ(boxesOf(many(100, "\"c\""), many(1001, "[]")), QStringList("Table has more than 100000 cells"));
@@ -179,11 +136,11 @@ TEST(TableEditorDialog, InsertsAtTheCurrentRowOrTheEnd)
 TEST(TableEditorDialog, AsksBeforeItDeletes)
 {
     Editor editor(table);
-    editor.boxes.answer = QMessageBox::No;
+    editor.answer = QMessageBox::No;
     editor.trigger("Delete");
     EXPECT_EQ(editor.grid.rowCount(), 3);
 
-    editor.boxes.answer = QMessageBox::Yes;
+    editor.answer = QMessageBox::Yes;
     editor.grid.setCurrentCell(0, 0);
     editor.trigger("Delete");
     editor.trigger("Reset");
@@ -192,8 +149,8 @@ TEST(TableEditorDialog, AsksBeforeItDeletes)
     editor.trigger("Delete");
     editor.trigger("Delete");
     EXPECT_EQ(editor.grid.rowCount(), 0);
-    EXPECT_EQ(editor.boxes.texts, QStringList({"Are you sure to delete row 3?", "Are you sure to delete row 1?",
-                                               "Are you sure to delete row 2?", "Are you sure to delete row 1?"}));
+    EXPECT_EQ(editor.warnings, QStringList({"Are you sure to delete row 3?", "Are you sure to delete row 1?",
+                                            "Are you sure to delete row 2?", "Are you sure to delete row 1?"}));
 }
 
 TEST(TableEditorDialog, SendsWhatIsNoNumberAsZero)
@@ -228,11 +185,7 @@ TEST(TableEditorDialog, EditsWithTheKeyboardAndIsNotEndedByEnter)
     QTest::keyClick(&editor.grid, Qt::Key_Tab);
     EXPECT_NE(QApplication::focusWidget(), &editor.grid);
     for (auto pButton : editor.dialog.findChildren<QPushButton*>())
-    {
         if (pButton->text() == "Apply")
-        {
             pButton->click();
-        }
-    }
     EXPECT_EQ(editor.dialog.result(), QDialog::Accepted);
 }
