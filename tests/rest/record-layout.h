@@ -32,6 +32,7 @@ struct Field
 
 struct Record
 {
+    std::string name;
     size_t size = 0;
     std::vector<Field> fields;
 };
@@ -42,36 +43,27 @@ inline std::map<std::type_index, Record>& records()
     return map;
 }
 
-inline std::map<std::string, std::type_index>& recordNames()
-{
-    static std::map<std::string, std::type_index> map;
-    return map;
-}
-
 template <class T>
 std::string typeName()
 {
-    if constexpr (std::is_same_v<T, rest::Flag>)
-        return "bool";
-    else if constexpr (std::is_enum_v<T>)
+    static const std::map<std::type_index, const char*> names{
+        {typeid(char), "char"},        {typeid(double), "double"},     {typeid(float), "float"},
+        {typeid(int8_t), "int8_t"},    {typeid(int16_t), "int16_t"},   {typeid(int32_t), "int32_t"},
+        {typeid(uint8_t), "uint8_t"},  {typeid(uint16_t), "uint16_t"}, {typeid(uint32_t), "uint32_t"},
+        {typeid(uint64_t), "uint64_t"}};
+    if constexpr (std::is_enum_v<T>)
         return "enum";
-    else if constexpr (std::is_same_v<T, char>)
-        return "char";
-    else if constexpr (std::is_same_v<T, float>)
-        return "float";
-    else if constexpr (std::is_same_v<T, double>)
-        return "double";
-    else if constexpr (std::is_integral_v<T>)
-        return (std::is_unsigned_v<T> ? "uint" : "int") + std::to_string(8 * sizeof(T)) + "_t";
+    else if constexpr (std::is_class_v<T> || std::is_union_v<T>)
+        return std::is_same_v<T, rest::Flag> ? "bool" : "";
     else
-        return {};
+        return names.at(typeid(T));
 }
 
 template <class T>
 bool recordAdd(const char* name, size_t size)
 {
+    records()[typeid(T)].name = name;
     records()[typeid(T)].size = size;
-    recordNames().emplace(name, typeid(T));
     return true;
 }
 
@@ -126,23 +118,22 @@ inline std::map<std::string, Field> leaves(std::type_index type)
 }
 
 /// The record of that name on the wire, or null.
-inline const std::type_index* recordFind(const std::string& name)
+inline const std::pair<const std::type_index, Record>* recordFind(const std::string& name)
 {
-    const auto found = recordNames().find(name.rfind("rest::", 0) == 0 ? name.substr(6) : name);
-    return found == recordNames().end() ? nullptr : &found->second;
+    for (const auto& entry : records())
+        if (entry.second.name == name || "rest::" + entry.second.name == name)
+            return &entry;
+    return nullptr;
 }
 
-/// The field of that name on the wire, which knows the members of a union by the names of its layouts; or null.
+/// The field of that name on the wire, or null. The wire knows the members of a union by the names of its layouts; a
+/// record of one layout is no union there, whatever its structure is.
 inline const Field* leafFind(const std::map<std::string, Field>& leaves, std::string layoutName,
                              const std::string& name)
 {
     for (auto& c : layoutName)
         c = static_cast<char>(std::tolower(c));
-    std::vector<std::string> prefixes{layoutName + ".", ""};
-    // A record of one layout is no union on the wire, whatever its structure is.
-    if (layoutName == "record")
-        prefixes = {"", "v1.", "v2."};
-    for (const auto& prefix : prefixes)
+    for (const auto& prefix : {layoutName + ".", std::string(), std::string("v1."), std::string("v2.")})
     {
         const auto found = leaves.find(prefix + withNumbers(name));
         if (found != leaves.end())

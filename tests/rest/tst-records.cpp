@@ -29,10 +29,10 @@ std::vector<std::string> recordNames()
 TEST_P(Records, HaveTheWiresLayout)
 {
     const auto& record = board::Wire::instance().record(GetParam());
-    const auto* pType = layout::recordFind(GetParam());
-    ASSERT_NE(pType, nullptr);
-    EXPECT_EQ(layout::records().at(*pType).size, record.size);
-    const auto leaves = layout::leaves(*pType);
+    const auto* pKnown = layout::recordFind(GetParam());
+    ASSERT_NE(pKnown, nullptr);
+    EXPECT_EQ(pKnown->second.size, record.size);
+    const auto leaves = layout::leaves(pKnown->first);
     for (const auto& wireLayout : record.layouts)
     {
         for (const auto& field : wireLayout.fields)

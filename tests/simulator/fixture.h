@@ -5,52 +5,20 @@
 #include "board-simulator/source/simulator.h"
 #include "board-simulator/source/wire.h"
 #include "tests/support/outcome.h"
+#include "tests/support/raw-connection.h"
 #include "tests/support/scratch.h"
 
-#include <boost/asio/connect.hpp>
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/write.hpp>
 #include <json/json.h>
-#include <sys/socket.h>
 
-/// A connection that sends and receives bytes as they are.
-class RawConnection
+/// A client's end of a connection to the board.
+class ClientConnection : public RawConnection
 {
 public:
-    explicit RawConnection(uint16_t port)
+    explicit ClientConnection(uint16_t port) : RawConnection(::socket(AF_INET, SOCK_STREAM, 0))
     {
-        socket.connect({boost::asio::ip::address_v4::loopback(), port}, error);
-        const timeval limit{10, 0};
-        setsockopt(socket.native_handle(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+        const auto address = loopback(port);
+        error = ::connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ? 0 : errno;
     }
-
-    void send(const std::string& bytes) { boost::asio::write(socket, boost::asio::buffer(bytes), error); }
-
-    /// All bytes up to the end of the connection; `error` tells how it ended.
-    std::string receive()
-    {
-        std::string bytes;
-        char buffer[65536];
-        while (true)
-        {
-            // Not through Asio, which waits on for ever where the time limit of the socket strikes.
-            const ssize_t count = recv(socket.native_handle(), buffer, sizeof buffer, 0);
-            if (count <= 0)
-            {
-                error = count == 0 ? boost::asio::error::eof
-                                   : boost::system::error_code(errno, boost::system::system_category());
-                return bytes;
-            }
-            bytes.append(buffer, static_cast<size_t>(count));
-        }
-    }
-
-    boost::system::error_code error;
-
-private:
-    boost::asio::io_context io;
-    boost::asio::ip::tcp::socket socket{io};
 };
 
 /// A simulated board that serves the directory "files".
@@ -92,7 +60,7 @@ protected:
 
     std::string exchange(const std::string& request)
     {
-        RawConnection connection(simulator->port());
+        ClientConnection connection(simulator->port());
         connection.send(request);
         return connection.receive();
     }

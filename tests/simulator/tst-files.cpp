@@ -106,7 +106,7 @@ TEST_F(FilesTest, FileComesBackAsItWent)
 TEST_F(FilesTest, BrokenUploadLeavesTheOldFile)
 {
     {
-        RawConnection connection(simulator->port());
+        ClientConnection connection(simulator->port());
         connection.send("POST /upload?path=&filename=inside.xml HTTP/1.1\r\nContent-Length: 1000\r\n\r\npart");
     }
     EXPECT_TRUE(await([&] { return simulator->count(board::Fault::Upload) > 0; }));

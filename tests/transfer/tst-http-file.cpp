@@ -117,7 +117,7 @@ TEST_F(HttpFile, NameOfAUrl)
 TEST_F(HttpFile, HostileNamesAreRefusedBeforeAnythingIsSent)
 {
     bool isAsked = false;
-    EXPECT_NE(download([&](RawConnection&) { isAsked = true; }, "a/.."), "");
+    EXPECT_NE(download([&](PeerConnection&) { isAsked = true; }, "a/.."), "");
     EXPECT_FALSE(isAsked);
     EXPECT_EQ(fileCount(directory), 0u);
     EXPECT_EQ(download(RawPeer::answering(okHead + "body"), "../../x.xml"), "");
@@ -154,7 +154,7 @@ TEST_F(HttpFile, DownloadReplacesTheFileBehindALinkAndKeepsItsPermissions)
     EXPECT_EQ(fileText(directory / "real.xml"), "new\n");
     EXPECT_EQ(fs::status(directory / "real.xml").permissions(), fs::perms::owner_read | fs::perms::owner_write);
 
-    const auto fRemoving = [&](RawConnection& connection)
+    const auto fRemoving = [&](PeerConnection& connection)
     {
         fs::remove(directory / "real.xml");
         RawPeer::answering(okHead + "newer")(connection);
@@ -168,7 +168,7 @@ TEST_F(HttpFile, DownloadReplacesTheFileBehindALinkAndKeepsItsPermissions)
 TEST_F(HttpFile, DownloadThatCantBeStoredIsToldOnStandardError)
 {
     bool isAsked = false;
-    const auto fScript = [&](RawConnection& connection)
+    const auto fScript = [&](PeerConnection& connection)
     {
         isAsked = true;
         RawPeer::answering(okHead + "body")(connection);
@@ -191,7 +191,7 @@ TEST_F(HttpFile, FileBesideWhichNoTemporaryFitsIsAFailure)
     fs::create_directories(directory);
     fileStore(directory / "old", "old");
     bool isAsked = false;
-    const auto failure = download([&](RawConnection&) { isAsked = true; }, "old");
+    const auto failure = download([&](PeerConnection&) { isAsked = true; }, "old");
     EXPECT_TRUE(contains(failure, "old\" failed: File name too long")) << failure;
     EXPECT_FALSE(isAsked);
     EXPECT_EQ(fileText(directory / "old"), "old");
@@ -213,14 +213,14 @@ TEST_F(HttpFile, FullDiskIsAFailureAndKeepsTheOldFile)
 
 TEST_F(HttpFile, SilenceEndsATransferButSlownessDoesNot)
 {
-    const auto fSilent = [](RawConnection& connection)
+    const auto fSilent = [](PeerConnection& connection)
     {
         connection.request();
         connection.send(tenAnnounced + "part");
         connection.silence();
     };
     EXPECT_TRUE(contains(download(fSilent, "new.xml", 200ms), "failed: nothing has moved"));
-    const auto fSlow = [](RawConnection& connection)
+    const auto fSlow = [](PeerConnection& connection)
     {
         connection.request();
         connection.drip(tenAnnounced + "0123456789", 10ms);
@@ -233,12 +233,12 @@ TEST_F(HttpFile, FailureOfAnUploadIsToldOnStandardError)
 {
     // A board that takes nothing in, one that gives no answer, and one that breaks off.
     fileStore("large", std::string(16 << 20, 'x'));
-    upload("large", 200ms, [](RawConnection&) { std::this_thread::sleep_for(1s); });
+    upload("large", 200ms, [](PeerConnection&) { std::this_thread::sleep_for(1s); });
     EXPECT_TRUE(contains(complained, "nothing has moved")) << complained;
     fileStore("small", "x");
-    upload("small", 200ms, [](RawConnection& connection) { connection.silence(); });
+    upload("small", 200ms, [](PeerConnection& connection) { connection.silence(); });
     EXPECT_TRUE(contains(complained, "nothing has moved")) << complained;
-    upload("large", 5s, [](RawConnection& connection) { connection.reset(); });
+    upload("large", 5s, [](PeerConnection& connection) { connection.reset(); });
     EXPECT_TRUE(contains(complained, "failed")) << complained;
 }
 
@@ -279,7 +279,7 @@ TEST_F(HttpFile, MemoryDoesNotGrowWithTheFile)
     constexpr std::size_t size = 96 << 20;
     const auto before = peakMemory();
     EXPECT_EQ(download(
-                  [](RawConnection& connection)
+                  [](PeerConnection& connection)
                   {
                       connection.request();
                       connection.send("HTTP/1.1 200 OK\r\nContent-Length: " + std::to_string(size) + "\r\n\r\n");
@@ -291,7 +291,7 @@ TEST_F(HttpFile, MemoryDoesNotGrowWithTheFile)
               "");
     EXPECT_EQ(fs::file_size(directory / "large"), size + 1);
     std::size_t received = 0;
-    upload((directory / "large").string(), 5s, [&](RawConnection& connection) { received = connection.drain(size); });
+    upload((directory / "large").string(), 5s, [&](PeerConnection& connection) { received = connection.drain(size); });
     EXPECT_GE(received, size);
     EXPECT_LT(peakMemory() - before, 32);
 }

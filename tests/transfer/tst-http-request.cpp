@@ -145,7 +145,7 @@ TEST(HttpRequest, EveryShapeOfAnAnswer)
 
 TEST(HttpRequest, AnswerInSingleBytesCompletesOnce)
 {
-    const auto drip = [](RawConnection& connection)
+    const auto drip = [](PeerConnection& connection)
     {
         connection.request();
         connection.drip("HTTP/1.1 200\r\nTransfer-Encoding: chunked\r\n\r\n4\r\n{\"a\"\r\n3\r\n:1}\r\n0\r\n\r\n", 1ms);
@@ -205,7 +205,7 @@ TEST(HttpRequest, BoardThatIsNotThereIsNamed)
 {
     unsigned short port = 0;
     {
-        const RawPeer peer([](RawConnection&) {});
+        const RawPeer peer([](PeerConnection&) {});
         port = peer.port;
     }
     const auto text = std::to_string(port);
@@ -214,7 +214,7 @@ TEST(HttpRequest, BoardThatIsNotThereIsNamed)
     const auto v6 = failureOfRequest(client("::1", port));
     EXPECT_TRUE(startsWith(v6, "Connection to [::1]:" + text + " failed: ")) << v6;
     EXPECT_TRUE(contains(failureOfScript(
-                             [](RawConnection& connection)
+                             [](PeerConnection& connection)
                              {
                                  connection.request();
                                  connection.reset();
@@ -260,13 +260,13 @@ TEST(HttpRequest, NameIsResolvedAndEveryAddressTried)
 
 TEST(HttpRequest, TimeLimitHoldsForTheWholeExchange)
 {
-    const auto silent = [](RawConnection& connection) { connection.silence(); };
-    const auto dripHead = [](RawConnection& connection)
+    const auto silent = [](PeerConnection& connection) { connection.silence(); };
+    const auto dripHead = [](PeerConnection& connection)
     {
         connection.request();
         connection.drip(okHead + std::string(1000, 'x'), 20ms);
     };
-    const auto dripBody = [](RawConnection& connection)
+    const auto dripBody = [](PeerConnection& connection)
     {
         connection.request();
         connection.send(okHead + "Content-Length: 1000\r\n\r\n");
@@ -295,5 +295,5 @@ TEST(HttpRequest, CallbackLearnsOfABadAnswerButNotOfNone)
 
     EXPECT_TRUE(completedOf(RawPeer::answering("")).isNull());
     EXPECT_TRUE(completedOf(RawPeer::answering(answer(""))).isNull());
-    EXPECT_TRUE(completedOf([](RawConnection& connection) { connection.silence(); }, 1).isNull());
+    EXPECT_TRUE(completedOf([](PeerConnection& connection) { connection.silence(); }, 1).isNull());
 }
