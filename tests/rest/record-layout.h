@@ -46,17 +46,16 @@ inline std::map<std::type_index, Record>& records()
 template <class T>
 std::string typeName()
 {
-    static const std::map<std::type_index, const char*> names{
-        {typeid(char), "char"},        {typeid(double), "double"},     {typeid(float), "float"},
-        {typeid(int8_t), "int8_t"},    {typeid(int16_t), "int16_t"},   {typeid(int32_t), "int32_t"},
-        {typeid(uint8_t), "uint8_t"},  {typeid(uint16_t), "uint16_t"}, {typeid(uint32_t), "uint32_t"},
-        {typeid(uint64_t), "uint64_t"}};
     if constexpr (std::is_enum_v<T>)
         return "enum";
-    else if constexpr (std::is_class_v<T> || std::is_union_v<T>)
-        return std::is_same_v<T, rest::Flag> ? "bool" : "";
+    else if constexpr (std::is_same_v<T, char>)
+        return "char";
+    else if constexpr (std::is_floating_point_v<T>)
+        return std::is_same_v<T, float> ? "float" : "double";
+    else if constexpr (std::is_integral_v<T>)
+        return (std::is_unsigned_v<T> ? "uint" : "int") + std::to_string(8 * sizeof(T)) + "_t";
     else
-        return names.at(typeid(T));
+        return std::is_same_v<T, rest::Flag> ? "bool" : "";
 }
 
 template <class T>
