@@ -26,17 +26,18 @@ protected:
     }
 
     template <class S>
-    Service<S, typename S::Generation> service(const std::string& name, const std::string& generation)
+    Service<S, typename S::Generation> service(const std::string& name, const std::string& generation,
+                                               typename S::Generation number)
     {
-        const auto number = board::Wire::instance().commandClass(name).generations.at(generation);
-        return {*this, name, generation, static_cast<typename S::Generation>(number)};
+        return {*this, name, generation, number};
     }
 
     template <class S, class Action>
-    void eachGeneration(const std::string& name, Action action)
+    void each(const std::string& name, const std::map<std::string, typename S::Generation>& generations, Action action)
     {
-        for (const auto& generation : board::Wire::instance().commandClass(name).generations)
-            action(service<S>(name, generation.first));
+        EXPECT_EQ(generations.size(), static_cast<size_t>(S::VMax)) << name;
+        for (const auto& [generation, number] : generations)
+            action(service<S>(name, generation, number));
     }
 
     /// A command that has an argument under each key.
@@ -58,13 +59,17 @@ protected:
 
 void Commands::recordModules()
 {
-    eachGeneration<Ae>("Ae", [](auto ae) { ae.config().enable().reset().status(); });
-    eachGeneration<Ahdr>("Ahdr", [](auto ahdr) { ahdr.config().enable().reset().tables(); });
-    eachGeneration<DeMosaic>("DeMosaic", [](auto deMosaic) { deMosaic.config().enable().reset(); });
-    eachGeneration<Dnr2>("Dnr2", [](auto dnr) { dnr.config().enable().reset().exposureStatus().tables(); });
-    eachGeneration<Dnr3>("Dnr3", [](auto dnr) { dnr.config().enable().reset().exposureStatus().tables(); });
-    eachGeneration<Gc>("Gc", [](auto gc) { gc.config().enable(); });
-    eachGeneration<Hdr>("Hdr", [](auto hdr) { hdr.config().enable().reset().status(); });
+    each<Ae>("Ae", {{"V1", Ae::V1}, {"V2", Ae::V2}}, [](auto ae) { ae.config().enable().reset().status(); });
+    each<Ahdr>("Ahdr", {{"V1", Ahdr::V1}}, [](auto ahdr) { ahdr.config().enable().reset().tables(); });
+    each<DeMosaic>("DeMosaic", {{"V1", DeMosaic::V1}, {"V2", DeMosaic::V2}},
+                   [](auto deMosaic) { deMosaic.config().enable().reset(); });
+    each<Dnr2>("Dnr2", {{"V1", Dnr2::V1}, {"V5", Dnr2::V5}},
+               [](auto dnr) { dnr.config().enable().reset().exposureStatus().tables(); });
+    each<Dnr3>("Dnr3", {{"V1", Dnr3::V1}, {"V3", Dnr3::V3}, {"V3_2", Dnr3::V3_2}},
+               [](auto dnr) { dnr.config().enable().reset().exposureStatus().tables(); });
+    each<Gc>("Gc", {{"V1", Gc::V1}, {"V2", Gc::V2}}, [](auto gc) { gc.config().enable(); });
+    each<Hdr>("Hdr", {{"V1", Hdr::V1}, {"V1_2", Hdr::V1_2}, {"V2", Hdr::V2}, {"V2_LITE", Hdr::V2_LITE}},
+              [](auto hdr) { hdr.config().enable().reset().status(); });
     service<Awb>("Awb").config().enable().reset().status();
     service<Ca>("Ca").config().enable().tables();
     service<Cac>("Cac").enable().status();
@@ -147,14 +152,14 @@ void Commands::stabilisation()
 
 void Commands::wideDynamicRange()
 {
-    for (const auto* generation : {"V1", "V2", "V3", "V4", "V5"})
-        service<Wdr>("Wdr", generation).config().enable().reset().exposureStatus().tables();
-    service<Wdr>("Wdr", "V3")
+    each<Wdr>("Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}},
+              [](auto wdr) { wdr.config().enable().reset().exposureStatus().tables(); });
+    service<Wdr>("Wdr", "V3", Wdr::V3)
         .configMeans("auto auto.level gain.max strength strength.global",
                      [](const auto& c) {
                          return numbers(c.v3.isAuto, c.v3.autoLevel, c.v3.gainMax, c.v3.strength, c.v3.strengthGlobal);
                      });
-    service<Wdr>("Wdr", "V4")
+    service<Wdr>("Wdr", "V4", Wdr::V4)
         .configMeans(
             "auto auto.level strength strength.high strength.low strength.global contrast flat.strength flat.threshold",
             [](const auto& c)
@@ -163,7 +168,7 @@ void Commands::wideDynamicRange()
                 return numbers(v.isAuto, v.autoLevel, v.strength, v.strengthHigh, v.strengthLow, v.strengthGlobal,
                                v.contrast, v.flatStrength, v.flatThreshold);
             });
-    service<Wdr>("Wdr", "V5")
+    service<Wdr>("Wdr", "V5", Wdr::V5)
         .configMeans("auto auto.level flat globalCureveMode strength strength.high strength.low contrast flat.level "
                      "entropy.slope "
                      "entropy.base flat.globalLevel fixedWeight gain.max gain.min degamma diff.high diff.low "
@@ -267,6 +272,8 @@ void Commands::files()
           [&] { FileSystem().list(names, "one", "."); });
     EXPECT_EQ(names, (std::vector<std::string>{"before", "picture.one"}));
     Image::Config config;
+    sends("Image", "load", R"({"file.name": "picture.one", "is.lsb": false})",
+          [&] { Image().load("picture.one", config); });
     config.isLsb = true;
     const auto metadata = random.record("PicBufMetaData_s");
     board->answerSet(60001, "metadata", metadata);

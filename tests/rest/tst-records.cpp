@@ -50,32 +50,6 @@ TEST_P(Records, HaveTheWiresLayout)
 INSTANTIATE_TEST_SUITE_P(All, Records, testing::ValuesIn(recordNames()),
                          [](const auto& test) { return std::regex_replace(test.param, std::regex("::"), "_"); });
 
-TEST(Generations, HaveTheWiresNumbers)
-{
-    using namespace rest;
-    struct Generations
-    {
-        std::map<std::string, int> numbers;
-        size_t count = 0;
-    };
-    const std::map<std::string, Generations> known{
-        {"Ae", {{{"V1", Ae::V1}, {"V2", Ae::V2}}, Ae::VMax}},
-        {"Ahdr", {{{"V1", Ahdr::V1}}, Ahdr::VMax}},
-        {"DeMosaic", {{{"V1", DeMosaic::V1}, {"V2", DeMosaic::V2}}, DeMosaic::VMax}},
-        {"Dnr2", {{{"V1", Dnr2::V1}, {"V5", Dnr2::V5}}, Dnr2::VMax}},
-        {"Dnr3", {{{"V1", Dnr3::V1}, {"V3", Dnr3::V3}, {"V3_2", Dnr3::V3_2}}, Dnr3::VMax}},
-        {"Gc", {{{"V1", Gc::V1}, {"V2", Gc::V2}}, Gc::VMax}},
-        {"Hdr", {{{"V1", Hdr::V1}, {"V1_2", Hdr::V1_2}, {"V2", Hdr::V2}, {"V2_LITE", Hdr::V2_LITE}}, Hdr::VMax}},
-        {"Wdr", {{{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}}, Wdr::VMax}}};
-    for (const auto& commandClass : board::Wire::instance().classes())
-    {
-        const auto found = known.find(commandClass.name);
-        const auto expected = found == known.end() ? Generations() : found->second;
-        EXPECT_EQ(commandClass.generations, expected.numbers) << commandClass.name;
-        EXPECT_EQ(commandClass.generations.size(), expected.count) << commandClass.name;
-    }
-}
-
 TEST(Records, StartFromZeroWithTheirPadding)
 {
     std::vector<char> dirty(sizeof(rest::Dewarp::Config), '\x5a');

@@ -197,6 +197,7 @@ TEST_F(Commands, DriverBelongsToItsInput)
     ASSERT_EQ(run("Sensor", "driverChange", -1, R"({"driver.file":")" + driver + "\"}")["error"], 0);
     EXPECT_EQ(simulator->recordGet("Sensor", 0, "status").substr(0, 31), std::string(30, 'd') + '\1');
     EXPECT_EQ(run("Camera", "inputSwitch", -1, R"({"index":1})")["driver.file"], "sensor-tele.drv");
+    EXPECT_EQ(run("Camera", "inputInfo")["index"], 1u);
     EXPECT_EQ(run("Camera", "inputSwitch", -1, R"({"index":0})")["driver.file"], driver);
 }
 

@@ -279,6 +279,7 @@ TEST(HttpRequest, CallersLearnOfABadAnswerAndCallbacksNotOfNone)
         EXPECT_TRUE(contains(jResponse["message"].asString(), part)) << jResponse;
     };
     EXPECT_TRUE(contains(failureOfAnswer(answer("not json")), "8 bytes \"not json\""));
+    EXPECT_TRUE(contains(failureOfAnswer(answer("")), "0 bytes"));
     expectFailure(completedOf(RawPeer::answering(answer("not json"))), "8 bytes \"not json\"");
     expectFailure(completedOf(RawPeer::answering(answer("[]"))), "no object");
     expectFailure(completedOf(RawPeer::answering(okHead + "Content-Length: 3\r\n\r\n{}")), "closed before the end");
