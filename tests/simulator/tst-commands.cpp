@@ -211,6 +211,7 @@ TEST_F(Commands, RegisterMapFollowsWrites)
     {
         Json::Value jQuery = query("Reg", "statusGet");
         jQuery["module.id"] = jModule["module.id"];
+        EXPECT_TRUE(jModule["description"].isString());
         const Json::Value registers = simulator->execute(jQuery)["registers"];
         if (written.isNull())
             written = registers[1];
