@@ -82,6 +82,7 @@ public:
                 {
                     PeerConnection connection(handle);
                     fScript(connection);
+                    handle = -1;
                 }
             });
     }
@@ -119,6 +120,6 @@ public:
 
 private:
     int listener;
-    std::atomic<int> handle{-1}; ///< of the last connection
+    std::atomic<int> handle{-1}; ///< of the present connection
     std::thread worker;
 };
