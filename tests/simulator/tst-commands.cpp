@@ -175,6 +175,7 @@ TEST_F(Commands, WrongCommandsAreToldWhatIsWrong)
         {R"({"function":"f","id":4001402,"config":"AAAA"})", "rest::Dg::Config has 8 bytes, not 3"},
         {R"({"function":"f","id":4001402,"config":"AAAAAAAAAAA"})", "config is not Base64"},
         {R"({"function":"f","id":4001402,"config":"AAAA_AAAAAA="})", "config is not Base64"},
+        {R"({"function":"f","id":4000602})", "blue is missing"},
         {R"({"function":"f","id":4000602,"blue":70000})", "blue is of the wrong type"},
         {R"({"function":"f","id":10005,"index":2})", "There is no input 2"},
         {R"({"function":"f","id":80006,"address":-1,"value":0})", "address is not an unsigned integer of 32 bits"},
