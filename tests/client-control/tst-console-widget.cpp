@@ -17,27 +17,22 @@ void flush() { QCoreApplication::processEvents(); }
 
 TEST(ConsoleWidget, KeepsTheLastHundredLines)
 {
-    for (bool isShown : {false, true})
+    for (const auto& [isShown, isOneBurst] : {std::pair(false, false), {false, true}, {true, false}, {true, true}})
     {
-        for (bool isOneBurst : {false, true})
+        ConsoleWidget console;
+        console.setVisible(isShown);
+        for (int i = 1; i <= 101; ++i)
         {
-            ConsoleWidget console;
-            console.setVisible(isShown);
-            for (int i = 1; i <= 101; ++i)
-            {
-                console << QString("line %1\n").arg(i);
-                if (!isOneBurst)
-                {
-                    flush();
-                }
-            }
-            flush();
-            const auto lines = console.toPlainText().split('\n');
-            EXPECT_FALSE(lines.contains("line 1"));
-            EXPECT_TRUE(lines.contains("line 3"));
-            EXPECT_TRUE(lines.contains("line 101"));
-            EXPECT_LE(lines.size(), 100);
+            console << QString("line %1\n").arg(i);
+            if (!isOneBurst)
+                flush();
         }
+        flush();
+        const auto lines = console.toPlainText().split('\n');
+        EXPECT_FALSE(lines.contains("line 1"));
+        EXPECT_TRUE(lines.contains("line 3"));
+        EXPECT_TRUE(lines.contains("line 101"));
+        EXPECT_LE(lines.size(), 100);
     }
 }
 
@@ -63,9 +58,7 @@ TEST(ConsoleWidget, PassesTypedKeysOnWithoutShowingThem)
     ConsoleWidget console;
     QSignalSpy spy(&console, &ConsoleWidget::getData);
     for (auto key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Right, Qt::Key_Up, Qt::Key_Down})
-    {
         QTest::keyClick(&console, key);
-    }
     EXPECT_EQ(spy.count(), 0);
 
     QTest::keyClick(&console, 'a');
@@ -92,15 +85,12 @@ TEST(ConsoleWidget, TakesTextFromAWorkerThreadInOrder)
 {
     ConsoleWidget console;
     console.show();
-    std::thread worker(
-        [&]
-        {
-            for (int i = 0; i < 50; ++i)
-            {
-                console << std::to_string(i) + "\n";
-            }
-        });
-    worker.join();
+    const auto write = [&]
+    {
+        for (int i = 0; i < 50; ++i)
+            console << std::to_string(i) + "\n";
+    };
+    std::thread(write).join();
     EXPECT_EQ(console.blockCount(), 1);
     ASSERT_TRUE(waitUntil([&] { return console.blockCount() == 51; }));
     EXPECT_TRUE(console.toPlainText().startsWith("0\n1\n2\n"));
@@ -144,9 +134,7 @@ TEST(ConsoleWidget, HoldsAFloodToWhatTheLastLinesCanShow)
         ConsoleWidget console;
         console.setVisible(isShown);
         for (int i = 0; i < 64; ++i)
-        {
             console << megabyte;
-        }
         console << std::string("end");
         flush();
         EXPECT_LE(console.toPlainText().size(), 1 << 20);

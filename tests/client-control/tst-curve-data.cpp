@@ -14,9 +14,7 @@ std::vector<double> xs(CurveData& data)
     const std::lock_guard locker(data);
     std::vector<double> values;
     for (size_t i = 0; i < data.size(); ++i)
-    {
         values.push_back(data.sample(i).x());
-    }
     return values;
 }
 
@@ -62,25 +60,17 @@ TEST(CurveData, DropsStalePointsButForTheNewestAndTheVeryLast)
         {0, 1, {}},
         {9, 0, {}},
     };
-    for (const auto& oneCase : cases)
+    for (const auto& [limit, count, left] : cases)
     {
         CurveData data;
-        for (int i = 0; i < oneCase.count; ++i)
-        {
+        for (int i = 0; i < count; ++i)
             data.append({double(i), -double(i)});
-        }
-        data.clear(oneCase.limit);
-        EXPECT_EQ(xs(data), oneCase.left) << oneCase.limit << " of " << oneCase.count;
+        data.clear(limit);
+        EXPECT_EQ(xs(data), left) << limit << " of " << count;
         const auto rect = data.boundingRect();
-        if (oneCase.left.empty())
-        {
-            EXPECT_LT(rect.width(), 0);
-        }
-        else
-        {
-            EXPECT_EQ(rect, QRectF(QPointF(oneCase.left.front(), -oneCase.left.back()),
-                                   QPointF(oneCase.left.back(), -oneCase.left.front())));
-        }
+        EXPECT_EQ(rect.width() < 0, left.empty());
+        EXPECT_TRUE(left.empty() ||
+                    rect == QRectF(QPointF(left.front(), -left.back()), QPointF(left.back(), -left.front())));
     }
 }
 
@@ -92,18 +82,14 @@ TEST(CurveData, LosesNothingBetweenTwoThreads)
         [&]
         {
             for (int i = 0; i < 20000; ++i)
-            {
                 data.append({double(i), 0});
-            }
             isDone = true;
         });
     while (!isDone)
     {
         const auto values = xs(data);
         for (size_t i = 0; i < values.size(); ++i)
-        {
             ASSERT_EQ(values[i], double(i));
-        }
     }
     writer.join();
     data.append({20000, 0});

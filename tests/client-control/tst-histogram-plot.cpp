@@ -43,9 +43,7 @@ TEST(HistPlot, LabelsItsAxesWithDifferentWholeNumbers)
         plot.populate(1, &most);
         QStringList labels;
         for (auto tick : plot.axisScaleDiv(QwtPlot::yLeft).ticks(QwtScaleDiv::MajorTick))
-        {
             labels << plot.axisScaleDraw(QwtPlot::yLeft)->label(tick).text();
-        }
         EXPECT_EQ(labels.first(), "0") << most;
         EXPECT_EQ(labels.removeDuplicates(), 0) << most;
     }

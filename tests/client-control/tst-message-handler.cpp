@@ -6,14 +6,10 @@ TEST(MessageHandler, WritesTheColourOfTheTypeAndNoNewline)
 {
     testing::internal::CaptureStdout();
     for (auto type : {QtDebugMsg, QtInfoMsg, QtWarningMsg, QtCriticalMsg, QtFatalMsg})
-    {
         messageOutput(type, {}, QString::fromUtf8("\u20ac"));
-    }
     std::string expected;
     for (auto colour : {"34", "32", "33", "31", "31"})
-    {
         expected += std::string("\033[") + colour + "m\u20ac\033[0m";
-    }
     EXPECT_EQ(testing::internal::GetCapturedStdout(), expected);
 }
 

@@ -1,9 +1,10 @@
 #include "tuning-client/source/module/template-tree-model.h"
 
+#include "tests/support/files.h"
+#include "tests/support/outcome.h"
 #include "tuning-client/source/file/xml-document.h"
 
 #include <QAbstractItemModelTester>
-#include <QFile>
 #include <QtGlobal>
 #include <gtest/gtest.h>
 
@@ -13,23 +14,13 @@ namespace
 {
 QString write(const QByteArray& content)
 {
-    QFile file("chip.xml");
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(content);
-    return file.fileName();
+    fileWrite("chip.xml", content);
+    return "chip.xml";
 }
 
-QString readFailure(const QString& fileName)
+std::string readFailure(const QString& fileName)
 {
-    try
-    {
-        xmlDocumentRead(fileName);
-        return {};
-    }
-    catch (const std::runtime_error& error)
-    {
-        return error.what();
-    }
+    return failureOf<std::runtime_error>([&] { xmlDocumentRead(fileName); });
 }
 
 QByteArray times(int count, const QByteArray& text) { return text.repeated(count); }
@@ -108,11 +99,7 @@ TEST(TreeModel, WalksMoreThanTwoLevels)
 
 TEST(XmlDocument, RefusesWhatWouldEndTheProcess)
 {
-    struct
-    {
-        const char* pReason;
-        QByteArray content;
-    } const cases[] = {
+    const std::pair<const char*, QByteArray> cases[] = {
         {"nested too deeply", times(50000, "<a>") + times(50000, "</a>")},
         {"too many nodes", "<a>" + times(2000001, "<b/>") + "</a>"},
         {"too many attributes", "<a>text = 'x'<b " + times(1025, "c = '' ") + "/></a>"},
@@ -120,11 +107,11 @@ TEST(XmlDocument, RefusesWhatWouldEndTheProcess)
         {"larger than 64 MiB", "<a>" + QByteArray((64 << 20) + 1, ' ') + "</a>"},
         {"(line 2)", "<a>\n<b></a>"},
     };
-    for (const auto& oneCase : cases)
+    for (const auto& [reason, content] : cases)
     {
-        const auto failure = readFailure(write(oneCase.content));
-        EXPECT_TRUE(failure.contains(oneCase.pReason)) << failure.toStdString();
-        EXPECT_TRUE(failure.endsWith(": chip.xml")) << failure.toStdString();
+        const auto failure = readFailure(write(content));
+        EXPECT_TRUE(contains(failure, reason)) << failure;
+        EXPECT_TRUE(contains(failure, ": chip.xml")) << failure;
     }
 }
 
@@ -133,7 +120,7 @@ TEST(XmlDocument, ReadsRegularFilesOnly)
     ASSERT_EQ(mkfifo("pipe.xml", 0600), 0);
     EXPECT_EQ(readFailure("pipe.xml"), "Not a regular file: pipe.xml");
     EXPECT_EQ(readFailure("."), "Not a regular file: .");
-    EXPECT_FALSE(readFailure("missing.xml").isEmpty());
+    EXPECT_NE(readFailure("missing.xml"), "");
 }
 
 TEST(XmlDocument, ReadsUpToTheLimits)
@@ -141,9 +128,7 @@ TEST(XmlDocument, ReadsUpToTheLimits)
     EXPECT_EQ(readFailure(write(times(256, "<a>") + times(256, "</a>"))), "");
     QByteArray attributes;
     for (int i = 0; i < 1000; ++i)
-    {
         attributes += " a" + QByteArray::number(i) + "=\"&gt;\"";
-    }
     EXPECT_EQ(
         readFailure(write("<!DOCTYPE a SYSTEM 'a.dtd'><a" + attributes + ">" + times(5000, "b='c'<b/>") + "</a>")), "");
     const auto document =

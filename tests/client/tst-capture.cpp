@@ -159,6 +159,7 @@ TEST_F(CaptureTest, LocksAndNamesFollowTheSettings)
     }
     const QDateTime time({2024, 1, 31}, {23, 59, 59});
     EXPECT_EQ(shortcut::captureNameGet(Camera::Raw10, time), "RAW10_20240131_235959");
+    EXPECT_EQ(shortcut::captureNameGet(Camera::Yuv, time.addSecs(4 * 3600)), "YUV_20240201_035959");
     EXPECT_EQ(shortcut::captureNameGet(Camera::SnapshotType(6), time), "");
 }
 

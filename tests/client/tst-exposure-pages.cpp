@@ -488,3 +488,13 @@ TEST_F(ExposurePagesTest, ExposureControlFallsBackToTheFirstGeneration)
     EXPECT_EQ(sent(SensorConfigGet), 0u) << "a failure of both ends the read";
     EXPECT_TRUE(status().startsWith("Server: "));
 }
+
+TEST_F(ExposurePagesTest, ExposureControlAsksASilentBoardOnce)
+{
+    auto& widget = ec();
+    board->faultSet({Fault::Close, AeEnableGet});
+    board->requestsClear();
+    emit widget.refresh();
+    EXPECT_EQ(sent(AeEnableGet), 1u);
+    EXPECT_TRUE(status().startsWith("Connection to ")) << status().toStdString();
+}

@@ -51,9 +51,7 @@ TEST(Base64, AnyBytesDecodeToSomething)
     EXPECT_EQ(Base64::decode("QUI="), "AB");
     for (const auto& text : {std::string("Q=I="), std::string("===="), std::string("QU\0I", 4), std::string("QUI=QUI="),
                              std::string("QUI-"), std::string(" \n"), std::string("\xff\xfe")})
-    {
         EXPECT_EQ(Base64::decode(text), "") << text;
-    }
 }
 
 TEST(Base64, BlockOfAnyLength)
@@ -82,9 +80,7 @@ TEST(FileSystem, BoardNeverChoosesTheDirectory)
                              std::string("\xed\xa0\x80"), std::string("\xf4\x90\x80\x80"),
                              std::string("\xef\xbb\xbf"
                                          "a.xml")})
-    {
         EXPECT_THROW(FileSystem::localNameGet(text), std::runtime_error) << text;
-    }
     EXPECT_EQ(FileSystem::filenameGetFromPath("/a/b"), "b");
     EXPECT_EQ(FileSystem::filenameGetFromPath("b"), "b");
     EXPECT_EQ(FileSystem::filenameGetFromPath("a/"), "");

@@ -1,26 +1,55 @@
 #pragma once
 
 #include "board-simulator/source/base64.h"
+#include "board-simulator/source/keys.h"
 #include "board-simulator/source/wire.h"
-#include "tests/rest/record-layout.h"
-#include "tuning-rest/source/record.h"
 
 #include <json/value.h>
 
-#include <array>
 #include <cfloat>
 #include <iterator>
 #include <limits>
+#include <map>
 #include <random>
+#include <string>
 
-/// Values that tell faults apart: the ends of each type, and what no type should hold but a board may send.
+/// Values that tell faults apart, as they travel: the ends of each type, and any bytes for a record.
 class RandomValues
 {
 public:
+    Json::Value value(const board::Key& key)
+    {
+        static const std::map<std::string, Json::Value (RandomValues::*)()> makers{
+            {"bool", &RandomValues::flag},
+            {"double", &RandomValues::number<double>},
+            {"float", &RandomValues::number<float>},
+            {"int16_t", &RandomValues::number<int16_t>},
+            {"int32_t", &RandomValues::number<int32_t>},
+            {"table", &RandomValues::table},
+            {"text", &RandomValues::text},
+            {"uint16_t", &RandomValues::number<uint16_t>},
+            {"uint32_t", &RandomValues::number<uint32_t>},
+            {"uint8_t", &RandomValues::number<uint8_t>},
+        };
+        const auto record = key.recordName();
+        return record.empty() ? (this->*makers.at(key.type))() : this->record(record);
+    }
+
+    Json::Value record(const std::string& name)
+    {
+        std::string bytes(board::Wire::instance().record(name).size, '\0');
+        for (auto& byte : bytes)
+            byte = static_cast<char>(engine());
+        return board::base64Encode(bytes);
+    }
+
+private:
     size_t below(size_t count) { return engine() % count; }
 
+    Json::Value flag() { return below(2) == 1; }
+
     template <class T>
-    T number()
+    Json::Value number()
     {
         using Limits = std::numeric_limits<T>;
         const T values[]{T(0),          T(1),          Limits::lowest(),     Limits::max(),
@@ -28,65 +57,25 @@ public:
         return values[below(std::size(values))];
     }
 
-    std::string text(size_t maximum)
+    Json::Value text()
     {
         static const std::string letters[]{"a", "Z", "\"", "\\", "\xc3\xa4", "/", " ", "\n"};
         std::string result;
-        for (auto count = below(maximum + 1); count > 0; --count)
+        for (auto count = below(41); count > 0; --count)
             result += letters[below(std::size(letters))];
         return result;
     }
 
-    /// A record's bytes: in every field one of its type's hard cases, in the padding anything.
-    std::string record(const board::Record& record)
+    Json::Value table()
     {
-        std::string bytes(record.size, '\0');
-        for (auto& byte : bytes)
-            byte = static_cast<char>(engine());
-        const auto& layout = record.layouts[below(record.layouts.size())];
-        for (const auto& field : layout.fields)
-        {
-            for (size_t i = 0; i < field.elementCount(); ++i)
-            {
-                const auto element = fieldBytes(field.type, field.elementSize());
-                bytes.replace(field.offset + i * field.elementSize(), element.size(), element);
-            }
-        }
-        return bytes;
-    }
-
-private:
-    template <class T>
-    static std::string image(T value)
-    {
-        return std::string(reinterpret_cast<const char*>(&value), sizeof value);
-    }
-
-    template <class T>
-    std::string floatingBytes()
-    {
-        using Limits = std::numeric_limits<T>;
-        const T values[]{Limits::quiet_NaN(),  -Limits::quiet_NaN(),
-                         Limits::infinity(),   -Limits::infinity(),
-                         Limits::denorm_min(), T(-0.0),
-                         Limits::max(),        T(0.1)};
-        return image(values[below(std::size(values))]);
-    }
-
-    std::string fieldBytes(const std::string& type, size_t size)
-    {
-        if (type == "float")
-            return floatingBytes<float>();
-        if (type == "double")
-            return floatingBytes<double>();
-        if (type == "bool")
-            return std::string(1, "\x00\x01\x02\x80\xff"[below(5)]);
-        if (type == "enum")
-            return image(std::array<uint32_t, 4>{0, 1, 0x80000000, 0xffffffff}[below(4)]);
-        // All bits but the first or the last make the ends of signed types.
-        std::string bytes(size, "\x00\xff\x7f"[below(3)]);
-        bytes.back() = "\x00\x7f\x80\xff"[below(4)];
-        return bytes;
+        Json::Value jTable;
+        jTable["columns"][0] = "gain";
+        jTable["rows"][0][0] = static_cast<Json::UInt64>(UINT64_MAX);
+        jTable["rows"][0][1] = static_cast<Json::Int64>(INT64_MIN);
+        jTable["rows"][1][0] = DBL_MAX;
+        jTable["rows"][1][1] = text();
+        jTable["rows"][1][2] = Json::Value();
+        return jTable;
     }
 
     std::mt19937 engine{20221116};

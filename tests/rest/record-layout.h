@@ -6,8 +6,6 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
-#include <cstring>
-#include <functional>
 #include <map>
 #include <string>
 #include <type_traits>
@@ -30,12 +28,11 @@ struct Field
     std::vector<size_t> shape;   ///< numbers of elements
     std::type_index elementType; ///< of one element
     size_t elementSize;
-    std::function<const void*(const void*)> address; ///< of the field, found by the compiler
-    double (*number)(const void* pField, size_t index);
 };
 
 struct Record
 {
+    std::string name;
     size_t size = 0;
     std::vector<Field> fields;
 };
@@ -46,54 +43,31 @@ inline std::map<std::type_index, Record>& records()
     return map;
 }
 
-inline std::map<std::string, std::type_index>& recordNames()
-{
-    static std::map<std::string, std::type_index> map;
-    return map;
-}
-
 template <class T>
 std::string typeName()
 {
-    if constexpr (std::is_same_v<T, rest::Flag>)
-        return "bool";
-    else if constexpr (std::is_enum_v<T>)
+    if constexpr (std::is_enum_v<T>)
         return "enum";
     else if constexpr (std::is_same_v<T, char>)
         return "char";
-    else if constexpr (std::is_same_v<T, float>)
-        return "float";
-    else if constexpr (std::is_same_v<T, double>)
-        return "double";
+    else if constexpr (std::is_floating_point_v<T>)
+        return std::is_same_v<T, float> ? "float" : "double";
     else if constexpr (std::is_integral_v<T>)
         return (std::is_unsigned_v<T> ? "uint" : "int") + std::to_string(8 * sizeof(T)) + "_t";
     else
-        return {};
-}
-
-template <class T>
-double elementNumber(const void* pField, size_t index)
-{
-    if constexpr (std::is_same_v<T, rest::Flag> || std::is_convertible_v<T, double>)
-    {
-        T value;
-        std::memcpy(static_cast<void*>(&value), static_cast<const char*>(pField) + index * sizeof value, sizeof value);
-        return static_cast<double>(value);
-    }
-    else
-        return 0;
+        return std::is_same_v<T, rest::Flag> ? "bool" : "";
 }
 
 template <class T>
 bool recordAdd(const char* name, size_t size)
 {
+    records()[typeid(T)].name = name;
     records()[typeid(T)].size = size;
-    recordNames().emplace(name, typeid(T));
     return true;
 }
 
 template <class Record, class Member>
-bool fieldAdd(const char* path, size_t offset, std::function<const void*(const void*)> address)
+bool fieldAdd(const char* path, size_t offset)
 {
     using Element = std::remove_all_extents_t<Member>;
     std::vector<size_t> shape;
@@ -101,8 +75,8 @@ bool fieldAdd(const char* path, size_t offset, std::function<const void*(const v
         shape.push_back(std::extent_v<Member, 0>);
     if constexpr (std::rank_v < Member >> 1)
         shape.push_back(std::extent_v<Member, 1>);
-    records()[typeid(Record)].fields.push_back({path, offset, typeName<Element>(), shape, typeid(Element),
-                                                sizeof(Element), std::move(address), elementNumber<Element>});
+    records()[typeid(Record)].fields.push_back(
+        {path, offset, typeName<Element>(), shape, typeid(Element), sizeof(Element)});
     return true;
 }
 
@@ -135,9 +109,6 @@ inline std::map<std::string, Field> leaves(std::type_index type)
                 auto element = leaf;
                 element.path = field.path + (field.shape.empty() ? "" : "[" + std::to_string(i) + "]") + "." + path;
                 element.offset = field.offset + i * field.elementSize + leaf.offset;
-                element.address =
-                    [outer = field.address, inner = leaf.address, skip = i * field.elementSize](const void* pRecord)
-                { return inner(static_cast<const char*>(outer(pRecord)) + skip); };
                 result.emplace(element.path, element);
             }
         }
@@ -146,23 +117,22 @@ inline std::map<std::string, Field> leaves(std::type_index type)
 }
 
 /// The record of that name on the wire, or null.
-inline const std::type_index* recordFind(const std::string& name)
+inline const std::pair<const std::type_index, Record>* recordFind(const std::string& name)
 {
-    const auto found = recordNames().find(name.rfind("rest::", 0) == 0 ? name.substr(6) : name);
-    return found == recordNames().end() ? nullptr : &found->second;
+    for (const auto& entry : records())
+        if (entry.second.name == name || "rest::" + entry.second.name == name)
+            return &entry;
+    return nullptr;
 }
 
-/// The field of that name on the wire, which knows the members of a union by the names of its layouts; or null.
+/// The field of that name on the wire, or null. The wire knows the members of a union by the names of its layouts; a
+/// record of one layout is no union there, whatever its structure is.
 inline const Field* leafFind(const std::map<std::string, Field>& leaves, std::string layoutName,
                              const std::string& name)
 {
     for (auto& c : layoutName)
         c = static_cast<char>(std::tolower(c));
-    std::vector<std::string> prefixes{layoutName + ".", ""};
-    // A record of one layout is no union on the wire, whatever its structure is.
-    if (layoutName == "record")
-        prefixes = {"", "v1.", "v2."};
-    for (const auto& prefix : prefixes)
+    for (const auto& prefix : {layoutName + ".", std::string(), std::string("v1."), std::string("v2.")})
     {
         const auto found = leaves.find(prefix + withNumbers(name));
         if (found != leaves.end())
@@ -179,6 +149,4 @@ inline const Field* leafFind(const std::map<std::string, Field>& leaves, std::st
         ::layout::recordAdd<record>(#record, size)
 #define RECORD_FIELD(record, field, offset)                                                                            \
     [[maybe_unused]] static const bool LAYOUT_JOIN(recordEntry, __COUNTER__) =                                         \
-        ::layout::fieldAdd<record, std::remove_reference_t<decltype(std::declval<record&>().field)>>(                  \
-            #field, offset,                                                                                            \
-            [](const void* pRecord) -> const void* { return &static_cast<const record*>(pRecord)->field; })
+        ::layout::fieldAdd<record, std::remove_reference_t<decltype(std::declval<record&>().field)>>(#field, offset)

@@ -1,8 +1,6 @@
 #pragma once
 
-// All headers of the command layer, with their records in the table.
-#include "tests/rest/record-layout.h"
-
+// All headers of the command layer.
 #include "tuning-rest/source/ae.h"
 #include "tuning-rest/source/af.h"
 #include "tuning-rest/source/ahdr.h"

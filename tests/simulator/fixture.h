@@ -1,90 +1,53 @@
 #pragma once
 
 #include "board-simulator/source/base64.h"
+#include "board-simulator/source/json-text.h"
 #include "board-simulator/source/simulator.h"
 #include "board-simulator/source/wire.h"
+#include "tests/support/outcome.h"
+#include "tests/support/raw-connection.h"
+#include "tests/support/scratch.h"
 
-#include <boost/asio/connect.hpp>
-#include <boost/asio/io_context.hpp>
-#include <boost/asio/ip/tcp.hpp>
-#include <boost/asio/write.hpp>
-#include <filesystem>
-#include <fstream>
-#include <gtest/gtest.h>
 #include <json/json.h>
-#include <string>
-#include <sys/socket.h>
-#include <unistd.h>
 
-/// A connection that sends and receives bytes as they are.
-class RawConnection
+/// A client's end of a connection to the board.
+class ClientConnection : public RawConnection
 {
 public:
-    explicit RawConnection(uint16_t port)
+    explicit ClientConnection(uint16_t port) : RawConnection(::socket(AF_INET, SOCK_STREAM, 0))
     {
-        socket.connect({boost::asio::ip::address_v4::loopback(), port}, error);
-        const timeval limit{10, 0};
-        setsockopt(socket.native_handle(), SOL_SOCKET, SO_RCVTIMEO, &limit, sizeof limit);
+        const auto address = loopback(port);
+        error = ::connect(handle, reinterpret_cast<const sockaddr*>(&address), sizeof address) == 0 ? 0 : errno;
     }
-
-    void send(const std::string& bytes) { boost::asio::write(socket, boost::asio::buffer(bytes), error); }
-
-    /// All bytes up to the end of the connection; `error` tells how it ended.
-    std::string receive()
-    {
-        std::string bytes;
-        char buffer[65536];
-        while (true)
-        {
-            // Not through Asio, which waits on for ever where the time limit of the socket strikes.
-            const ssize_t count = recv(socket.native_handle(), buffer, sizeof buffer, 0);
-            if (count <= 0)
-            {
-                error = count == 0 ? boost::asio::error::eof
-                                   : boost::system::error_code(errno, boost::system::system_category());
-                return bytes;
-            }
-            bytes.append(buffer, static_cast<size_t>(count));
-        }
-    }
-
-    boost::system::error_code error;
-
-private:
-    boost::asio::io_context io;
-    boost::asio::ip::tcp::socket socket{io};
 };
 
-/// A simulated board with a directory of its own.
-class BoardTest : public testing::Test
+/// A simulated board that serves the directory "files".
+class BoardTest : public ScratchTest
 {
 protected:
-    BoardTest() : base(std::filesystem::temp_directory_path() / ("board-test-" + std::to_string(getpid())))
-    {
-        std::filesystem::remove_all(base);
-        simulator = std::make_unique<board::Simulator>(board::Options{0, (base / "files").string()});
-    }
-    ~BoardTest() override
-    {
-        simulator.reset();
-        std::filesystem::remove_all(base);
-    }
-
     static int64_t idOf(const std::string& className, const std::string& command)
     {
         return board::Wire::instance().commandClass(className).id(command);
     }
 
-    static Json::Value query(const std::string& className, const std::string& command, int generation = -1)
+    static Json::Value parse(const std::string& text) { return board::JsonText().parse(text); }
+
+    /// A command with the members of `arguments`.
+    static Json::Value query(const std::string& className, const std::string& command, int generation = -1,
+                             const std::string& arguments = "{}")
     {
-        Json::Value jQuery;
+        Json::Value jQuery = parse(arguments);
         jQuery["function"] = "rest::" + className + "::" + command;
         jQuery["id"] = static_cast<Json::Int64>(idOf(className, command));
         if (generation >= 0)
-        {
             jQuery["generation"] = generation;
-        }
         return jQuery;
+    }
+
+    Json::Value run(const std::string& className, const std::string& command, int generation = -1,
+                    const std::string& arguments = "{}")
+    {
+        return simulator->execute(query(className, command, generation, arguments));
     }
 
     static std::string post(const std::string& body, const std::string& target = "/")
@@ -93,17 +56,16 @@ protected:
                "\r\nHost: board\r\n\r\n" + body;
     }
 
-    static std::string post(const Json::Value& jQuery)
-    {
-        return post(Json::writeString(Json::StreamWriterBuilder(), jQuery));
-    }
+    static std::string post(const Json::Value& jQuery) { return post(board::JsonText().write(jQuery)); }
 
     std::string exchange(const std::string& request)
     {
-        RawConnection connection(simulator->port());
+        ClientConnection connection(simulator->port());
         connection.send(request);
         return connection.receive();
     }
+
+    std::string download(const std::string& target) { return exchange("GET " + target + " HTTP/1.1\r\n\r\n"); }
 
     static std::string bodyOf(const std::string& response)
     {
@@ -111,12 +73,6 @@ protected:
         return end == std::string::npos ? "" : response.substr(end + 4);
     }
 
-    static std::string fileText(const std::filesystem::path& path)
-    {
-        std::ifstream stream(path, std::ios::binary);
-        return {std::istreambuf_iterator<char>(stream), {}};
-    }
-
-    std::filesystem::path base;
-    std::unique_ptr<board::Simulator> simulator;
+    std::unique_ptr<board::Simulator> simulator =
+        std::make_unique<board::Simulator>(board::Options{0, "files", false, false});
 };

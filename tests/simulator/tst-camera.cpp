@@ -25,19 +25,16 @@ protected:
         return record;
     }
 
-    void aeSet(const std::string& field, double value)
+    void set(const std::string& className, const std::string& field, double value)
     {
-        auto config = record("rest::Ae::Config", simulator->recordGet("Ae", 0));
+        auto config = record("rest::" + className + "::Config", simulator->recordGet(className, 0));
         config.numberSet(field, value);
-        simulator->recordSet("Ae", 0, config.bytes());
+        simulator->recordSet(className, 0, config.bytes());
     }
 
-    void sensorSet(const std::string& field, double value)
-    {
-        auto config = record("rest::Sensor::Config", simulator->recordGet("Sensor", 0));
-        config.numberSet(field, value);
-        simulator->recordSet("Sensor", 0, config.bytes());
-    }
+    void aeSet(const std::string& field, double value) { set("Ae", field, value); }
+
+    void sensorSet(const std::string& field, double value) { set("Sensor", field, value); }
 
     double sensor(const std::string& field)
     {
@@ -54,17 +51,13 @@ protected:
         const auto bytes = record("rest::Ae::Status", simulator->recordGet("Ae", generation, "status"));
         std::vector<double> values;
         for (size_t i = 0; i < count; ++i)
-        {
             values.push_back(bytes.number(field, i));
-        }
         return values;
     }
 
     void enable(bool isEnable)
     {
-        Json::Value jQuery = query("Ae", "enableSet", 1);
-        jQuery["enable"] = isEnable;
-        ASSERT_EQ(simulator->execute(jQuery)["error"], 0);
+        ASSERT_EQ(run("Ae", "enableSet", 1, isEnable ? R"({"enable":true})" : R"({"enable":false})")["error"], 0);
     }
 };
 
@@ -129,7 +122,7 @@ TEST_F(CameraTest, DampingSlowsTheLoop)
     {
         for (const char* field : {"setPoint", "tolerance", "dampingUnder", "dampingOver"})
         {
-            simulator->execute(query("Ae", "reset", 0));
+            run("Ae", "reset", 0);
             aeSet(field, bad);
             simulator->advance(50);
             EXPECT_TRUE(std::isfinite(sensor("_long.gain")));
@@ -168,12 +161,7 @@ TEST_F(CameraTest, LoopRunsWithRealTime)
     sensorSet("_long.integrationTime", 0.0001);
     aeSet("setPoint", 80);
     enable(true);
-    const auto limit = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-    while (simulator->meanLuminance() < 70 && std::chrono::steady_clock::now() < limit)
-    {
-        usleep(1000);
-    }
-    EXPECT_GE(simulator->meanLuminance(), 70);
+    EXPECT_TRUE(await([&] { return simulator->meanLuminance() >= 70; }));
 }
 
 TEST_F(CameraTest, HistogramsCountEveryPixel)

@@ -1,4 +1,4 @@
-#include "tests/transfer/captured.h"
+#include "tests/support/outcome.h"
 #include "tests/transfer/raw-peer.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-transfer/source/transfer-client.h"
@@ -12,90 +12,76 @@ namespace
 /// A holder of the HTTP transport that keeps its reports.
 struct Subject
 {
-    explicit Subject(unsigned short port)
-    {
-        jConfig["ip"] = "127.0.0.1";
-        jConfig["port"] = port;
-        pHolder = std::make_unique<ClientHolder>(
-            ClientHolder::Http, [this](const std::string& text) { reports.push_back(text); }, jConfig);
-    }
+    explicit Subject(const std::string& answer) : peer(RawPeer::answering(answer)) { jQuery["path"] = "a"; }
 
-    Json::Value jConfig;
+    RawPeer peer;
+    Json::Value jConfig = peer.config();
+    Json::Value jQuery;
+    Json::Value jResponse;
     std::vector<std::string> reports;
-    std::unique_ptr<ClientHolder> pHolder;
+    ClientHolder holder{ClientHolder::Http, [this](const std::string& text) { reports.push_back(text); }, jConfig};
+    Captured out;
 };
 
 using Texts = std::vector<std::string>;
 
 const std::string answerHead = "HTTP/1.1 200 OK\r\n\r\n";
+const Texts command{"[Client] >>> ", "{\n  \"path\": \"a\"\n}", "\n"};
 } // namespace
 
 TEST(Holder, ReportsWhatGoesAndWhatComes)
 {
-    const Captured out;
-    const RawPeer peer(RawPeer::answering(answerHead + "{\"error\":0}"));
-    Subject subject(peer.port);
-    Json::Value jQuery;
-    jQuery["id"] = 7;
-    Json::Value jResponse;
-    const Texts expected{"[Client] >>> ", "{\n  \"id\": 7\n}", "\n", "[Client] <<< ", "{\n  \"error\": 0\n}", "\n"};
-    subject.pHolder->request(jQuery, jResponse, 5);
+    Subject subject(answerHead + "{\"error\":0}");
+    auto expected = command;
+    expected.insert(expected.end(), {"[Client] <<< ", "{\n  \"error\": 0\n}", "\n"});
+    subject.holder.request(subject.jQuery, subject.jResponse, 5);
     EXPECT_EQ(subject.reports, expected);
 
     subject.reports.clear();
     Texts reportsBefore;
-    subject.pHolder->request(
-        jQuery, [&](const Json::Value&) { reportsBefore = subject.reports; }, 5);
+    subject.holder.request(
+        subject.jQuery, [&](const Json::Value&) { reportsBefore = subject.reports; }, 5);
     EXPECT_EQ(reportsBefore, expected);
 }
 
-TEST(Holder, ReportsNothingBehindAFailure)
+TEST(Holder, ReportsBeforeAnythingGoesAndNothingBehindAFailure)
 {
-    const Captured out;
-    const RawPeer peer(RawPeer::answering(""));
-    Subject subject(peer.port);
-    Json::Value jResponse;
-    EXPECT_THROW(subject.pHolder->request(Json::objectValue, jResponse, 5), std::logic_error);
-    EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", "{}", "\n"}));
-}
-
-TEST(Holder, ReportsTransfersBeforeTheyGo)
-{
-    const Captured out;
-    Subject subject(0);
-    Json::Value jQuery;
-    jQuery["path"] = "a";
-    const Texts expected{"[Client] >>> ", "{\n  \"path\": \"a\"\n}", "\n"};
-    EXPECT_THROW(subject.pHolder->fileDownload(jQuery), std::runtime_error);
-    EXPECT_EQ(subject.reports, expected);
-    subject.reports.clear();
-    EXPECT_THROW(subject.pHolder->fileUpload(jQuery), std::runtime_error);
-    EXPECT_EQ(subject.reports, expected);
+    Subject subject("");
+    subject.jConfig["port"] = 0;
+    subject.holder.configSet(subject.jConfig);
+    const std::function<void()> calls[]{
+        [&] { subject.holder.request(subject.jQuery, subject.jResponse, 5); },
+        [&] { subject.holder.fileDownload(subject.jQuery); },
+        [&] { subject.holder.fileUpload(subject.jQuery); },
+    };
+    for (const auto& fCall : calls)
+    {
+        subject.reports.clear();
+        EXPECT_THROW(fCall(), std::runtime_error);
+        EXPECT_EQ(subject.reports, command);
+    }
 }
 
 TEST(Holder, ReportsConfigurationInItsOwnOrder)
 {
-    Subject subject(8080);
+    Subject subject("");
+    const auto textOf = [&](const std::string& ip)
+    { return "{\n  \"ip\": \"" + ip + "\",\n  \"port\": \"" + std::to_string(subject.peer.port) + "\"\n}"; };
     Json::Value jConfig;
-    subject.pHolder->configGet(jConfig);
-    EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", "{\n  \"ip\": \"127.0.0.1\",\n  \"port\": \"8080\"\n}", "\n"}));
-    subject.reports.clear();
+    subject.holder.configGet(jConfig);
     jConfig["ip"] = "10.0.0.1";
-    subject.pHolder->configSet(jConfig);
-    EXPECT_EQ(subject.reports, (Texts{"[Client] <<< ", "{\n  \"ip\": \"10.0.0.1\",\n  \"port\": \"8080\"\n}", "\n"}));
-    subject.pHolder->configGet(jConfig);
-    EXPECT_EQ(jConfig["ip"], "10.0.0.1");
+    subject.holder.configSet(jConfig);
+    subject.holder.configGet(jConfig);
+    EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", textOf("127.0.0.1"), "\n", "[Client] <<< ", textOf("10.0.0.1"),
+                                      "\n", "[Client] >>> ", textOf("10.0.0.1"), "\n"}));
 }
 
 TEST(Holder, ReportOfALargeValueIsCut)
 {
-    const Captured out;
     const std::string large(2 * t_common::limit::reportText, 'x');
-    const RawPeer peer(RawPeer::answering(answerHead + "{\"a\":\"" + large + "\"}"));
-    Subject subject(peer.port);
-    Json::Value jResponse;
-    subject.pHolder->request(Json::objectValue, jResponse, 5);
-    EXPECT_EQ(jResponse["a"].asString().size(), large.size());
+    Subject subject(answerHead + "{\"a\":\"" + large + "\"}");
+    subject.holder.request(Json::objectValue, subject.jResponse, 5);
+    EXPECT_EQ(subject.jResponse["a"].asString().size(), large.size());
     const auto& report = subject.reports.at(4);
     const auto tail = "... (" + std::to_string(large.size() + 13) + " bytes)";
     EXPECT_EQ(report.size(), t_common::limit::reportText + tail.size());
@@ -137,15 +123,7 @@ TEST(Holder, TypesWithoutATransport)
 {
     Json::Value jConfig;
     ClientHolder usb(ClientHolder::Usb, {}, jConfig);
-    try
-    {
-        usb.configGet(jConfig);
-        ADD_FAILURE();
-    }
-    catch (const std::logic_error& error)
-    {
-        EXPECT_STREQ(error.what(), "Abstract is never initialized");
-    }
+    EXPECT_EQ(failureOf<std::logic_error>([&] { usb.configGet(jConfig); }), "Abstract is never initialized");
     try
     {
         ClientHolder(ClientHolder::Sum, {}, jConfig);

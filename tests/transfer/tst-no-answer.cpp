@@ -1,4 +1,4 @@
-#include "tests/transfer/captured.h"
+#include "tests/support/outcome.h"
 #include "tests/transfer/raw-peer.h"
 #include "tuning-common/source/no-answer.h"
 #include "tuning-transfer/source/transfer-client.h"
@@ -13,7 +13,7 @@ using t_transfer::Patience;
 
 namespace
 {
-using Script = std::function<void(RawConnection&)>;
+using Script = RawPeer::Script;
 
 const std::string okHead = "HTTP/1.1 200 OK\r\n";
 
@@ -28,7 +28,7 @@ ClientHolder holder(const std::string& ip, unsigned short port)
 
 /// The text of the failure, the kind of it in front; empty for success.
 template <class Action>
-std::string failureOf(Action action)
+std::string endOf(Action action)
 {
     const Captured out;
     try
@@ -49,7 +49,7 @@ std::string failureOf(Action action)
 std::string failureOfCommand(const std::string& ip, unsigned short port)
 {
     Json::Value jResponse;
-    return failureOf([&] { holder(ip, port).request(Json::objectValue, jResponse, 1); });
+    return endOf([&] { holder(ip, port).request(Json::objectValue, jResponse, 1); });
 }
 
 std::string failureOfCommand(const Script& fScript) { return failureOfCommand("127.0.0.1", RawPeer(fScript).port); }
@@ -62,7 +62,7 @@ std::string failureOfDownload(const Script& fScript, const Patience& patience)
     Json::Value jQuery;
     jQuery["path"] = name;
     jQuery["path.local"] = directory.string();
-    const auto failure = failureOf([&] { holder("127.0.0.1", peer.port).fileDownload(jQuery, patience); });
+    const auto failure = endOf([&] { holder("127.0.0.1", peer.port).fileDownload(jQuery, patience); });
     std::filesystem::remove(directory / name);
     return failure;
 }
@@ -70,7 +70,7 @@ std::string failureOfDownload(const Script& fScript, const Patience& patience)
 /// Halts before the answer and in its middle.
 Script halting(std::chrono::milliseconds before, std::chrono::milliseconds within)
 {
-    return [=](RawConnection& connection)
+    return [=](PeerConnection& connection)
     {
         connection.request();
         std::this_thread::sleep_for(before);
@@ -80,7 +80,6 @@ Script halting(std::chrono::milliseconds before, std::chrono::milliseconds withi
     };
 }
 
-bool begins(const std::string& text, const std::string& part) { return text.rfind(part, 0) == 0; }
 } // namespace
 
 TEST(NoAnswer, IsToldFromAnAnswerThatNobodyCanRead)
@@ -95,23 +94,23 @@ TEST(NoAnswer, IsToldFromAnAnswerThatNobodyCanRead)
     }
     for (const auto& bytes : {std::string(), okHead + "Content-", okHead + "Content-Length: 3\r\n\r\n{}",
                               chunked + "5\r\n{\"err", "HTTP/1.1 100 Continue\r\n\r\n" + okHead})
-        EXPECT_TRUE(begins(failureOfCommand(RawPeer::answering(bytes)), "no answer: Connection to ")) << bytes;
+        EXPECT_TRUE(startsWith(failureOfCommand(RawPeer::answering(bytes)), "no answer: Connection to ")) << bytes;
     for (const auto& bytes : {std::string("SSH-2.0-OpenSSH\r\n\r\n"), std::string(200'000, 'x'), chunked + "zz\r\n{}",
                               fields + "\r\n{}", interim, okHead + "Content-Length: 99999999\r\n\r\n{}",
                               okHead + "\r\nwords", okHead + "\r\n[]", okHead + "\r\n"})
-        EXPECT_TRUE(begins(failureOfCommand(RawPeer::answering(bytes)), "failure: ")) << bytes.substr(0, 80);
+        EXPECT_TRUE(startsWith(failureOfCommand(RawPeer::answering(bytes)), "failure: ")) << bytes.substr(0, 80);
 
-    const auto reset = [](RawConnection& connection)
+    const auto reset = [](PeerConnection& connection)
     {
         connection.request();
         connection.reset();
     };
-    EXPECT_TRUE(begins(failureOfCommand(reset), "no answer: "));
-    EXPECT_TRUE(begins(failureOfCommand([](RawConnection& connection) { connection.silence(); }), "no answer: "));
-    EXPECT_TRUE(begins(failureOfCommand("no-such-board.invalid", 80), "no answer: "));
-    const auto portOfNobody = RawPeer([](RawConnection&) {}).port;
-    EXPECT_TRUE(begins(failureOfCommand("127.0.0.1", portOfNobody), "no answer: "));
-    EXPECT_TRUE(begins(failureOfCommand("no address", 80), "failure: "));
+    EXPECT_TRUE(startsWith(failureOfCommand(reset), "no answer: "));
+    EXPECT_TRUE(startsWith(failureOfCommand([](PeerConnection& connection) { connection.silence(); }), "no answer: "));
+    EXPECT_TRUE(startsWith(failureOfCommand("no-such-board.invalid", 80), "no answer: "));
+    const auto portOfNobody = RawPeer([](PeerConnection&) {}).port;
+    EXPECT_TRUE(startsWith(failureOfCommand("127.0.0.1", portOfNobody), "no answer: "));
+    EXPECT_TRUE(startsWith(failureOfCommand("no address", 80), "failure: "));
 }
 
 TEST(NoAnswer, PatienceBeforeAndWithinAFile)
@@ -123,8 +122,8 @@ TEST(NoAnswer, PatienceBeforeAndWithinAFile)
         Script fScript;
         const char* pFailure;
     } cases[] = {
-        {"silent", {150ms, 20s}, [](RawConnection& c) { c.silence(); }, "no answer: "},
-        {"begun", {20s, 150ms}, [](RawConnection& c) { c.request(), c.send(okHead), c.silence(); }, "no answer: "},
+        {"silent", {150ms, 20s}, [](PeerConnection& c) { c.silence(); }, "no answer: "},
+        {"begun", {20s, 150ms}, [](PeerConnection& c) { c.request(), c.send(okHead), c.silence(); }, "no answer: "},
         {"late", {20s, 150ms}, halting(400ms, 0ms), ""},
         {"halting", {1s, 20s}, halting(0ms, 1300ms), ""},
         {"user's", {}, halting(2300ms, 0ms), ""},
