@@ -317,7 +317,7 @@ TEST_F(ConfigTest, TransportSurvivesWithTheRecordsOfBoth)
     for (const auto& [file, type] : cases)
     {
         write("preferences.json", file);
-        run([&](cfg::Config& first) { EXPECT_EQ(str(first.preferences.server.type), type) << file; });
+        run([expected = type](cfg::Config& first) { EXPECT_EQ(str(first.preferences.server.type), expected); });
         EXPECT_EQ(str(read("preferences.json")["server"].toObject()["type"].toString()), type) << file;
     }
 
@@ -342,7 +342,7 @@ TEST_F(ConfigTest, WhatIsNoFileIsLeftAlone)
     QDir().mkpath(home.path() + "/.tuning-client");
     for (const auto& name : names)
         ASSERT_EQ(mkfifo(path(name).toUtf8(), 0600), 0);
-    run([this](cfg::Config& pipes) { expectDefaults(pipes, "pipes"); });
+    run([](cfg::Config& pipes) { expectDefaults(pipes, "pipes"); });
     for (const auto& name : names)
     {
         struct stat info
@@ -353,23 +353,23 @@ TEST_F(ConfigTest, WhatIsNoFileIsLeftAlone)
         QFile::remove(path(name));
         ASSERT_TRUE(QFile::link("/dev/zero", path(name)));
     }
-    run([this](cfg::Config& devices) { expectDefaults(devices, "devices"); });
+    run([](cfg::Config& devices) { expectDefaults(devices, "devices"); });
     for (const auto& name : names)
     {
         QFile::remove(path(name));
         QDir().mkpath(path(name) + "/below");
     }
-    run([this](cfg::Config& directories) { expectDefaults(directories, "directories"); });
+    run([](cfg::Config& directories) { expectDefaults(directories, "directories"); });
     QDir(home.path() + "/.tuning-client").removeRecursively();
 
     QFile blocker(home.path() + "/.tuning-client");
     ASSERT_TRUE(blocker.open(QIODevice::WriteOnly));
-    run([this](cfg::Config& blocked) { expectDefaults(blocked, "a file in place of the directory"); });
+    run([](cfg::Config& blocked) { expectDefaults(blocked, "a file in place of the directory"); });
     EXPECT_EQ(blocker.size(), 0);
     blocker.remove();
 
     qputenv("HOME", (home.path() + "/no/such/home").toUtf8());
-    run([this](cfg::Config& homeless) { expectDefaults(homeless, "no home"); });
+    run([](cfg::Config& homeless) { expectDefaults(homeless, "no home"); });
     EXPECT_FALSE(QFile::exists(home.path() + "/no"));
 }
 

@@ -38,7 +38,6 @@ enum Command
 
 constexpr auto module = "Main Control";
 constexpr int readWrite = 0; ///< rows of "Main Control"
-constexpr int readOnly = 4;
 
 /// A line for each register of the file: module, name, size, type, address, value before, text.
 QString registersOf(const QByteArray& bytes)

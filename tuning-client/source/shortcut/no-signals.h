@@ -3,6 +3,7 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/control/spin-box.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QButtonGroup>
 #include <QComboBox>
