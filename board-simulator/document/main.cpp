@@ -4,6 +4,8 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
+#include <string>
+#include <vector>
 
 namespace
 {
@@ -37,12 +39,20 @@ int write(const std::string& path, const std::string& text)
 /// Writes the handbook of the wire, or checks that the file has its present text.
 int main(int count, char** pArguments)
 {
-    const bool isCheck = count == 3 && std::string(pArguments[1]) == "--check";
-    if (count != 2 && !isCheck)
+    const auto* pUsage = "Usage: protocol-document [--check] FILE\n";
+    const std::vector<std::string> arguments(pArguments + 1, pArguments + count);
+    if (arguments == std::vector<std::string>{"--help"})
     {
-        std::cerr << "Usage: protocol-document [--check] FILE\n";
+        std::cout << pUsage;
+        return 0;
+    }
+    const bool isCheck = arguments.size() == 2 && arguments.front() == "--check";
+    // A mistyped option must not become a file.
+    if (!(isCheck || arguments.size() == 1) || arguments.back().rfind("-", 0) == 0)
+    {
+        std::cerr << pUsage;
         return 2;
     }
     const std::string text = board::protocolDocument();
-    return isCheck ? check(pArguments[2], text) : write(pArguments[1], text);
+    return isCheck ? check(arguments.back(), text) : write(arguments.back(), text);
 }

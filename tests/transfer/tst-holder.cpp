@@ -55,7 +55,7 @@ TEST(Holder, ReportsNothingBehindAFailure)
     const RawPeer peer(RawPeer::answering(""));
     Subject subject(peer.port);
     Json::Value jResponse;
-    EXPECT_THROW(subject.pHolder->request(Json::objectValue, jResponse, 5), std::runtime_error);
+    EXPECT_THROW(subject.pHolder->request(Json::objectValue, jResponse, 5), std::logic_error);
     EXPECT_EQ(subject.reports, (Texts{"[Client] >>> ", "{}", "\n"}));
 }
 

@@ -73,9 +73,9 @@ protected:
         std::string failure;
         try
         {
-            client(peer).idleLimitSet(idle).fileDownload(jQuery);
+            client(peer).fileDownload(jQuery, {idle, idle});
         }
-        catch (const std::runtime_error& exception)
+        catch (const std::exception& exception)
         {
             failure = exception.what();
         }
@@ -93,7 +93,7 @@ protected:
         const Captured err(std::cerr);
         Json::Value jQuery;
         jQuery["path"] = path;
-        client(peer).idleLimitSet(idle).fileUpload(jQuery);
+        client(peer).fileUpload(jQuery, {idle, idle});
         printed = out.get();
         complained = err.get();
         return request;

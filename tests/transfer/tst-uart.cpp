@@ -2,6 +2,7 @@
 #include "tests/transfer/captured.h"
 #include "tuning-common/source/json-app.h"
 #include "tuning-common/source/logic-error.h"
+#include "tuning-common/source/no-answer.h"
 #include "tuning-transfer/source/transfer-client.h"
 #include "tuning-transfer/source/uart/driver/driver-posix.h"
 #include "tuning-transfer/source/uart/uart-client.h"
@@ -97,7 +98,7 @@ protected:
             EXPECT_EQ(error.error, 1);
             return error.what();
         }
-        catch (const std::exception& exception)
+        catch (const std::runtime_error& exception)
         {
             return exception.what();
         }
@@ -211,7 +212,7 @@ TEST_F(UartTest, WaitsTenSecondsWhateverTheTimeoutSays)
         request(1);
         ADD_FAILURE();
     }
-    catch (const std::runtime_error& error)
+    catch (const t_common::NoAnswer& error)
     {
         EXPECT_TRUE(isMatching(error.what(), "JSON parse failed: *, 0 bytes \"\"")) << error.what();
     }

@@ -17,6 +17,8 @@ constexpr std::size_t httpInterim = 100;         // "100 Continue" and the like 
 constexpr std::uint64_t httpBody = 16 * MiB;     // the longest answer, a dewarp map in Base64, has less than 6 MiB
 constexpr std::uint64_t httpFile = 512 * MiB;    // raw captures of the largest sensors have a quarter of it
 constexpr std::chrono::seconds transferIdle{60}; // a board may write flash for that long without a byte
+constexpr std::chrono::seconds pageFileFirst{2}; // of a file that a page shows: what any command's answer has
+constexpr std::chrono::seconds pageFileNext{10}; // as above, once begun: a slow board is no dead one
 
 // Serial line
 constexpr std::chrono::seconds serialStall{2}; // a line without flow control takes ten thousand bytes in each of them

@@ -1,5 +1,6 @@
 #include "tuning-rest/source/abstract.h"
 
+#include "tuning-common/source/no-answer.h"
 #include "tuning-common/source/text.h"
 #include "tuning-transfer/source/transfer-client.h"
 
@@ -48,6 +49,10 @@ Abstract& Abstract::request(const Json::Value& jQuery, Json::Value& jResponse, i
     {
         clientHolder().request(jQuery, jResponse, timeout);
         responseHandler(jQuery, jResponse);
+    }
+    catch (const t_common::NoAnswer&)
+    {
+        throw;
     }
     catch (const std::exception& exception)
     {

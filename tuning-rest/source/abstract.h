@@ -24,8 +24,8 @@ enum Timeout
 
 /// Base of all command classes: the envelope, the exchange, and the one place that tells success from failure. A
 /// command object has no state worth keeping; callers make one for each use. Every method throws std::logic_error with
-/// the text to show when the exchange or the board fails, and t_common::LogicError code 6 for a record of the wrong
-/// size.
+/// the text to show when the exchange or the board fails, as t_common::NoAnswer where the exchange ended without an
+/// answer, and t_common::LogicError code 6 for a record of the wrong size.
 class Abstract : public t_common::Version
 {
 public:
@@ -44,7 +44,8 @@ protected:
     /// The holder that was installed last; throws std::logic_error when there is none.
     t_transfer::ClientHolder& clientHolder();
 
-    /// Sends `jQuery`, waits for the answer and judges it. `timeout` in seconds.
+    /// Sends `jQuery`, waits for the answer and judges it. `timeout` in seconds. What it throws is a std::logic_error,
+    /// t_common::NoAnswer when no answer came.
     Abstract& request(const Json::Value& jQuery, Json::Value& jResponse, int timeout);
 
     /// The same with the answer going to `fComplete`, on a worker thread, while this call waits. A failure that the

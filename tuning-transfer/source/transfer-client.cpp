@@ -54,10 +54,10 @@ ClientHolder& ClientHolder::configSet(const Json::Value& jConfig)
     return *this;
 }
 
-ClientHolder& ClientHolder::fileDownload(Json::Value& jQuery)
+ClientHolder& ClientHolder::fileDownload(Json::Value& jQuery, const Patience& patience)
 {
     report(sent, jQuery);
-    abstract().fileDownload(jQuery);
+    abstract().fileDownload(jQuery, patience);
     return *this;
 }
 

@@ -29,7 +29,7 @@ public:
     ClientHolder& configSet(const Json::Value& jConfig);
 
     /// Stores the board's file `path` in the directory `path.local`.
-    ClientHolder& fileDownload(Json::Value& jQuery);
+    ClientHolder& fileDownload(Json::Value& jQuery, const Patience& patience = {});
 
     /// Sends the local file `path`.
     ClientHolder& fileUpload(const Json::Value& jQuery);

@@ -75,7 +75,7 @@ void _3AWidget::updateStatus()
     const shortcut::WaitCursor cursor;
     const auto numberBefore = fileNumber(localPath);
     auto jFile = fileQuery();
-    clientHolder().fileDownload(jFile);
+    clientHolder().fileDownload(jFile, t_transfer::pagePatience);
     // A transport that stored nothing has no way to say so, and what lies here would be taken for the board's.
     const auto number = fileNumber(localPath);
     if (!QFileInfo::exists(QString::fromStdString(localPath)) || (number != 0 && number == numberBefore))

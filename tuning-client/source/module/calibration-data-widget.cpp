@@ -28,7 +28,7 @@ QString download(t_transfer::ClientHolder& clientHolder, const std::string& file
     Json::Value jFile;
     jFile["path"] = fileName;
     jFile["path.local"] = directory.path().toStdString();
-    clientHolder.fileDownload(jFile);
+    clientHolder.fileDownload(jFile, t_transfer::pagePatience);
 
     // The transport cuts names that have a meaning in a URL.
     const auto files = QDir(directory.path()).entryList(QDir::Files | QDir::Hidden);

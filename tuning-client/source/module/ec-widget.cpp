@@ -1,6 +1,7 @@
 #include "tuning-client/source/module/ec-widget.h"
 
 #include "tuning-client/source/shortcut/no-signals.h"
+#include "tuning-common/source/no-answer.h"
 #include "tuning-rest/source/ae.h"
 
 #include <QGridLayout>
@@ -54,12 +55,17 @@ void EcWidget::configSet()
 
 void EcWidget::updateStatus()
 {
-    // The generation is not known here: a board that does not answer to the second is taken for the first.
+    // The generation is not known here: a board that refuses the second is taken for the first. One that is silent
+    // would only be so once more.
     bool aeEnabled = false;
     Ae::Config ae;
     try
     {
         Ae().enableGet(aeEnabled, Ae::V2).configGet(ae, Ae::V2);
+    }
+    catch (const t_common::NoAnswer&)
+    {
+        throw;
     }
     catch (const std::exception&)
     {

@@ -38,13 +38,13 @@ Client& Client::configGet(Json::Value&) { return refuse(*this, "configGetis not 
 
 Client& Client::configSet(const Json::Value&) { return refuse(*this, "configSetis not available"); }
 
-Client& Client::fileDownload(const Json::Value&)
+Client& Client::fileDownload(const Json::Value&, const Patience&)
 {
     failure = notAvailable;
     return refuse(*this, "fileDownloadis not available");
 }
 
-Client& Client::fileUpload(const Json::Value&)
+Client& Client::fileUpload(const Json::Value&, const Patience&)
 {
     failure = notAvailable;
     return refuse(*this, "fileUploadis not available");

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tuning-transfer/source/patience.h"
+
 #include <json/json.h>
 
 #include <cstdint>
@@ -38,11 +40,11 @@ public:
     virtual Client& configGet(Json::Value& jConfig);
     virtual Client& configSet(const Json::Value& jConfig);
     /// Where there are no files this returns as well, and `failure` tells so.
-    virtual Client& fileDownload(const Json::Value& jQuery);
-    virtual Client& fileUpload(const Json::Value& jQuery);
+    virtual Client& fileDownload(const Json::Value& jQuery, const Patience& patience = {});
+    virtual Client& fileUpload(const Json::Value& jQuery, const Patience& patience = {});
     virtual Client& info();
 
-    /// Sends a command and waits for its answer, `timeout` seconds at most.
+    /// Sends a command and waits for its answer, `timeout` seconds at most. Throws `t_common::NoAnswer` when none came.
     virtual Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout);
 
     /// Hands the answer to `fComplete`, perhaps on another thread, but before it returns. Without an answer there is

@@ -1,5 +1,7 @@
 #include "tuning-transfer/source/http/connection.h"
 
+#include "tuning-common/source/no-answer.h"
+
 #include <boost/asio/buffer.hpp>
 #include <boost/asio/error.hpp>
 
@@ -52,6 +54,8 @@ std::size_t Connection::read(char* pData, std::size_t size)
         error_code error =
             await(limit.next(), [&](auto done) { socket.async_wait(Socket::wait_read, std::move(done)); });
         const auto count = error ? 0 : socket.read_some(asio::buffer(pData, size), error);
+        if (count > 0)
+            limit.begun();
         if (!error || error == asio::error::eof)
             return count;
         if (error != asio::error::would_block)
@@ -59,9 +63,13 @@ std::size_t Connection::read(char* pData, std::size_t size)
     }
 }
 
-void Connection::fail(const std::string& reason) const
+void Connection::fail(const std::string& reason) const { throw t_common::NoAnswer(failureGet(reason)); }
+
+void Connection::refuse(const std::string& reason) const { throw std::runtime_error(failureGet(reason)); }
+
+std::string Connection::failureGet(const std::string& reason) const
 {
-    throw std::runtime_error("Connection to " + name + " failed: " + reason);
+    return "Connection to " + name + " failed: " + reason;
 }
 
 void Connection::fail(const error_code& error) const

@@ -11,7 +11,7 @@
 namespace t_transfer::http
 {
 /// One TCP connection whose every step blocks until it is done or the time limit has passed. Failures throw
-/// `std::runtime_error` with the address and the reason.
+/// `t_common::NoAnswer` with the address and the reason.
 class Connection
 {
 public:
@@ -22,10 +22,15 @@ public:
     /// Number of bytes that have come, 0 at the end of the stream.
     std::size_t read(char* pData, std::size_t size);
 
+    /// There is no answer, or not all of it.
     [[noreturn]] void fail(const std::string& reason) const;
+
+    /// What came is no answer that can be read: throws `std::runtime_error`.
+    [[noreturn]] void refuse(const std::string& reason) const;
 
 private:
     [[noreturn]] void fail(const boost::system::error_code& error) const;
+    std::string failureGet(const std::string& reason) const;
 
     using Endpoint = boost::asio::ip::tcp::endpoint;
     using Socket = boost::asio::ip::tcp::socket;

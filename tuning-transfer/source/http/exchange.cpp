@@ -95,7 +95,7 @@ private:
             }
         }
         if (error)
-            connection.fail("unreadable answer, " + error.message());
+            connection.refuse("unreadable answer, " + error.message());
     }
 
     bool fill()
@@ -105,7 +105,7 @@ private:
         begin = 0;
         // A byte stays free for the repair of the status line.
         if (end + 1 >= capacity)
-            connection.fail("unreadable answer, a line is too long");
+            connection.refuse("unreadable answer, a line is too long");
         const auto count = connection.read(pBuffer.get() + end, capacity - end - 1);
         end += count;
         return count > 0;
@@ -155,12 +155,12 @@ void receive(Connection& connection, const Exchange& exchange)
         receiver.head(parser);
         const auto& fields = parser.get().base();
         if (static_cast<std::size_t>(std::distance(fields.begin(), fields.end())) > t_common::limit::httpFields)
-            connection.fail("unreadable answer, it has too many header fields");
+            connection.refuse("unreadable answer, it has too many header fields");
         if (boost::beast::http::to_status_class(parser.get().result_int()) !=
             boost::beast::http::status_class::informational)
             return receiver.body(parser);
     }
-    connection.fail("no answer, only interim ones");
+    connection.refuse("no answer, only interim ones");
 }
 } // namespace
 

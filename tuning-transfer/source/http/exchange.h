@@ -23,7 +23,8 @@ struct Exchange
     Sink fSink;          ///< takes the answer's body in pieces
     std::uint64_t bodyLimit;
 
-    /// Returns when the answer is complete, whatever its status; throws `std::runtime_error` when there is none.
+    /// Returns when the answer is complete, whatever its status; throws `t_common::NoAnswer` when there is none and
+    /// `std::runtime_error` for one that can't be read.
     void run(const TimeLimit& limit) const;
 };
 } // namespace t_transfer::http

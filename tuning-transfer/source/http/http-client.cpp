@@ -2,6 +2,7 @@
 
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/json-app.h"
+#include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 #include "tuning-transfer/source/abstract/answer.h"
 #include "tuning-transfer/source/http/download-file.h"
@@ -153,7 +154,7 @@ Client& Client::request(const Json::Value& jQuery, const std::function<void(Json
     return *this;
 }
 
-Client& Client::fileDownload(const Json::Value& jQuery)
+Client& Client::fileDownload(const Json::Value& jQuery, const Patience& patience)
 {
     failure.clear();
     const Url url(ip, port, "/" + jQuery["path"].asString());
@@ -167,13 +168,13 @@ Client& Client::fileDownload(const Json::Value& jQuery)
     if (!file.isOpen())
         complain("Saving of \"" + filename + "\" failed: the file can't be created");
     const auto fSink = [&](const char* pData, std::size_t size) { file.write(pData, size); };
-    Exchange{url, headGet("GET", url), {}, fSink, limit::httpFile}.run(TimeLimit::silence(idleLimit));
+    Exchange{url, headGet("GET", url), {}, fSink, limit::httpFile}.run(TimeLimit::silence(patience));
     file.write("\n", 1);
     file.commit();
     return *this;
 }
 
-Client& Client::fileUpload(const Json::Value& jQuery)
+Client& Client::fileUpload(const Json::Value& jQuery, const Patience& patience)
 {
     failure.clear();
     const auto path = jQuery["path"].asString();
@@ -210,7 +211,7 @@ Client& Client::fileUpload(const Json::Value& jQuery)
         exchange.fSource = fSource;
     try
     {
-        exchange.run(TimeLimit::silence(idleLimit));
+        exchange.run(TimeLimit::silence(patience));
     }
     catch (const std::exception& exception)
     {
@@ -228,11 +229,5 @@ std::string Client::filenameGetFromUrl(const std::string& url)
     const auto path = slash < end ? url.substr(slash, end - slash) : std::string();
     const auto name = path.substr(path.rfind('/') + 1);
     return name.empty() ? "index.html" : name;
-}
-
-Client& Client::idleLimitSet(std::chrono::milliseconds limit)
-{
-    idleLimit = limit;
-    return *this;
 }
 } // namespace t_transfer::http

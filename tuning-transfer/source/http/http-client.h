@@ -1,9 +1,6 @@
 #pragma once
 
-#include "tuning-common/source/limits.h"
 #include "tuning-transfer/source/abstract/abstract-client.h"
-
-#include <chrono>
 
 namespace t_transfer::http
 {
@@ -19,15 +16,15 @@ public:
     Client& configSet(const Json::Value& jConfig) override;
 
     /// Stores the board's file `path` in the directory `path.local`, a line feed behind it. The file is whole or as it
-    /// was before, empty when it is new. Throws `std::runtime_error` when the transfer or writing fails; a file that
-    /// can't be created is only told on standard error.
-    Client& fileDownload(const Json::Value& jQuery) override;
+    /// was before, empty when it is new. Throws `t_common::NoAnswer` when the board does not send it whole and
+    /// `std::runtime_error` for other failures; a file that can't be created is only told on standard error.
+    Client& fileDownload(const Json::Value& jQuery, const Patience& patience = {}) override;
 
     /// Sends the local file `path`. How the exchange ends is only told on standard error.
-    Client& fileUpload(const Json::Value& jQuery) override;
+    Client& fileUpload(const Json::Value& jQuery, const Patience& patience = {}) override;
 
     /// Posts a command; `timeout` bounds the exchange from resolving the name to the last byte. Throws
-    /// `std::runtime_error` for a failed exchange and for an answer that is no JSON object.
+    /// `t_common::NoAnswer` without an answer and `std::runtime_error` for one that is no JSON object.
     Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout) override;
 
     /// As above, but `fComplete` runs on a worker thread that ends before this returns. An answer that can't be read
@@ -39,12 +36,8 @@ public:
     /// The name under which the file of a URL is stored: its last component, or "index.html".
     static std::string filenameGetFromUrl(const std::string& url);
 
-    /// How long a file transfer waits for the next byte.
-    Client& idleLimitSet(std::chrono::milliseconds limit);
-
 private:
     std::string ip;
     std::string port;
-    std::chrono::milliseconds idleLimit{t_common::limit::transferIdle};
 };
 } // namespace t_transfer::http

@@ -1,6 +1,7 @@
 #include "tuning-transfer/source/uart/uart-client.h"
 
 #include "tuning-common/source/json-app.h"
+#include "tuning-common/source/no-answer.h"
 #include "tuning-transfer/source/abstract/answer.h"
 
 namespace t_transfer::uart
@@ -21,7 +22,16 @@ Client& Client::request(const Json::Value& jQuery, Json::Value& jResponse, std::
     std::string response;
     for (int i = 0; i < readsMaximum && response.empty(); ++i)
         pUartHolder->textRead(response);
-    jResponse = abstract::answerGet(response);
+    try
+    {
+        jResponse = abstract::answerGet(response);
+    }
+    catch (const std::exception& exception)
+    {
+        if (response.empty())
+            throw t_common::NoAnswer(exception.what());
+        throw;
+    }
     return *this;
 }
 } // namespace t_transfer::uart

@@ -16,9 +16,8 @@ public:
     using abstract::Client::request;
 
     /// What one read has brought is the answer: a read ends with a pause of the line, with its time or with its buffer.
-    /// Waits for ten seconds
-    /// whatever `timeout` says. Throws `t_common::LogicError` when the port fails and `std::runtime_error` for an
-    /// answer that is no JSON object.
+    /// Waits for ten seconds whatever `timeout` says. Throws `t_common::NoAnswer` when nothing came,
+    /// `std::runtime_error` for an answer that is no JSON object, and `t_common::LogicError` when the port fails.
     Client& request(const Json::Value& jQuery, Json::Value& jResponse, std::int32_t timeout) override;
 
 private:

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "tests/support/board-fixture.h"
+#include "tuning-rest/source/sensor.h"
+
+#include <QStringList>
+
+#include <cstring>
+#include <initializer_list>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// All pages of the catalogue, one after the other, against a board that holds still.
+class PagesTest : public BoardTest
+{
+protected:
+    PagesTest()
+    {
+        // Auto exposure off frees the controls of the exposure pages and keeps the exposure still.
+        for (int generation : {0, 1})
+            run(4000104, {{"enable", false}, {"generation", generation}});
+        exposureSet();
+        QFile file(QString::fromStdString(board->directory()) + "/3aconfig.json");
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write("{\"ae\": true}");
+    }
+
+    /// An exposure that the controls can show to the last digit.
+    void exposureSet()
+    {
+        auto sensor = rest::recordZero<rest::Sensor::Config>();
+        const auto bytes = board->recordGet("Sensor", 0);
+        std::memcpy(&sensor, bytes.data(), sizeof sensor);
+        sensor._long = {2, 0.02f};
+        run(80002, {{"config", t_common::Base64::encode(sensor)}});
+    }
+
+    void run(int64_t id, std::initializer_list<std::pair<const char*, Json::Value>> arguments)
+    {
+        Json::Value query;
+        for (const auto& [key, value] : arguments)
+            query[key] = value;
+        run(id, query);
+    }
+
+    Json::Value run(int64_t id, Json::Value query)
+    {
+        query["function"] = "test";
+        query["id"] = Json::Int64(id);
+        const auto answer = board->execute(query);
+        EXPECT_EQ(answer["error"].asInt(), 0) << answer;
+        return answer;
+    }
+
+    static QStringList names()
+    {
+        QStringList list;
+        for (const auto& entry : CentralWidget::catalogue())
+            list.append(entry.name);
+        return list;
+    }
+
+    /// A page that has been shown before, so that start-up timers and first reads are over.
+    QWidget& settled(const QString& name)
+    {
+        auto& widget = page(name);
+        emit pMainWindow->refresh();
+        emit pMainWindow->refresh();
+        return widget;
+    }
+
+    /// What the page asks the board when it reads.
+    std::vector<board::Request> reads()
+    {
+        board->requestsClear();
+        emit pMainWindow->refresh();
+        return board->requests();
+    }
+
+    /// Commands that change something on the board.
+    std::vector<board::Request> writes() const
+    {
+        std::vector<board::Request> found;
+        for (const auto& request : board->requests())
+        {
+            const auto function = request.query["function"].asString();
+            const auto method = function.substr(function.rfind(':') + 1);
+            static const std::set<std::string> harmless{"list", "inputInfo", "inputSwitch"};
+            const bool isRead = method.size() > 3 && method.compare(method.size() - 3, 3, "Get") == 0;
+            if (!isRead && !harmless.count(method) && request.id != board::Fault::Download)
+                found.push_back(request);
+        }
+        return found;
+    }
+
+    /// The last read of the page has succeeded: no failure stands in the status bar.
+    bool isRead() const { return status() == "Request update..."; }
+};
