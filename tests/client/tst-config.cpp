@@ -317,7 +317,8 @@ TEST_F(ConfigTest, TransportSurvivesWithTheRecordsOfBoth)
     for (const auto& [file, type] : cases)
     {
         write("preferences.json", file);
-        run([expected = type](cfg::Config& first) { EXPECT_EQ(str(first.preferences.server.type), expected); });
+        run([text = file, expected = type](cfg::Config& first)
+            { EXPECT_EQ(str(first.preferences.server.type), expected) << text; });
         EXPECT_EQ(str(read("preferences.json")["server"].toObject()["type"].toString()), type) << file;
     }
 

@@ -44,9 +44,6 @@ template <class Context, class Sender, class Signal, class Action>
 void connectGuarded(Context* pContext, const Sender* pSender, Signal signal, Action action)
 {
     QObject::connect(pSender, signal, pContext,
-                     [pContext, action](auto... arguments)
-                     {
-                         guarded(pContext, [&] { call(action, arguments...); });
-                     });
+                     [pContext, action](auto... arguments) { guarded(pContext, [&] { call(action, arguments...); }); });
 }
 } // namespace shortcut
