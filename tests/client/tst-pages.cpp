@@ -1,155 +1,387 @@
-// What holds for every page of the catalogue: a new page is under test the moment it is listed.
+// What holds for every page of the catalogue: a new page is under test the moment it is listed. What each control is,
+// and what it sends, stands in pages.txt.
 
+#include "board-simulator/source/data.h"
+#include "board-simulator/source/keys.h"
 #include "board-simulator/source/wire.h"
-#include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
+#include "tests/support/modals.h"
+#include "tests/support/pages-fixture.h"
+#include "tuning-client/source/control/multi-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
-#include "tuning-client/source/enable-slider-abstract-widget.h"
 #include "tuning-common/source/base64.h"
-#include "tuning-rest/source/sensor.h"
 
 #include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QGroupBox>
 #include <QPushButton>
+#include <QRadioButton>
+#include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
+#include <QTabWidget>
 #include <QTest>
+#include <QTextStream>
 #include <QTimer>
 #include <QWheelEvent>
 
-#include <atomic>
-#include <chrono>
-#include <set>
-#include <thread>
-
-using board::Fault;
+#include <cmath>
+#include <map>
 
 namespace
 {
-class PagesTest : public BoardTest
+/// A command class in one generation, as a command names it.
+struct Service
 {
-protected:
-    PagesTest()
-    {
-        // Auto exposure off frees the controls of the exposure pages and keeps the exposure still.
-        for (int generation : {0, 1})
-            run(4000104, {{"enable", false}, {"generation", generation}});
-        exposureSet();
+    std::string className;
+    std::string method;
+    int generation = 0;
 
-        QFile file(QString::fromStdString(board->directory()) + "/3aconfig.json");
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write("{\"ae\": true}");
+    explicit Service(const Json::Value& query) : generation(query["generation"].asInt())
+    {
+        const auto function = query["function"].asString();
+        const auto end = function.rfind("::");
+        className = function.substr(6, end - 6);
+        method = function.substr(end + 2);
     }
 
-    /// An exposure that the controls can show to the last digit.
-    void exposureSet()
+    int64_t id(const std::string& command) const { return board::Wire::instance().commandClass(className).id(command); }
+
+    std::string generationName() const
     {
-        auto sensor = rest::recordZero<rest::Sensor::Config>();
-        const auto bytes = board->recordGet("Sensor", 0);
-        std::memcpy(&sensor, bytes.data(), sizeof sensor);
-        sensor._long = {2, 0.02f};
-        run(80002, {{"config", t_common::Base64::encode(sensor)}});
+        for (const auto& [name, number] : board::Wire::instance().commandClass(className).generations)
+            if (number == generation)
+                return name;
+        return {};
     }
 
-    /// Talks to the board on the user's actions only, never by itself.
-    static bool isRegisterPage(const QString& name) { return name.contains("Register"); }
-
-    /// These show a file of the board or its registers. No module is behind them, so they have no records, and no state
-    /// for the LED.
-    static bool isModulePage(const QString& name)
+    std::string text() const
     {
-        return name != "3A Config" && name != "Calibration Data" && !isRegisterPage(name);
-    }
-
-    /// Whether the last read of the page succeeded.
-    bool isRead(const QString& name) const
-    {
-        return isModulePage(name) ? !led().toolTip().isEmpty() : status() == "Request update...";
-    }
-
-    void run(int id, std::initializer_list<std::pair<const char*, Json::Value>> arguments)
-    {
-        Json::Value query;
-        query["function"] = "test";
-        query["id"] = id;
-        for (const auto& [key, value] : arguments)
-            query[key] = value;
-        const auto answer = board->execute(query);
-        ASSERT_EQ(answer["error"].asInt(), 0) << answer;
-    }
-
-    static QStringList names()
-    {
-        QStringList list;
-        for (const auto& entry : CentralWidget::catalogue())
-            list.append(entry.name);
-        return list;
-    }
-
-    /// A page that has been shown before, so that start-up timers and first reads are over.
-    QWidget& settled(const QString& name)
-    {
-        auto& widget = page(name);
-        emit pMainWindow->refresh();
-        emit pMainWindow->refresh();
-        return widget;
-    }
-
-    /// Commands that change something on the board.
-    std::vector<board::Request> writes() const
-    {
-        std::vector<board::Request> found;
-        for (const auto& request : board->requests())
-        {
-            const auto function = request.query["function"].asString();
-            const auto method = function.substr(function.rfind(':') + 1);
-            static const std::set<std::string> harmless{"list", "inputInfo", "inputSwitch", "calibrationGet"};
-            const bool isRead = method.size() > 3 && method.compare(method.size() - 3, 3, "Get") == 0;
-            if (!isRead && !harmless.count(method) && request.id != Fault::Download)
-                found.push_back(request);
-        }
-        return found;
-    }
-
-    /// All that a page shows, as one text.
-    static QString picture(const QWidget& widget)
-    {
-        QString text;
-        for (const auto* pRow : widget.findChildren<SliderSpinWidget*>())
-            text += QString::number(pRow->value(), 'g', 12) + (pRow->isEnabled() ? " " : "- ");
-        for (const auto* pButton : widget.findChildren<QAbstractButton*>())
-            text += pButton->text() + (pButton->isChecked() ? "+ " : " ");
-        for (const auto* pBox : widget.findChildren<QComboBox*>())
-            text += pBox->currentText() + " ";
-        for (const auto* pLabel : widget.findChildren<QLabel*>())
-            text += pLabel->text() + " ";
-        return text;
+        return className + "::" + method + (generationName().empty() ? "" : " " + generationName());
     }
 };
 
-/// The names of the fields in which two images of a record differ.
-std::set<std::string> fieldsChanged(const std::string& recordName, const std::string& before, const std::string& after)
+/// Which elements of a record differ, as "name" or "name[i]".
+std::set<std::string> elementsChanged(const board::Layout& layout, const std::string& before, const std::string& after)
 {
     std::set<std::string> names;
-    for (const auto& field : board::Wire::instance().record(recordName).layouts.front().fields)
+    for (const auto& field : layout.fields)
+        for (size_t i = 0; i < field.elementCount(); ++i)
+        {
+            const auto offset = field.offset + i * field.elementSize();
+            if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) != 0)
+                names.insert(field.elementCount() > 1 ? field.name + "[" + std::to_string(i) + "]" : field.name);
+        }
+    return names;
+}
+
+/// The layout that a module's record has in the generation, by the board's own description.
+const board::Layout& layoutOf(const Service& service, const board::Key& key)
+{
+    static const auto modules = []
     {
-        const auto size = field.elementSize() * field.elementCount();
-        if (before.compare(field.offset, size, after, field.offset, size) != 0)
-            names.insert(field.name);
+        Json::Value value;
+        std::istringstream(board::modulesText) >> value;
+        return value;
+    }();
+    const auto& generations = modules[service.className];
+    const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
+    const auto name = generations.empty() ? "" : generations[index]["config"][key.name]["layout"].asString();
+    return board::Wire::instance().record(key.recordName()).layout(name);
+}
+
+std::string bytesOf(const Json::Value& text) { return t_common::Base64::decode(text.asString()); }
+
+/// What a command would change of the settings `before`, which the board gave.
+std::set<std::string> changes(const Service& service, const Json::Value& before, const Json::Value& query)
+{
+    std::set<std::string> names;
+    for (const auto& key : board::Keys::instance().request(service.className, service.method, service.generationName()))
+    {
+        if (!before.isMember(key.name) || !query.isMember(key.name))
+            continue;
+        const auto& old = before[key.name];
+        const auto& fresh = query[key.name];
+        if (!key.recordName().empty())
+            names.merge(elementsChanged(layoutOf(service, key), bytesOf(old), bytesOf(fresh)));
+        else if (old.isDouble() ? std::fabs(old.asDouble() - fresh.asDouble()) > 1e-6 : old != fresh)
+            names.insert(key.name);
     }
     return names;
 }
 
+std::string joined(const std::set<std::string>& names)
+{
+    std::string text;
+    for (const auto& name : names)
+        text += (text.empty() ? "" : ", ") + name;
+    return text;
+}
+
+bool isControl(const QWidget* pWidget)
+{
+    const auto* pGroupBox = qobject_cast<const QGroupBox*>(pWidget);
+    const auto* pButton = qobject_cast<const QPushButton*>(pWidget);
+    return (qobject_cast<const QSlider*>(pWidget) || qobject_cast<const QAbstractSpinBox*>(pWidget) ||
+            qobject_cast<const QComboBox*>(pWidget) || qobject_cast<const QCheckBox*>(pWidget) ||
+            qobject_cast<const QRadioButton*>(pWidget) || (pGroupBox && pGroupBox->isCheckable()) ||
+            (pButton && (pButton->text() == "Reset" || pButton->text() == "Edit Auto Algorithm Table"))) &&
+           pWidget->accessibleName() != "Module";
+}
+
+QString nameOf(const QWidget* pControl)
+{
+    if (!pControl->accessibleName().isEmpty())
+        return pControl->accessibleName();
+    if (const auto* pButton = qobject_cast<const QAbstractButton*>(pControl))
+        return pButton->text();
+    const auto* pGroupBox = qobject_cast<const QGroupBox*>(pControl);
+    return pGroupBox ? pGroupBox->title() : QString();
+}
+
+QString kindOf(const QWidget* pControl)
+{
+    const auto range = [](auto* pBox, int decimals)
+    {
+        return QString("%1 to %2 by %3, %4 decimals")
+            .arg(pBox->minimum())
+            .arg(pBox->maximum())
+            .arg(pBox->singleStep())
+            .arg(decimals);
+    };
+    if (const auto* pBox = qobject_cast<const QDoubleSpinBox*>(pControl))
+        return range(pBox, pBox->decimals());
+    if (const auto* pBox = qobject_cast<const QSpinBox*>(pControl))
+        return range(pBox, 0);
+    if (const auto* pComboBox = qobject_cast<const QComboBox*>(pControl))
+    {
+        QStringList items;
+        for (int i = 0; i < pComboBox->count(); ++i)
+            items.append(pComboBox->itemText(i));
+        return items.join(" | ");
+    }
+    return QString(pControl->metaObject()->className()).mid(1).toLower();
+}
+
+/// Changes a control by the keyboard. False when there is nothing to choose.
+bool operate(QWidget* pControl)
+{
+    if (auto* pSlider = qobject_cast<QSlider*>(pControl))
+        QTest::keyClick(pSlider, pSlider->value() == pSlider->minimum() ? Qt::Key_End : Qt::Key_Home);
+    else if (auto* pDoubleSpinBox = qobject_cast<QDoubleSpinBox*>(pControl))
+        QTest::keyClick(pControl, pDoubleSpinBox->value() == pDoubleSpinBox->minimum() ? Qt::Key_Up : Qt::Key_Down);
+    else if (auto* pSpinBox = qobject_cast<QSpinBox*>(pControl))
+        QTest::keyClick(pControl, pSpinBox->value() == pSpinBox->minimum() ? Qt::Key_Up : Qt::Key_Down);
+    else if (auto* pComboBox = qobject_cast<QComboBox*>(pControl))
+    {
+        if (pComboBox->count() < 2)
+            return false;
+        QTest::keyClick(pControl, pComboBox->currentIndex() == 0 ? Qt::Key_Down : Qt::Key_Up);
+    }
+    else
+        QTest::keyClick(pControl, Qt::Key_Space);
+    return true;
+}
+
+/// Walks all controls of a page in the order of the tab key, tab by tab and inner page by inner page.
+template <class Action>
+void walk(QWidget& page, const Action& action)
+{
+    QVector<QWidget*> chain;
+    for (auto* pWidget = page.nextInFocusChain(); pWidget != &page; pWidget = pWidget->nextInFocusChain())
+        if (page.isAncestorOf(pWidget) && isControl(pWidget))
+            chain.append(pWidget);
+    QSet<QWidget*> met;
+    const auto visible = [&]
+    {
+        for (auto* pWidget : qAsConst(chain))
+            if (pWidget->isVisible() && !met.contains(pWidget))
+            {
+                met.insert(pWidget);
+                action(pWidget);
+            }
+    };
+    bool hasParts = false;
+    for (auto* pTabWidget : page.findChildren<QTabWidget*>())
+        for (int i = 0; i < pTabWidget->count(); ++i)
+        {
+            hasParts = true;
+            pTabWidget->setCurrentIndex(i);
+            visible();
+        }
+    if (auto* pMulti = qobject_cast<MultiWidget*>(&page))
+        for (int i = 0; i < pMulti->pComboBox->count(); ++i)
+        {
+            hasParts = true;
+            pMulti->pComboBox->setCurrentIndex(i);
+            visible();
+        }
+    if (!hasParts)
+        visible();
+}
+
+/// The walk through one page, written down.
+class PageWalkTest : public PagesTest
+{
+protected:
+    /// What the page's modules are set to, by class and generation.
+    std::map<std::string, std::pair<Service, Json::Value>> settings()
+    {
+        std::map<std::string, std::pair<Service, Json::Value>> found;
+        for (const auto& request : reads())
+        {
+            const Service service(request.query);
+            if (service.method == "configGet")
+                found.insert({service.className + std::to_string(service.generation),
+                              {service, run(request.id, query(service))}});
+        }
+        return found;
+    }
+
+    static Json::Value query(const Service& service)
+    {
+        Json::Value query(Json::objectValue);
+        if (!service.generationName().empty())
+            query["generation"] = service.generation;
+        return query;
+    }
+
+    void switchSet(bool isEnable)
+    {
+        for (const auto& request : reads())
+        {
+            const Service service(request.query);
+            if (service.method != "enableGet" && service.method != "enabelGet")
+                continue;
+            auto set = query(service);
+            set["enable"] = isEnable;
+            run(service.id("enableSet"), set);
+        }
+        emit pMainWindow->refresh();
+    }
+
+    /// Changes the control and tells what was sent; then all is as before.
+    QString sendingOf(QWidget* pControl)
+    {
+        const auto before = settings();
+        board->requestsClear();
+        const Modals accepting([](QDialog& dialog) { dialog.accept(); });
+        if (!operate(pControl))
+            return "no choice";
+        QStringList parts;
+        for (const auto& request : writes())
+        {
+            const Service service(request.query);
+            const auto found = before.find(service.className + std::to_string(service.generation));
+            auto text = QString::fromStdString(service.text());
+            if (service.method == "configSet" && found != before.end())
+                text += ": " + QString::fromStdString(joined(changes(service, found->second.second, request.query)));
+            else if (service.method == "enableSet")
+            {
+                text += request.query["enable"].asBool() ? ": on" : ": off";
+                const auto told = led().toolTip();
+                emit pMainWindow->refresh();
+                EXPECT_EQ(str(told), str(led().toolTip())) << "the LED follows the switch";
+            }
+            parts.append(text);
+            EXPECT_TRUE(isRead() || !status().startsWith("Server")) << str(status());
+        }
+        for (const auto& [key, setting] : before)
+        {
+            auto back = setting.second;
+            back.removeMember("error");
+            const auto generation = query(setting.first);
+            if (generation.isMember("generation"))
+                back["generation"] = generation["generation"];
+            run(setting.first.id("configSet"), back);
+        }
+        switchSet(false);
+        return parts.isEmpty() ? "nothing" : parts.join(" / ");
+    }
+
+    /// All that the page offers and does, as text.
+    QString transcript(const QString& name)
+    {
+        QString text;
+        QTextStream stream(&text);
+        // The loop of the last page may have run for a frame or two.
+        exposureSet();
+        auto& widget = settled(name);
+        stream << "[" << name << "]\n";
+        QSet<QWidget*> met;
+        const auto controls = [&]
+        {
+            walk(widget,
+                 [&](QWidget* pControl)
+                 {
+                     if (met.contains(pControl) || !pControl->isEnabled())
+                         return;
+                     met.insert(pControl);
+                     SCOPED_TRACE(str(name + " / " + nameOf(pControl)));
+                     stream << nameOf(pControl) << "; " << kindOf(pControl) << "; " << sendingOf(pControl) << "\n";
+                 });
+        };
+        controls();
+        const auto off = led().toolTip();
+        for (auto* pComboBox : widget.findChildren<QComboBox*>())
+            if (pComboBox->accessibleName() == "Working Mode" && pComboBox->isVisible())
+            {
+                pComboBox->setCurrentText("Auto");
+                stream << "In Auto:\n";
+                controls();
+                pComboBox->setCurrentText("Manual");
+            }
+        switchSet(true);
+        QStringList free;
+        bool isAllFree = true;
+        walk(widget,
+             [&](QWidget* pControl)
+             {
+                 isAllFree = isAllFree && pControl->isEnabled();
+                 if (pControl->isEnabled() && !qobject_cast<QSlider*>(pControl))
+                     free.append(nameOf(pControl));
+             });
+        stream << "Free while on: " << (isAllFree ? "all" : free.join(", ")) << "\n";
+        stream << "LED: " << off << " | " << led().toolTip() << "\n";
+        switchSet(false);
+        return text;
+    }
+};
 } // namespace
+
+// Each change of a control sends one command that changes one field, or the file says what it does instead. A page that
+// was changed on purpose is written down anew with PAGES_RECORD=<file>, to be read line by line.
+TEST_F(PageWalkTest, EveryControlIsAndDoesWhatIsWrittenDown)
+{
+    QString text;
+    for (const auto& name : names())
+        text += transcript(name) + "\n";
+    if (const auto* pPath = std::getenv("PAGES_RECORD"))
+        fileWrite(pPath, text.toUtf8());
+    const auto expected = QString::fromUtf8(fileRead(PAGES_TEXT)).split('\n');
+    const auto actual = text.split('\n');
+    QString page;
+    for (int i = 0; i < qMax(expected.size(), actual.size()); ++i)
+    {
+        if (actual.value(i).startsWith('['))
+            page = actual.value(i);
+        ASSERT_EQ(str(actual.value(i)), str(expected.value(i))) << "line " << i + 1 << ", page " << str(page);
+    }
+}
 
 TEST_F(PagesTest, ShowingWritesNothingAndAHiddenPageIsSilent)
 {
     open();
     for (const auto& name : names())
     {
-        SCOPED_TRACE(name.toStdString());
-        settled(name);
+        SCOPED_TRACE(str(name));
+        board->requestsClear();
+        auto& widget = page(name);
         EXPECT_TRUE(writes().empty()) << writes().front().body;
+        for (const auto* pRow : widget.findChildren<SliderSpinWidget*>())
+            EXPECT_FALSE(pRow->findChild<QLabel*>()->text().startsWith("SliderSpinWidget")) << "left by the base";
         pMainWindow->hide();
         board->requestsClear();
         emit pMainWindow->refresh();
@@ -160,84 +392,62 @@ TEST_F(PagesTest, ShowingWritesNothingAndAHiddenPageIsSilent)
     }
 }
 
-TEST_F(PagesTest, WhatWasReadGoesBackByteForByte)
+// Values of one board must not reach another with one click: a new connection has to be read first.
+TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
 {
     for (const auto& name : names())
     {
-        auto* pPage = dynamic_cast<EnableSliderAbstractWidget*>(&settled(name));
-        if (!pPage)
+        SCOPED_TRACE(str(name));
+        auto& widget = settled(name);
+        QWidget* pControl = nullptr;
+        walk(widget,
+             [&](QWidget* pCandidate)
+             {
+                 if (pControl || !pCandidate->isEnabled())
+                     return;
+                 board->requestsClear();
+                 if (!qobject_cast<QPushButton*>(pCandidate) && operate(pCandidate) && !writes().empty())
+                     pControl = pCandidate;
+             });
+        if (!pControl)
             continue;
-        SCOPED_TRACE(name.toStdString());
-        const int generation = name.endsWith('2') ? 1 : 0;
-        const auto before = board->recordGet("Ae", generation);
+        Json::Value jConfig;
+        jConfig["type"] = "http";
+        jConfig["ip"] = "127.0.0.1";
+        jConfig["port"] = board->port();
+        pMainWindow->clientHolderSet(jConfig);
         board->requestsClear();
-        pPage->configSet();
-        ASSERT_EQ(writes().size(), 1u);
-        EXPECT_EQ(t_common::Base64::decode(writes().front().query["config"].asString()), before);
+        operate(pControl);
+        EXPECT_TRUE(writes().empty()) << nameOf(pControl).toStdString();
+        EXPECT_GT(board->requestCount(), 0u) << "read instead";
+        EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
+        board->requestsClear();
+        operate(pControl);
+        EXPECT_EQ(writes().size(), 1u) << "read by now";
     }
 }
 
-TEST_F(PagesTest, MovingAControlSendsOneCommandThatChangesItsFieldOnly)
+TEST_F(PagesTest, WheelSendsAndChangesNothing)
 {
-    int moved = 0;
     for (const auto& name : names())
     {
-        // The loop of the last page may have run for a frame or two.
-        exposureSet();
         auto& widget = settled(name);
-        QVector<QWidget*> controls;
-        for (auto* pSlider : widget.findChildren<QSlider*>())
-            controls.append(pSlider);
-        for (auto* pBox : widget.findChildren<QAbstractSpinBox*>())
-            controls.append(pBox);
-        for (auto* pBox : widget.findChildren<QComboBox*>())
-            controls.append(pBox);
-        for (auto* pBox : widget.findChildren<QCheckBox*>())
-            controls.append(pBox);
-        for (auto* pControl : controls)
+        const auto values = [&]
         {
-            if (!pControl->isVisible() || !pControl->isEnabled() || pControl->accessibleName() == "Module")
-                continue;
-            SCOPED_TRACE((name + " / " + pControl->accessibleName()).toStdString());
-            const auto aeBefore = board->recordGet("Ae", name.endsWith('2') ? 1 : 0);
-            const auto sensorBefore = board->recordGet("Sensor", 0);
-            board->requestsClear();
-            if (auto* pCheckBox = qobject_cast<QCheckBox*>(pControl))
-                QTest::keyClick(pCheckBox, Qt::Key_Space);
-            else
-                QTest::keyClick(pControl, Qt::Key_Down);
-            const auto sent = writes();
-            const auto label = pControl->accessibleName();
-            if (label == "Sample Interval (second)" || label == "Resolution" || isRegisterPage(name))
-            {
-                EXPECT_TRUE(sent.empty());
-                continue;
-            }
-            ASSERT_EQ(sent.size(), 1u);
-            ++moved;
-            const auto& query = sent.front().query;
-            if (!query.isMember("config"))
-            {
-                EXPECT_EQ(query["function"].asString(), "rest::Ae::enableSet");
-                QTest::keyClick(pControl, Qt::Key_Space);
-                continue;
-            }
-            const bool isAe = query["function"].asString() == "rest::Ae::configSet";
-            const auto changed =
-                fieldsChanged(isAe ? "rest::Ae::Config" : "rest::Sensor::Config", isAe ? aeBefore : sensorBefore,
-                              t_common::Base64::decode(query["config"].asString()));
-            EXPECT_EQ(changed.size(), 1u) << testing::PrintToString(changed);
-        }
-    }
-    EXPECT_GE(moved, 25) << "the pages lost their controls";
-}
-
-TEST_F(PagesTest, WheelSendsNothing)
-{
-    for (const auto& name : names())
-    {
-        auto& widget = settled(name);
-        const auto before = picture(widget);
+            QString text;
+            walk(widget,
+                 [&](QWidget* pControl)
+                 {
+                     if (const auto* pSlider = qobject_cast<QSlider*>(pControl))
+                         text += QString::number(pSlider->value()) + " ";
+                     if (const auto* pSpinBox = qobject_cast<QAbstractSpinBox*>(pControl))
+                         text += pSpinBox->text() + " ";
+                     if (const auto* pComboBox = qobject_cast<QComboBox*>(pControl))
+                         text += pComboBox->currentText() + " ";
+                 });
+            return text;
+        };
+        const auto before = values();
         board->requestsClear();
         for (auto* pChild : widget.findChildren<QWidget*>())
         {
@@ -252,197 +462,52 @@ TEST_F(PagesTest, WheelSendsNothing)
                 QApplication::sendEvent(pChild, &wheel);
             }
         }
-        EXPECT_EQ(picture(widget), before) << name.toStdString();
-        EXPECT_EQ(board->requestCount(), 0u) << name.toStdString();
-    }
-}
-
-TEST_F(PagesTest, EveryControlHasAName)
-{
-    for (const auto& name : names())
-    {
-        for (const auto* pChild : page(name).findChildren<QWidget*>())
-        {
-            const auto* pButton = qobject_cast<const QAbstractButton*>(pChild);
-            const bool isControl = pButton || qobject_cast<const QComboBox*>(pChild) ||
-                                   qobject_cast<const QAbstractSpinBox*>(pChild) ||
-                                   qobject_cast<const QSlider*>(pChild);
-            if (!isControl || pChild->focusPolicy() == Qt::NoFocus)
-                continue;
-            EXPECT_FALSE(pChild->accessibleName().isEmpty() && (!pButton || pButton->text().isEmpty()))
-                << name.toStdString() << ": " << pChild->metaObject()->className();
-        }
+        EXPECT_TRUE(writes().empty()) << str(name);
+        EXPECT_EQ(values(), before) << str(name);
     }
 }
 
 namespace
 {
-struct FaultCase
+/// Whether `pNext` is read after `pFirst`: what stands lower, or in the same row further right, by the two widgets that
+/// hold them side by side.
+bool isReadAfter(const QWidget* pFirst, const QWidget* pNext)
 {
-    Fault::Kind kind;
-    const char* text; ///< what the status bar says, or a part of it
-};
-
-/// Failures in every reading command.
-const FaultCase faultCases[] = {
-    {Fault::Error, "Server: "},
-    {Fault::ErrorBare, "REST: rest::"},
-    {Fault::MessageControl, "Server: "},
-    {Fault::MessageLong, "Server: "},
-    {Fault::NotJson, "JSON"},
-    {Fault::JsonCut, "JSON"},
-    {Fault::Nesting, "nest"},
-    {Fault::AnswerArray, "object"},
-    {Fault::AnswerNumber, "object"},
-    {Fault::AnswerEmpty, "0 bytes"},
-    {Fault::RandomBytes, "bytes"},
-    {Fault::WrongTypes, "\""},
-    {Fault::Silence, "failed"},
-    {Fault::Drip, "failed"},
-    {Fault::Close, "failed"},
-    {Fault::ResetInBody, "failed"},
-    {Fault::BodyShort, "failed"},
-    {Fault::ChunkedCut, "failed"},
-    {Fault::HeadHuge, "failed"},
-    {Fault::NotHttp, "failed"},
-};
-
-/// A file has no answer that could be wrong, and all the time that it takes as long as something comes.
-bool isForFiles(Fault::Kind kind) { return kind >= Fault::Close; }
-
-const Fault::Kind harmlessKinds[] = {Fault::Chunked,  Fault::NoLength, Fault::HttpStatus, Fault::NoReason,
-                                     Fault::Continue, Fault::Pieces,   Fault::Delay};
+    const auto ancestors = [](const QWidget* pWidget)
+    {
+        QVector<const QWidget*> line;
+        for (; pWidget; pWidget = pWidget->parentWidget())
+            line.prepend(pWidget);
+        return line;
+    };
+    const auto first = ancestors(pFirst);
+    const auto next = ancestors(pNext);
+    int i = 0;
+    while (i < first.size() && i < next.size() && first[i] == next[i])
+        ++i;
+    if (i == first.size() || i == next.size())
+        return i == first.size(); // the group before what is in it
+    const auto left = first[i]->geometry();
+    const auto right = next[i]->geometry();
+    return left.bottom() <= right.top() || (left.top() < right.bottom() && left.left() < right.left());
+}
 } // namespace
 
-TEST_F(PagesTest, FailingBoardLeavesItsTextAndTheControlsAsTheyWere)
+TEST_F(PagesTest, ControlsHaveNamesAndTheTabKeyReadsThem)
 {
     for (const auto& name : names())
     {
-        if (isRegisterPage(name))
-            continue;
         auto& widget = settled(name);
-        for (const auto& fault : faultCases)
-        {
-            if (name == "3A Config" && !isForFiles(fault.kind))
-                continue;
-            SCOPED_TRACE(name.toStdString() + ", fault " + std::to_string(int(fault.kind)));
-            const auto before = picture(widget);
-            Fault struck;
-            struck.kind = fault.kind;
-            struck.amount = fault.kind == Fault::Drip ? 200 : 0;
-            board->faultSet(struck);
-            pMainWindow->statusBar()->clearMessage();
-            emit pMainWindow->refresh();
-            board->faultsClear();
-            EXPECT_TRUE(status().contains(fault.text, Qt::CaseInsensitive)) << status().toStdString();
-            EXPECT_LE(status().toUtf8().size(), 4096 + 3);
-            for (auto character : status())
-                EXPECT_GE(character.unicode(), 0x20);
-            EXPECT_EQ(picture(widget), before);
-            EXPECT_TRUE(led().toolTip().isEmpty()) << "grey after a failed read";
-        }
-        emit pMainWindow->refresh();
-        EXPECT_TRUE(isRead(name)) << "the page works again";
-    }
-}
-
-TEST_F(PagesTest, UnusualButSoundAnswersAreTaken)
-{
-    for (const auto& name : names())
-    {
-        settled(name);
-        for (auto kind : harmlessKinds)
-        {
-            Fault struck;
-            struck.kind = kind;
-            struck.amount = kind == Fault::Delay ? 50 : 0;
-            board->faultSet(struck);
-            emit pMainWindow->refresh();
-            board->faultsClear();
-            EXPECT_TRUE(isRead(name)) << name.toStdString() << ", fault " << kind;
-        }
-    }
-}
-
-TEST_F(PagesTest, RecordsOfAnyBytesAreShownOrRefused)
-{
-    std::string odd;
-    for (int i = 0; i < 4096; ++i)
-        odd += char(i % 5 == 0 ? 0xff : i * 77);
-    const auto text = [&](char fill, size_t size)
-    { return t_common::Base64::encode(std::string(size, fill).data(), unsigned(size)); };
-    for (const auto& name : names())
-    {
-        if (!isModulePage(name))
-            continue;
-        SCOPED_TRACE(name.toStdString());
-        settled(name);
-        for (char fill : {'\xff', '\x7f', '\x80', '\x02'})
-        {
-            for (int id : {4000101, 80001, 80007, 4000106})
-                board->answerSet(id, id == 80007 || id == 4000106 ? "status" : "config",
-                                 text(fill, id == 4000101 ? 36
-                                            : id == 80001 ? 44
-                                            : id == 80007 ? 68
-                                                          : 1536));
-            emit pMainWindow->refresh();
-            for (auto* pTimer : central().pStackedWidget->currentWidget()->findChildren<QTimer*>())
-                QMetaObject::invokeMethod(pTimer, "timeout");
-            board->answersClear();
-            emit pMainWindow->refresh();
-        }
-        for (const auto kind : {Fault::RecordShort, Fault::RecordLong, Fault::Base64Broken})
-        {
-            board->faultSet({kind});
-            emit pMainWindow->refresh();
-            board->faultsClear();
-            EXPECT_EQ(status(), "Base64 decode failed: object size not match");
-        }
-    }
-}
-
-TEST_F(PagesTest, DeadBoardLeavesTheUserHisClicks)
-{
-    for (int generation : {0, 1})
-        run(4000104, {{"enable", true}, {"generation", generation}});
-    for (const auto& name : names())
-    {
-        SCOPED_TRACE(name.toStdString());
-        auto& widget = settled(name);
-        board->requestsClear();
-        bool isPolling = false;
-        for (auto* pTimer : widget.findChildren<QTimer*>())
-            isPolling = isPolling || (pTimer->isActive() && !pTimer->isSingleShot());
-        if (!isPolling)
-            continue;
-        board->faultSet({Fault::Silence});
-        // Clicks at odd moments, each waiting its turn in the event loop as a mouse event does.
-        std::atomic<int> served{0};
-        std::atomic<long> worst{0};
-        constexpr int clicks = 12;
-        std::thread user(
-            [&]
-            {
-                for (int i = 0; i < clicks; ++i)
-                {
-                    const auto start = std::chrono::steady_clock::now();
-                    QMetaObject::invokeMethod(
-                        pMainWindow.get(),
-                        [&, start]
-                        {
-                            const auto waited = std::chrono::duration_cast<std::chrono::milliseconds>(
-                                std::chrono::steady_clock::now() - start);
-                            worst = std::max<long>(worst, waited.count());
-                            ++served;
-                        },
-                        Qt::QueuedConnection);
-                    std::this_thread::sleep_for(std::chrono::milliseconds(617));
-                }
-            });
-        EXPECT_TRUE(QTest::qWaitFor([&] { return served == clicks; }, 60000));
-        user.join();
-        board->faultsClear();
-        EXPECT_GE(board->requestCount(), 2u) << "the page did not poll";
-        EXPECT_LE(worst, 2500) << "time limit of 2 s and half a second";
+        QWidget* pLast = nullptr;
+        walk(widget,
+             [&](QWidget* pControl)
+             {
+                 EXPECT_FALSE(nameOf(pControl).isEmpty()) << str(name) << ": " << pControl->metaObject()->className();
+                 EXPECT_TRUE(!pLast || !pLast->isVisible() || isReadAfter(pLast, pControl))
+                     << str(name) << ": " << str(nameOf(pControl)) << " after " << str(nameOf(pLast));
+                 pLast = pControl;
+             });
+        for (const auto* pLabel : widget.findChildren<QLabel*>("row-label"))
+            EXPECT_TRUE(pLabel->buddy()) << str(pLabel->text());
     }
 }

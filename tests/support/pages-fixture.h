@@ -71,12 +71,16 @@ protected:
         return widget;
     }
 
-    /// What the page asks the board when it reads.
+    /// The commands by which the page reads.
     std::vector<board::Request> reads()
     {
         board->requestsClear();
         emit pMainWindow->refresh();
-        return board->requests();
+        std::vector<board::Request> found;
+        for (const auto& request : board->requests())
+            if (request.query.isMember("function"))
+                found.push_back(request);
+        return found;
     }
 
     /// Commands that change something on the board.

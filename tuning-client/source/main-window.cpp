@@ -329,6 +329,11 @@ void MainWindow::chipRebuild()
     pTreeViewFeature->setModel(new TemplateTreeModel(chips.chips.value(chips.chip.chipName), pTreeViewFeature));
     delete pOldSelection;
     delete pOldModel;
+    // As wide as the longest page name; in a narrower dock a scroll bar reaches its end.
+    pTreeViewFeature->header()->setStretchLastSection(false);
+    pTreeViewFeature->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    const int frame = 2 * pTreeViewFeature->frameWidth() + pTreeViewFeature->fontMetrics().averageCharWidth();
+    resizeDocks({pDockWidgetTemplate}, {pTreeViewFeature->header()->length() + frame}, Qt::Horizontal);
     connect(pTreeViewFeature->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current)
             {

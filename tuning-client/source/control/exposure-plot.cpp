@@ -23,17 +23,15 @@ CurveData& curveData(QwtPlotCurve& curve) { return static_cast<CurveData&>(*curv
 
 QPointF originOf(const QwtInterval& interval) { return {interval.minValue() + interval.width() / 2, 0.0}; }
 
-QwtPlotCurve* curve(QwtPlot& plot, const QString& title, const QColor& color, int axis)
+QwtPlotCurve* curveMake(QwtPlot& plot, const QString& title, const QColor& color, int axis)
 {
-    auto pCurve = new QwtPlotCurve(title);
+    auto pCurve = plot::curveAdd(plot, title, color);
     pCurve->setStyle(QwtPlotCurve::Lines);
-    pCurve->setPen(color);
     pCurve->setRenderHint(QwtPlotItem::RenderAntialiased, true);
     pCurve->setPaintAttribute(QwtPlotCurve::ClipPolygons, false);
     pCurve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
     pCurve->setYAxis(axis);
     pCurve->setData(new CurveData);
-    pCurve->attach(&plot);
     return pCurve;
 }
 
@@ -56,22 +54,15 @@ void prepareCanvas(QwtPlot& plot)
     pCanvas->setPalette(palette);
 }
 
-void addGrid(QwtPlot& plot)
-{
-    auto pGrid = new QwtPlotGrid;
-    pGrid->setPen(Qt::gray, 0, Qt::DotLine);
-    pGrid->enableX(true);
-    pGrid->enableXMin(true);
-    pGrid->enableY(true);
-    pGrid->enableYMin(false);
-    pGrid->attach(&plot);
-}
+void addGrid(QwtPlot& plot) { plot::gridAdd(plot, Qt::gray, Qt::gray)->enableXMin(true); }
 } // namespace
 
 ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(new QwtPlotDirectPainter(this))
 {
     setAccessibleName(tr("Exposure"));
-    setMinimumSize(56 * fontMetrics().averageCharWidth(), 14 * fontMetrics().lineSpacing());
+    plot::shrinkable(*this);
+    plot::labelsFit(*this, yLeft);
+    plot::labelsFit(*this, yRight);
     setToolTip(tr("Green: integration time. Red: gain."));
     setAutoReplot(false);
     prepareCanvas(*this);
@@ -95,8 +86,8 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
     m_origin->setLinePen(Qt::gray, 0, Qt::DashLine);
     m_origin->attach(this);
 
-    m_itimeCurve = curve(*this, tr("Integration Time"), Qt::green, yLeft);
-    m_gainCurve = curve(*this, tr("Gain"), Qt::red, yRight);
+    m_itimeCurve = curveMake(*this, tr("Integration Time"), Qt::green, yLeft);
+    m_gainCurve = curveMake(*this, tr("Gain"), Qt::red, yRight);
 }
 
 void ExposurePlot::append(float gain, float itime)

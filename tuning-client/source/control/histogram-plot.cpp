@@ -14,6 +14,8 @@
 
 namespace
 {
+constexpr int binsPerLabel = 16;
+
 /// Bars stand on zero, and the steps of small counts are not below one: all labels would read the same.
 class CountScaleEngine : public QwtLinearScaleEngine
 {
@@ -30,7 +32,8 @@ public:
 HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("pixel", Qt::green))
 {
     setAccessibleName(tr("Histogram"));
-    setMinimumSize(72 * fontMetrics().averageCharWidth(), 14 * fontMetrics().lineSpacing());
+    plot::shrinkable(*this);
+    plot::labelsFit(*this, yLeft, 16);
     setCanvasBackground(Qt::gray);
     plotLayout()->setAlignCanvasToScales(true);
 
@@ -38,7 +41,7 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
     populate(zeros.size(), zeros.data());
 
     plot::setAxisTitle(*this, xBottom, tr("Luminance"));
-    setAxisScale(xBottom, 0, 256, 16);
+    setAxisScale(xBottom, 0, 256, binsPerLabel);
     setAxisMaxMinor(xBottom, 0);
     setAxisMaxMajor(xBottom, 16);
     setAxisScaleDraw(xBottom, new XScaleDraw);
@@ -50,16 +53,20 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
     setAxisScaleEngine(yLeft, new CountScaleEngine);
     setAxisAutoScale(yLeft);
 
-    auto pGrid = new QwtPlotGrid;
-    pGrid->enableX(false);
-    pGrid->enableXMin(false);
-    pGrid->enableY(true);
-    pGrid->enableYMin(false);
-    pGrid->setPen(Qt::black, 0, Qt::DotLine);
-    pGrid->attach(this);
+    plot::gridAdd(*this, Qt::black, Qt::black)->enableX(false);
 
     itemList(QwtPlotItem::Rtti_PlotHistogram).first()->setVisible(true);
     setAutoReplot(true);
+}
+
+void HistPlot::resizeEvent(QResizeEvent* pEvent)
+{
+    // Where there is no room for all labels, each second one, and so on.
+    int step = binsPerLabel;
+    while (step < 256 && 256 / step > plot::labelCount(*this, "000"))
+        step *= 2;
+    setAxisScale(xBottom, 0, 256, step);
+    QwtPlot::resizeEvent(pEvent);
 }
 
 void HistPlot::populate(unsigned int size, const double* values)

@@ -1,7 +1,48 @@
 #include "tuning-client/source/control/plot.h"
 
 #include <qwt_plot.h>
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+#include <qwt_symbol.h>
 #include <qwt_text.h>
+
+#include <QEvent>
+
+#include <cmath>
+
+namespace
+{
+/// Adapts the number of an axis's labels to the size of its plot.
+class LabelFilter : public QObject
+{
+public:
+    LabelFilter(QwtPlot* pPlot_, int axis_, int most_) : QObject(pPlot_), pPlot(pPlot_), axis(axis_), most(most_)
+    {
+        pPlot->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override
+    {
+        if (pEvent->type() == QEvent::Resize)
+            pPlot->setAxisMaxMajor(axis, qBound(2, fitting(), most));
+        return QObject::eventFilter(pWatched, pEvent);
+    }
+
+private:
+    int fitting() const
+    {
+        const bool isHorizontal = axis == QwtPlot::xBottom || axis == QwtPlot::xTop;
+        // The axis below takes the height of two lines.
+        return isHorizontal ? plot::labelCount(*pPlot, "-0000.0")
+                            : 2 * pPlot->height() / (3 * pPlot->fontMetrics().lineSpacing()) - 2;
+    }
+
+    QwtPlot* pPlot;
+    int axis;
+    int most;
+};
+} // namespace
 
 namespace plot
 {
@@ -11,5 +52,47 @@ void setAxisTitle(QwtPlot& plot, int axis, const QString& text)
     title.setFont(plot.font());
     plot.setAxisTitle(axis, title);
     plot.setAxisFont(axis, plot.font());
+}
+
+void shrinkable(QwtPlot& plot)
+{
+    const auto metrics = plot.fontMetrics();
+    plot.setMinimumSize(24 * metrics.averageCharWidth(), 14 * metrics.lineSpacing());
+}
+
+void labelsFit(QwtPlot& plot, int axis, int most) { new LabelFilter(&plot, axis, most); }
+
+int labelCount(const QwtPlot& plot, const QString& widest)
+{
+    return plot.width() / plot.fontMetrics().horizontalAdvance(widest + "  ");
+}
+
+QwtPlotGrid* gridAdd(QwtPlot& plot, const QColor& major, const QColor& minor)
+{
+    auto* pGrid = new QwtPlotGrid;
+    pGrid->setMajorPen(major, 0, Qt::DotLine);
+    pGrid->setMinorPen(minor, 0, Qt::DotLine);
+    pGrid->attach(&plot);
+    return pGrid;
+}
+
+QwtPlotCurve* curveAdd(QwtPlot& plot, const QString& title, const QColor& color, int symbolSize)
+{
+    auto* pCurve = new QwtPlotCurve(title);
+    pCurve->setPen(color);
+    if (symbolSize > 0)
+        pCurve->setSymbol(
+            new QwtSymbol(QwtSymbol::Ellipse, QBrush(Qt::gray), QPen(color), QSize(symbolSize, symbolSize)));
+    pCurve->attach(&plot);
+    return pCurve;
+}
+
+void samplesSet(QwtPlotCurve& curve, const double* x, const double* y, size_t count)
+{
+    QVector<QPointF> points;
+    for (size_t i = 0; i < count; ++i)
+        if (std::isfinite(x[i]) && std::isfinite(y[i]))
+            points.append({x[i], y[i]});
+    curve.setSamples(points);
 }
 } // namespace plot

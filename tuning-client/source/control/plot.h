@@ -1,11 +1,34 @@
 #pragma once
 
+#include <cstddef>
+
+class QColor;
 class QString;
 class QwtPlot;
+class QwtPlotCurve;
+class QwtPlotGrid;
 
 /// What all plots of the house share.
 namespace plot
 {
 /// Titles an axis. Title and labels take the font of the plot; Qwt would mix sizes and weights of its own.
 void setAxisTitle(QwtPlot& plot, int axis, const QString& text);
+
+/// Lets the plot become as narrow as a page in a small window wants it; its height holds the titles of the side axes.
+void shrinkable(QwtPlot& plot);
+
+/// Gives an axis whose steps Qwt chooses as many labels as it has room for, at most `most`.
+void labelsFit(QwtPlot& plot, int axis, int most = 8);
+
+/// How many labels such as `widest` have room on the bottom axis.
+int labelCount(const QwtPlot& plot, const QString& widest);
+
+/// A dotted grid; its lines are enabled as Qwt does it, all but the minor ones. Belongs to the plot.
+QwtPlotGrid* gridAdd(QwtPlot& plot, const QColor& major, const QColor& minor);
+
+/// A curve in one colour, belonging to the plot. With `symbolSize`, in pixels, its points are gray circles.
+QwtPlotCurve* curveAdd(QwtPlot& plot, const QString& title, const QColor& color, int symbolSize = 0);
+
+/// Gives the curve `count` points. Those that are not finite are left out: they would spoil the axes.
+void samplesSet(QwtPlotCurve& curve, const double* x, const double* y, size_t count);
 } // namespace plot

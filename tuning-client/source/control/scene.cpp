@@ -34,7 +34,7 @@ Scene::Scene(QWidget* parent) : QWidget(parent)
         pCell->setAutoFillBackground(true);
         pCell->setFrameStyle(QFrame::StyledPanel);
         pCell->setAlignment(Qt::AlignCenter);
-        pCell->setMinimumSize(fontMetrics().size(0, " 255 ") + QSize(0, fontMetrics().height()));
+        pCell->setMinimumSize(fontMetrics().size(0, " 255 "));
         pCell->setAccessibleDescription(tr("Row %1, column %2").arg(row + 1).arg(column + 1));
     }
 }
