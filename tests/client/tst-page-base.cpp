@@ -1,21 +1,25 @@
-// What every page inherits: when it reads, how a failure reaches the user, and the window size that it remembers.
+// What every page inherits: when it reads, and how a failure reaches the user.
 
-#include "tests/support/board-fixture.h"
+#include "tests/support/reading-page.h"
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/ae.h"
 
+#include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
 #include <QGridLayout>
 #include <QJsonArray>
 #include <QJsonObject>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QSlider>
 #include <QTest>
 #include <QTimer>
+#include <QToolBox>
 #include <QWheelEvent>
 #include <qtestspontaneevent.h>
 
@@ -26,100 +30,6 @@ using rest::Ae;
 
 namespace
 {
-constexpr int enableGetId = 4000103;
-
-bool isGrey(const QLabel* pLed)
-{
-    return pLed->toolTip().isEmpty() &&
-           pLed->pixmap(Qt::ReturnByValue).toImage() == QPixmap(":/images/gray.png").toImage();
-}
-
-/// A page as the catalogue has them, which tells what happens to it.
-class ReadingPage : public AbstractWidget
-{
-public:
-    explicit ReadingPage(const QString& name = "Reading") : AbstractWidget(nullptr, name) {}
-
-    void configGet() override
-    {
-        AbstractWidget::configGet();
-        steps += "configGet";
-        if (isConfigGetFailing)
-            throw std::runtime_error("configGet failed");
-    }
-
-    void configSet(bool isDefault) override
-    {
-        steps += isDefault ? "write default" : "write";
-        throw std::runtime_error("configSet failed");
-    }
-
-    void updateStatus() override
-    {
-        const auto* pLed = statusBarLabel("LED");
-        steps += !pLed ? "read" : isGrey(pLed) ? "read, grey" : "read, " + pLed->toolTip();
-        message = statusBar() ? statusBar()->currentMessage() : "none";
-        if (fInRead)
-            fInRead();
-        bool isEnable = false;
-        Ae().enableGet(isEnable, Ae::V1);
-        statusBarLabelLed(isEnable, isEnable ? "Reading ON" : "Reading OFF");
-    }
-
-    QSize sizeHint() const override { return {1400, 900}; }
-
-    std::string taken()
-    {
-        const auto text = steps.join("; ").toStdString();
-        steps.clear();
-        return text;
-    }
-
-    QStringList steps;
-    QString message; ///< in the status bar while the page read last
-    bool isConfigGetFailing = false;
-    std::function<void()> fInRead;
-};
-
-class PageBaseTest : public BoardTest
-{
-protected:
-    PageBaseTest()
-    {
-        config.widget.jRoot = {};
-        open();
-        // The auto exposure page comes first: away from its timer.
-        central().pStackedWidget->setCurrentWidget(pEmpty);
-        board->requestsClear();
-        for (auto* pPage : pMainWindow->findChildren<AbstractWidget*>())
-            pPage->sizeStore = pMainWindow->size();
-    }
-
-    ~PageBaseTest() override { config.preferences.window.isAutoResize = false; }
-
-    MainWindow& open()
-    {
-        auto& window = BoardTest::open();
-        pEmpty = new QWidget;
-        central().pStackedWidget->addWidget(pEmpty);
-        return window;
-    }
-
-    template <class Page>
-    Page& add(Page* pPage)
-    {
-        central().pStackedWidget->addWidget(pPage);
-        return *pPage;
-    }
-
-    void show(QWidget* pWidget) { central().pStackedWidget->setCurrentWidget(pWidget); }
-
-    /// The text in the status bar stays until the next one.
-    bool isStatusLasting() const { return !pMainWindow->statusBar()->findChild<QTimer*>(); }
-
-    QWidget* pEmpty;
-};
-
 /// A turn of the wheel over the middle of `pWidget`, as the window system reports it.
 void wheelTurn(QWidget* pWidget, int delta)
 {
@@ -186,7 +96,8 @@ TEST_F(PageBaseTest, OwnRefreshReadsQuietlyAndNotInTheMiddleOfARead)
     page.fInRead = nullptr;
     page.taken();
     emit page.refresh();
-    EXPECT_EQ(page.taken(), "read, Reading ON") << "the next read after a failed one";
+    EXPECT_EQ(page.taken(), "read, grey") << "the next read after a failed one, announced";
+    EXPECT_EQ(status(), "Request update...") << "the failure is over";
 }
 
 TEST_F(PageBaseTest, FailuresStandInTheStatusBarUntilTheNextText)
@@ -221,6 +132,133 @@ TEST_F(PageBaseTest, FailuresStandInTheStatusBarUntilTheNextText)
     EXPECT_EQ(page.message, "Request update...") << "told without the LED as well";
 }
 
+// Showing reads twice and takes inner pages along; a board that says nothing is asked once for all of that.
+TEST_F(PageBaseTest, SilentBoardIsAskedOnce)
+{
+    auto& frame = add(new ReadingPage("Frame"));
+    auto* pInner = new ReadingPage("Inner");
+    auto* pSecond = new ReadingPage("Second");
+    QStackedWidget stack;
+    frame.pGridLayoutScrollArea->addWidget(&stack);
+    stack.addWidget(pInner);
+    stack.addWidget(pSecond);
+    const std::pair<Fault::Kind, const char*> cases[] = {{Fault::Error, "configGet; read, grey; read, grey"},
+                                                         {Fault::Close, "configGet; read, grey"}};
+    for (const auto& [kind, reads] : cases)
+    {
+        board->faultSet({kind, enableGetId, -1});
+        show(&frame);
+        EXPECT_EQ(frame.taken(), reads);
+        EXPECT_EQ(pInner->taken(), kind == Fault::Close ? "" : reads);
+        emit pMainWindow->refresh();
+        EXPECT_EQ(frame.taken(), "configGet; read, grey");
+        EXPECT_EQ(pInner->taken(), kind == Fault::Close ? "" : "configGet; read, grey");
+        board->faultsClear();
+        stack.setCurrentWidget(pSecond);
+        EXPECT_EQ(pSecond->taken(), "configGet; read, grey; read, Reading ON") << "chosen by the user, so asked";
+        stack.setCurrentWidget(pInner);
+        show(pEmpty);
+        pInner->taken();
+    }
+    show(&frame);
+    EXPECT_EQ(frame.taken() + "; " + pInner->taken(), "configGet; read, grey; read, Reading ON; "
+                                                      "configGet; read, grey; read, Reading ON");
+    stack.setParent(nullptr);
+}
+
+TEST_F(PageBaseTest, WhatTheUserDidIsSeenBeforeTheBoardIsAsked)
+{
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(pMainWindow.get()));
+    auto& page = add(new ReadingPage);
+    bool isPainted = false;
+    page.fInRead = [&]
+    {
+        const auto* pCursor = QApplication::overrideCursor();
+        EXPECT_TRUE(pCursor && pCursor->shape() == Qt::WaitCursor);
+        isPainted = isPainted || page.paints > 0;
+        EXPECT_TRUE(isPainted);
+    };
+    show(&page);
+    EXPECT_TRUE(isPainted);
+    EXPECT_FALSE(QApplication::overrideCursor());
+}
+
+TEST_F(PageBaseTest, FirstGoodTickAfterAFailureReadsAndHidingStopsIt)
+{
+    auto& page = add(new ReadingPage);
+    QTimer timer;
+    bool isFailing = false;
+    page.connectTick(&timer,
+                     [&]
+                     {
+                         if (isFailing)
+                             throw std::runtime_error("tick failed");
+                     });
+    show(&page);
+    page.taken();
+    timer.start(60000);
+    const auto tick = [&] { QMetaObject::invokeMethod(&timer, "timeout"); };
+    tick();
+    EXPECT_EQ(page.taken(), "");
+    isFailing = true;
+    tick();
+    EXPECT_EQ(status(), "tick failed");
+    EXPECT_EQ(page.taken(), "");
+    isFailing = false;
+    tick();
+    EXPECT_EQ(page.taken(), "configGet; read, grey");
+    EXPECT_EQ(status(), "Request update...");
+    tick();
+    EXPECT_EQ(page.taken(), "");
+    show(pEmpty);
+    EXPECT_FALSE(timer.isActive());
+}
+
+TEST_F(PageBaseTest, SwitchGreysByTheRuleOfItsPage)
+{
+    for (const auto grey : {shortcut::Grey::AfterSuccess, shortcut::Grey::Always})
+    {
+        auto& page = add(new ReadingPage);
+        board->requestsClear();
+        QCheckBox box;
+        QStringList done;
+        page.connectSwitch(
+            &box, [&](bool isEnable) { Ae().enableSet(isEnable, Ae::V1); },
+            [&](bool isFree) { done.append(isFree ? "free" : "grey"); }, grey);
+        box.click();
+        EXPECT_TRUE(done.isEmpty()) << "not read yet, so nothing is sent";
+        EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
+        EXPECT_EQ(sent(enableGetId + 1), 0u);
+        box.click();
+        EXPECT_EQ(done, QStringList{"free"});
+        board->faultSet({Fault::Error, enableGetId + 1});
+        box.click();
+        EXPECT_EQ(done.size(), grey == shortcut::Grey::Always ? 2 : 1);
+        board->faultsClear();
+    }
+}
+
+TEST_F(PageBaseTest, AnotherBoardIsReadWhenThePreferencesClose)
+{
+    auto& page = add(new ReadingPage);
+    show(&page);
+    for (bool isApplied : {false, true})
+    {
+        page.taken();
+        const Modals closing(
+            [&](QDialog& dialog)
+            {
+                dialog.findChild<QToolBox*>()->setCurrentIndex(2);
+                for (auto* pButton : dialog.findChildren<QPushButton*>())
+                    if (isApplied && pButton->text() == "Apply")
+                        pButton->click();
+                dialog.reject();
+            });
+        preferencesOpen();
+        EXPECT_EQ(page.taken(), isApplied ? "configGet; read, grey" : "");
+    }
+}
+
 TEST_F(PageBaseTest, LivesWithoutAMainWindow)
 {
     config.preferences.window.isAutoResize = true;
@@ -234,99 +272,6 @@ TEST_F(PageBaseTest, LivesWithoutAMainWindow)
     EXPECT_EQ(page.statusBarLabel("LED"), nullptr);
     EXPECT_THROW(page.clientHolder(), t_common::LogicError);
     EXPECT_FALSE(page.sizeStore.isValid());
-}
-
-TEST_F(PageBaseTest, WindowFitsAPageOnceAndReturnsToWhatTheUserLeft)
-{
-    config.preferences.window.isAutoResize = true;
-    auto& first = add(new ReadingPage("First"));
-    auto& second = add(new ReadingPage("Second"));
-    show(&first);
-    ASSERT_TRUE(waitUntil([&] { return first.size() == first.sizeHint(); })) << first.width() << "x" << first.height();
-    EXPECT_EQ(first.sizeStore, pMainWindow->size());
-    pMainWindow->resize(1300, 800);
-    show(&second);
-    ASSERT_TRUE(waitUntil([&] { return second.size() == second.sizeHint(); }));
-    EXPECT_EQ(first.sizeStore, QSize(1300, 800)) << "stored before the next page resizes the window";
-
-    pMainWindow->resize(1250, 790);
-    show(&first);
-    EXPECT_EQ(pMainWindow->size(), QSize(1300, 800));
-    EXPECT_EQ(second.sizeStore, QSize(1250, 790));
-    first.grab();
-    EXPECT_EQ(pMainWindow->size(), QSize(1300, 800)) << "no second fitting";
-
-    // A page that goes adds its size to what else is stored for it.
-    config.widget.jRoot["First"] = QJsonObject{{"other", 7}, {"size", QJsonObject{{"width", 1}}}};
-    pMainWindow->resize(1280, 810);
-    show(pEmpty);
-    delete &first;
-    const auto jSize = QJsonObject{{"width", 1280}, {"height", 810}};
-    EXPECT_EQ(config.widget.jRoot["First"].toObject(), (QJsonObject{{"other", 7}, {"size", jSize}}));
-    EXPECT_EQ(ReadingPage("First").sizeStore, QSize(1280, 810));
-    EXPECT_FALSE(ReadingPage("Third").sizeStore.isValid());
-}
-
-TEST_F(PageBaseTest, MaximisedWindowIsLeftAlone)
-{
-    config.preferences.window.isAutoResize = true;
-    pMainWindow->showMaximized();
-    const auto maximised = pMainWindow->size();
-    for (const auto& known : {QSize(), QSize(1200, 760)})
-    {
-        auto& page = add(new ReadingPage);
-        page.sizeStore = known;
-        show(&page);
-        page.grab();
-        EXPECT_EQ(pMainWindow->size(), maximised);
-        EXPECT_TRUE(pMainWindow->isMaximized());
-        show(pEmpty);
-        EXPECT_EQ(page.sizeStore, known);
-    }
-}
-
-TEST_F(PageBaseTest, WithoutAutoResizeNothingIsResizedOrStored)
-{
-    const auto size = pMainWindow->size();
-    for (const auto& known : {QSize(), QSize(1300, 800)})
-    {
-        auto* pPage = &add(new ReadingPage);
-        pPage->sizeStore = known;
-        show(pPage);
-        pPage->grab();
-        show(pEmpty);
-        EXPECT_EQ(pMainWindow->size(), size);
-        EXPECT_EQ(pPage->sizeStore, known);
-        delete pPage;
-        EXPECT_TRUE(config.widget.jRoot["Reading"].toObject().isEmpty());
-    }
-}
-
-TEST_F(PageBaseTest, StoredSizeOfAnyShapeIsHarmless)
-{
-    config.preferences.window.isAutoResize = true;
-    const QJsonValue sizes[] = {7,
-                                "text",
-                                QJsonArray{1, 2},
-                                QJsonObject{{"width", "wide"}, {"height", QJsonObject()}},
-                                QJsonObject{{"width", -7}, {"height", -7}},
-                                QJsonObject{{"width", 2147483647}, {"height", 2147483647}},
-                                QJsonObject{{"width", 1e300}, {"height", 1200}}};
-    for (const auto& jSize : sizes)
-    {
-        for (const auto& jPage : {QJsonValue(QJsonObject{{"size", jSize}}), jSize})
-        {
-            config.widget.jRoot["Reading"] = jPage;
-            auto* pPage = &add(new ReadingPage);
-            show(pPage);
-            QTest::qWait(0);
-            pMainWindow->grab();
-            EXPECT_LE(pMainWindow->width(), 4000);
-            EXPECT_LE(pMainWindow->height(), 4000);
-            show(pEmpty);
-            delete pPage;
-        }
-    }
 }
 
 TEST_F(PageBaseTest, WheelOverAControlScrollsThePage)

@@ -1,6 +1,7 @@
+#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
-#include "tuning-client/source/preferences/calibration-widget.h"
+#include "tests/support/modals.h"
 #include "tuning-client/source/preferences/capture-widget.h"
 #include "tuning-client/source/preferences/preferences-dialog.h"
 #include "tuning-client/source/preferences/serial-ports.h"
@@ -11,19 +12,16 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
-#include <QFileDialog>
 #include <QGroupBox>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStringListModel>
 #include <QTemporaryDir>
-#include <QTimer>
 #include <QToolBox>
 
 namespace
@@ -38,14 +36,11 @@ protected:
         config.preferences.capture = {};
         config.preferences.calibration = {};
         config.preferences.window = {};
-        config.preferences.server.type = "http";
         config.preferences.server.uart.port.clear();
         open();
         pDialog = std::make_unique<PreferencesDialog>(nullptr);
         pDialog->show();
     }
-
-    ~PreferencesTest() override { config.preferences.server.type = "http"; }
 
     template <class Page>
     Page& settings()
@@ -55,43 +50,12 @@ protected:
         return *pPage;
     }
 
-    static QPushButton& button(const QWidget& page, const QString& text)
+    static void press(const QWidget& page, const QString& text)
     {
         for (auto* pButton : page.findChildren<QPushButton*>())
-        {
             if (pButton->text() == text)
-                return *pButton;
-        }
+                return pButton->click();
         throw std::logic_error("no button " + str(text));
-    }
-
-    /// Texts of the boxes and directory dialogs that `action` opens, one after the other; an empty `directory` cancels.
-    template <class Action>
-    static QStringList asked(Action action, const QString& directory = {})
-    {
-        QStringList texts;
-        QTimer timer;
-        QObject::connect(&timer, &QTimer::timeout,
-                         [&]
-                         {
-                             auto* pActive = QApplication::activeModalWidget();
-                             if (auto* pBox = qobject_cast<QMessageBox*>(pActive))
-                             {
-                                 texts.append(pBox->windowTitle() + ": " + pBox->text());
-                                 pBox->accept();
-                             }
-                             else if (auto* pFile = qobject_cast<QFileDialog*>(pActive))
-                             {
-                                 texts.append(pFile->windowTitle() + ": " + pFile->directory().path());
-                                 if (directory.isEmpty())
-                                     return pFile->reject();
-                                 pFile->findChild<QLineEdit*>("fileNameEdit")->setText(directory);
-                                 QMetaObject::invokeMethod(pFile, "accept");
-                             }
-                         });
-        timer.start(1);
-        action();
-        return texts;
     }
 
     static QStringList entries(const ServerWidget& page)
@@ -126,22 +90,16 @@ TEST_F(PreferencesTest, OpensFromTheMenuWithItsPages)
     }
     pDialog.reset();
 
-    QPointer<PreferencesDialog> pFromMenu;
-    QTimer::singleShot(0,
-                       [&]
-                       {
-                           pFromMenu = qobject_cast<PreferencesDialog*>(QApplication::activeModalWidget());
-                           ASSERT_TRUE(pFromMenu);
-                           EXPECT_EQ(pFromMenu->windowTitle(), "Preferences");
-                           EXPECT_FALSE(pFromMenu->parent());
-                           pFromMenu->close();
-                       });
+    QPointer<QDialog> pFromMenu;
+    const Modals modals(
+        [&](QDialog& dialog)
+        {
+            pFromMenu = &dialog;
+            EXPECT_EQ(dialog.windowTitle(), "Preferences");
+            dialog.close();
+        });
     board->requestsClear();
-    for (auto* pAction : pMainWindow->menuBar()->actions())
-    {
-        if (pAction->text() == "&Edit")
-            pAction->menu()->actions().first()->trigger();
-    }
+    actionOf(pMainWindow->menuBar()->actions(), "&Edit")->menu()->actions().first()->trigger();
     EXPECT_TRUE(waitUntil([&] { return pFromMenu.isNull(); }));
     EXPECT_EQ(board->requestCount(), 0u) << "the preferences never ask the board";
 }
@@ -149,27 +107,28 @@ TEST_F(PreferencesTest, OpensFromTheMenuWithItsPages)
 TEST_F(PreferencesTest, DirectoriesAreTakenOver)
 {
     const QTemporaryDir chosen;
-    auto& calibration = settings<CalibrationWidget>();
-    auto& capture = settings<CaptureWidget>();
     const auto here = QDir::currentPath();
-    const auto browse = [](QWidget& page) { return [&page] { button(page, "Browse...").click(); }; };
-
-    EXPECT_TRUE(calibration.pLineEditOutputDir->isReadOnly() && capture.pLineEditOutputDir->isReadOnly());
-    EXPECT_EQ(str(calibration.pLineEditOutputDir->text()), str(config.preferences.calibration.path));
-    EXPECT_EQ(str(capture.pLineEditOutputDir->text()), str(config.preferences.capture.path));
-    EXPECT_EQ(asked(browse(calibration)), QStringList("Select Directory: " + here)) << "cancelled";
-    EXPECT_EQ(str(config.preferences.calibration.path), str(here));
-    EXPECT_EQ(asked(browse(calibration), chosen.path()).size(), 1);
-    EXPECT_EQ(str(config.preferences.calibration.path), str(chosen.path()));
-    EXPECT_EQ(str(calibration.pLineEditOutputDir->text()), str(chosen.path()));
-
-    EXPECT_EQ(asked(browse(capture), chosen.path()).size(), 1);
-    EXPECT_EQ(str(config.preferences.capture.path), str(chosen.path()));
-    EXPECT_EQ(asked(browse(capture), here),
-              QStringList({"Select Directory: " + here,
-                           "Select Directory: Cannot save file to " + here + ", change another directory"}));
-    EXPECT_EQ(str(config.preferences.capture.path), str(here)) << "taken over all the same";
-    EXPECT_EQ(str(capture.pLineEditOutputDir->text()), str(here));
+    const auto box = "Select Directory: Cannot save file to " + str(here) + ", change another directory";
+    config.preferences.calibration.path = config.preferences.capture.path = "/as before";
+    const PreferencesDialog dialog(nullptr);
+    for (const bool isCapture : {false, true})
+    {
+        SCOPED_TRACE(isCapture);
+        const auto& page = *dialog.findChildren<SettingsAbstractWidget*>()[isCapture];
+        const auto& line = *page.findChild<QLineEdit*>();
+        const auto& path = isCapture ? config.preferences.capture.path : config.preferences.calibration.path;
+        EXPECT_TRUE(line.isReadOnly());
+        for (const auto& [entered, expected] :
+             {std::make_pair(QString(), QString("/as before")), {chosen.path(), chosen.path()}, {here, here}})
+        {
+            const FileDialogAnswer answer(entered);
+            press(page, "Browse...");
+            EXPECT_TRUE(answer.seen.startsWith("Select Directory|" + here)) << str(answer.seen);
+            EXPECT_EQ(str(answer.said), isCapture && entered == here ? box : "");
+            EXPECT_EQ(str(path), str(expected)) << "taken over whatever the box said";
+            EXPECT_EQ(str(line.text()), str(expected));
+        }
+    }
 }
 
 TEST_F(PreferencesTest, CaptureAndWindowWriteAtOnce)
@@ -187,9 +146,8 @@ TEST_F(PreferencesTest, CaptureAndWindowWriteAtOnce)
         }
         page.pCheckBoxAe->click();
         EXPECT_TRUE(stored.isAe && !stored.isAf && !stored.isAwb);
-        page.pCheckBoxAwb->click();
-        page.pCheckBoxAe->click();
-        page.pCheckBoxAf->click();
+        for (auto* pCheckBox : {page.pCheckBoxAwb, page.pCheckBoxAe, page.pCheckBoxAf})
+            pCheckBox->click();
         EXPECT_TRUE(!stored.isAe && !stored.isAf && stored.isAwb) << "AF can't be changed";
         settings<WindowWidget>().pCheckBoxAutoResize->click();
         EXPECT_TRUE(config.preferences.window.isAutoResize);
@@ -221,7 +179,7 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
 
     page.pListWidget->setCurrentRow(1);
     EXPECT_EQ(entries(page), QStringList({"127.0.0.1:" + port, "127.0.0.1:70000 *", "10.0.0.7:70000"}));
-    button(page, "Apply").click();
+    press(page, "Apply");
     EXPECT_EQ(stored.http.index, 1);
     page.pListWidget->setCurrentRow(0);
     page.configGet();
@@ -234,7 +192,7 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
     page.pPushButtonDelete->click();
     EXPECT_EQ(entries(page).filter("*").size(), 1) << "another one takes the mark";
     page.pListWidget->setCurrentRow(0);
-    button(page, "Apply").click();
+    press(page, "Apply");
     board->requestsClear();
     rest::Camera().preview(true);
     EXPECT_EQ(board->requestCount(), 1u) << "the new client is in place at once";
@@ -243,7 +201,7 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
         page.pPushButtonDelete->click();
     EXPECT_FALSE(page.pPushButtonDelete->isEnabled());
     const auto before = stored.http.collection;
-    EXPECT_EQ(asked([&] { button(page, "Apply").click(); }),
+    EXPECT_EQ(boxesDuring([&] { press(page, "Apply"); }),
               QStringList("Information Error: Ip address cannot be empty, please add it firstly"));
     EXPECT_EQ(stored.http.collection, before);
 
@@ -257,7 +215,6 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
     ServerWidget empty(nullptr);
     empty.configGet();
     EXPECT_EQ(empty.pListWidget->count(), 0);
-    EXPECT_EQ(empty.pListWidget->currentRow(), -1);
     EXPECT_FALSE(empty.pPushButtonDelete->isEnabled());
 }
 
@@ -273,7 +230,7 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     EXPECT_EQ(pPorts->stringList(), serialPorts());
 
     page.pLineEditUart->setText("/no/such/port");
-    EXPECT_EQ(asked([&] { button(page, "Apply").click(); }).size(), 1) << "a port that can't be opened";
+    EXPECT_EQ(boxesDuring([&] { press(page, "Apply"); }).size(), 1) << "a port that can't be opened";
     rest::Camera().preview(true);
     EXPECT_EQ(str(stored.type), "uart");
     EXPECT_EQ(str(stored.uart.port), "/no/such/port");
@@ -291,12 +248,8 @@ TEST_F(PreferencesTest, PortsThatAreThereAreFound)
     const QDir directory(terminals.path());
     for (const auto* name : {"tty0", "ttyUSB0/device", "ttyS1/device", "ttyS0/device", "ttyACM1/device"})
         directory.mkpath(name);
-    for (const auto& [name, type] : {std::make_pair("ttyS0", "4\n"), std::make_pair("ttyS1", "0\n")})
-    {
-        QFile file(directory.filePath(QString(name) + "/type"));
-        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(type);
-    }
+    fileWrite(directory.filePath("ttyS0/type"), "4\n");
+    fileWrite(directory.filePath("ttyS1/type"), "0\n");
     EXPECT_EQ(serialPorts(directory), QStringList({"/dev/ttyACM1", "/dev/ttyS0", "/dev/ttyUSB0"}));
     EXPECT_TRUE(serialPorts(QDir("/no/such/directory")).isEmpty());
 }

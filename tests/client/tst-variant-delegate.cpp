@@ -1,3 +1,4 @@
+#include "tests/support/editing.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/variant-delegate.h"
 
@@ -42,24 +43,13 @@ protected:
         return nullptr;
     }
 
-    /// What the value is after the user has typed a text over it.
+    /// What the value is after the user has typed a text over it. Escape leaves an editor that stays open.
     QVariant typed(const QVariant& value, const QString& text)
     {
         auto* pEditor = edit(value);
-        if (!pEditor)
-            return {};
-        EXPECT_EQ(pEditor->text(), VariantDelegate::displayText(value));
-        pEditor->selectAll();
-        QTest::keyClick(pEditor, Qt::Key_Delete);
-        for (const auto character : text)
-            pEditor->insert(character);
-        QTest::keyClick(pEditor, Qt::Key_Return);
-        // The editor commits with the next turn of the event loop, or stays open over a text that does not fit.
-        QCoreApplication::processEvents();
-        if (pEditor->isVisible())
-            QTest::keyClick(pEditor, Qt::Key_Escape);
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        const bool isOpen = typeOver(pEditor, text);
         const auto result = pItem->data(1, Qt::UserRole);
+        EXPECT_EQ(isOpen, result == value);
         EXPECT_EQ(pItem->text(1), VariantDelegate::displayText(result));
         return result;
     }
@@ -73,14 +63,8 @@ protected:
 TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
 {
     const QDate date(2022, 11, 16);
-    const struct
-    {
-        QVariant old;
-        const char* pTyped;
-        QVariant expected;
-    } cases[] = {
+    const std::tuple<QVariant, const char*, QVariant> cases[] = {
         {true, "FALSE", false},
-        {false, "True", true},
         {true, "maybe", true},
         {5, "-7", -7},
         {5, "99999999999", 5},
@@ -94,51 +78,38 @@ TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
         {QChar('a'), "b", QChar('b')},
         {QChar('a'), "", QChar('a')},
         {"old", "new, ä", "new, ä"},
-        {"old", "", ""},
         {QStringList{"a"}, "b,c d,", QStringList({"b", "c d", ""})},
         {QByteArray("a"), "b€c", QByteArray("bc")},
         {date, "2023-02-28", QDate(2023, 2, 28)},
         {date, "2022-13-01", date},
-        {date, "28.2.2023", date},
         {QTime(1, 2, 3), "23:59:58", QTime(23, 59, 58)},
-        {QTime(1, 2, 3), "25:00:00", QTime(1, 2, 3)},
         {QDateTime(date, QTime(1, 2, 3)), "2023-02-28T04:05:06", QDateTime(QDate(2023, 2, 28), QTime(4, 5, 6))},
         {QDateTime(date, QTime(1, 2, 3)), "2023-02-30T04:05:06", QDateTime(date, QTime(1, 2, 3))},
         {QRect(1, 2, 3, 4), "(-5,6,70,80)", QRect(-5, 6, 70, 80)},
         {QRect(1, 2, 3, 4), "(1,2,3)", QRect(1, 2, 3, 4)},
         {QRect(1, 2, 3, 4), "(2147483647,0,2147483647,1)", QRect(1, 2, 3, 4)},
         {QSize(1, 2), "(30,40)", QSize(30, 40)},
-        {QSize(1, 2), "30,40", QSize(1, 2)},
         {QPoint(1, 2), "(-3,4)", QPoint(-3, 4)},
-        {QColor(1, 2, 3, 4), "(300,0,0,255)", QColor(255, 0, 0, 255)},
-        {QColor(1, 2, 3, 4), "(99999999999,0,7,8)", QColor(255, 0, 7, 8)},
+        {QColor(1, 2, 3, 4), "(99999999999,300,7,8)", QColor(255, 255, 7, 8)},
         {QColor(1, 2, 3, 4), "(1,2,3)", QColor(1, 2, 3, 4)},
     };
-    for (const auto& c : cases)
+    for (const auto& [old, text, expected] : cases)
     {
-        SCOPED_TRACE(std::string(c.old.typeName()) + " <- " + c.pTyped);
-        const auto result = typed(c.old, QString::fromUtf8(c.pTyped));
-        EXPECT_EQ(result.userType(), c.old.userType());
-        EXPECT_EQ(result, c.expected) << VariantDelegate::displayText(result).toStdString();
+        SCOPED_TRACE(std::string(old.typeName()) + " <- " + text);
+        const auto result = typed(old, QString::fromUtf8(text));
+        EXPECT_EQ(result.userType(), old.userType());
+        EXPECT_EQ(result, expected) << VariantDelegate::displayText(result).toStdString();
     }
 }
 
-TEST_F(VariantDelegateTest, OnlySupportedValuesOfColumn1AreEdited)
-{
-    EXPECT_EQ(edit(5, 0), nullptr);
-    for (const auto& value : {QVariant(), QVariant(QVariantMap{{"a", 1}}), QVariant(QLine(1, 2, 3, 4))})
-    {
-        EXPECT_EQ(edit(value), nullptr) << value.typeName();
-        EXPECT_FALSE(VariantDelegate::isSupportedType(value.userType()));
-    }
-}
-
-TEST_F(VariantDelegateTest, TextsOfValues)
+TEST_F(VariantDelegateTest, ShowsValuesAsTextAndEditsThoseOfSupportedTypesInColumn1)
 {
     const QDate date(2022, 11, 6);
     const std::pair<QVariant, const char*> cases[] = {{QVariant(), "<Invalid>"},
-                                                      {QVariantMap(), "<QVariantMap>"},
+                                                      {QVariantMap{{"a", 1}}, "<QVariantMap>"},
+                                                      {QLine(1, 2, 3, 4), "<QLine>"},
                                                       {true, "true"},
+                                                      {"a<b>", "a<b>"},
                                                       {QStringList({"a", "b c"}), "a,b c"},
                                                       {date, "2022-11-06"},
                                                       {QTime(1, 2, 3, 4), "01:02:03"},
@@ -148,18 +119,23 @@ TEST_F(VariantDelegateTest, TextsOfValues)
                                                       {QPoint(-3, 4), "(-3,4)"},
                                                       {QColor(1, 2, 3, 4), "(1,2,3,4)"}};
     for (const auto& [value, text] : cases)
+    {
         EXPECT_EQ(VariantDelegate::displayText(value), text);
-}
-
-TEST_F(VariantDelegateTest, AnUnchangedTextLeavesTheValue)
-{
-    // Its text is less than the value.
-    const QTime exact(1, 2, 3, 456);
-    auto* pEditor = edit(exact);
-    ASSERT_NE(pEditor, nullptr);
-    QTest::keyClick(pEditor, Qt::Key_Return);
-    QCoreApplication::processEvents();
-    EXPECT_EQ(pItem->data(1, Qt::UserRole).toTime(), exact);
+        const bool isEdited = *text != '<';
+        EXPECT_EQ(VariantDelegate::isSupportedType(value.userType()), isEdited) << text;
+        auto* pEditor = edit(value);
+        ASSERT_EQ(pEditor != nullptr, isEdited) << text;
+        if (!pEditor)
+            continue;
+        EXPECT_EQ(pEditor->text(), text);
+        EXPECT_FALSE(pEditor->toolTip().contains("<b>"));
+        // A text that was not touched may be less than the value.
+        QTest::keyClick(pEditor, Qt::Key_Return);
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        EXPECT_EQ(pItem->data(1, Qt::UserRole), value);
+    }
+    EXPECT_EQ(edit(5, 0), nullptr);
 }
 
 TEST_F(VariantDelegateTest, WhatCannotBeEditedIsPaintedAsDisabled)
@@ -178,6 +154,5 @@ TEST_F(VariantDelegateTest, WhatCannotBeEditedIsPaintedAsDisabled)
         return image;
     };
     EXPECT_NE(picture(1, QVariant()), picture(1, "value"));
-    EXPECT_EQ(picture(0, QVariant()), picture(0, "value"));
     EXPECT_EQ(picture(0, QVariant()), picture(1, "value"));
 }

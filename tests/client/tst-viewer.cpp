@@ -1,12 +1,12 @@
 // The window that shows a picture, and the view of a scene.
 
+#include "tests/support/actions.h"
+#include "tests/support/files.h"
 #include "tests/support/modals.h"
-#include "tests/support/qt-main.h"
 #include "tuning-client/source/control/image-label.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 
-#include <QFileDialog>
 #include <QGraphicsPixmapItem>
 #include <QMenuBar>
 #include <QScrollArea>
@@ -27,29 +27,25 @@ protected:
     {
         QByteArray bytes = QString("P5\n%1 %2\n1023\n").arg(width).arg(height).toLatin1();
         for (int y = 0; y < height; ++y)
-        {
             for (int x = 0; x < width; ++x)
                 bytes.append(char((x + y) >> 8)).append(char(x + y));
-        }
         return write(name, bytes);
     }
 
     QString write(const QString& name, const QByteArray& bytes)
     {
-        QFile file(directory.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(bytes);
-        return file.fileName();
+        fileWrite(directory.filePath(name), bytes);
+        return directory.filePath(name);
     }
 
-    QAction& action(const QString& text)
+    QAction& action(const QString& text) { return *actionOf(viewer.findChildren<QAction*>(), text); }
+
+    /// Chooses that file in the dialog that the action opens; null cancels. What the dialog was told comes back.
+    QString choose(const QString& text, const QString& path)
     {
-        for (auto* pAction : viewer.findChildren<QAction*>())
-        {
-            if (pAction->text() == text)
-                return *pAction;
-        }
-        throw std::out_of_range(text.toStdString());
+        const FileDialogAnswer answer(path);
+        action(text).trigger();
+        return answer.seen;
     }
 
     PictureLabel& label() { return *viewer.findChild<PictureLabel*>(); }
@@ -63,30 +59,13 @@ protected:
 
 TEST_F(ViewerTest, ActionsHaveTheirPlacesAndKeys)
 {
-    const struct
-    {
-        const char* text;
-        const char* shortcut;
-        bool isEnabled;
-    } rows[] = {{"&Open...", "Ctrl+O", true},
-                {"&Save As...", "Ctrl+S", true},
-                {"&Exit", "Ctrl+E", true},
-                {"Zoom &In (25%)", "Ctrl++", false},
-                {"Zoom &Out (25%)", "Ctrl+-", false},
-                {"&Normal Size", "Ctrl+S", false},
-                {"", "", true},
-                {"&Fit to Window", "Ctrl+F", false}};
-    QList<QAction*> found;
+    QStringList found;
     for (auto* pMenu : viewer.menuBar()->actions())
-        found += pMenu->menu()->actions();
-    ASSERT_EQ(found.size(), int(std::size(rows)));
-    for (int i = 0; i < found.size(); ++i)
-    {
-        EXPECT_EQ(found[i]->text(), rows[i].text);
-        EXPECT_EQ(found[i]->shortcut().toString(), rows[i].shortcut);
-        EXPECT_EQ(found[i]->isEnabled(), rows[i].isEnabled) << rows[i].text;
-    }
-    EXPECT_TRUE(action("&Fit to Window").isCheckable());
+        for (auto* pAction : pMenu->menu()->actions())
+            found.append(pAction->text() + "|" + pAction->shortcut().toString() + (pAction->isEnabled() ? "" : "|off"));
+    EXPECT_EQ(str(found.join('\n')), "&Open...|Ctrl+O\n&Save As...|Ctrl+S\n&Exit|Ctrl+E\n"
+                                     "Zoom &In (25%)|Ctrl++|off\nZoom &Out (25%)|Ctrl+-|off\n"
+                                     "&Normal Size|Ctrl+S|off\n|\n&Fit to Window|Ctrl+F|off");
     EXPECT_EQ(viewer.size(), QSize(1000, 800));
     action("&Exit").trigger();
     EXPECT_FALSE(viewer.isVisible());
@@ -185,87 +164,53 @@ TEST_F(ViewerTest, WhatCannotBeLoadedIsToldInABox)
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
-TEST_F(ViewerTest, FileIsOpenedAndCopiedThroughTheDialogs)
+TEST_F(ViewerTest, FileIsOpenedThroughTheDialog)
 {
     const auto name = pictureWrite("a.pgm", 40, 30);
-    const auto copy = directory.filePath("copy.pgm");
-    QStringList captions;
-    QString chosen = name;
-    Modals dialogs(
-        [&](QDialog& dialog)
-        {
-            auto* pDialog = qobject_cast<QFileDialog*>(&dialog);
-            if (!pDialog)
-                return dialog.reject();
-            captions.append(pDialog->windowTitle() + "|" + pDialog->nameFilters().join(','));
-            if (chosen.isEmpty())
-                return pDialog->reject();
-            pDialog->selectFile(chosen);
-            static_cast<QDialog*>(pDialog)->accept();
-        });
-    action("&Open...").trigger();
+    choose("&Open...", name);
     EXPECT_EQ(label().size(), QSize(40, 30));
     // The zoom goes on from where it was.
     action("Zoom &In (25%)").trigger();
-    action("&Open...").trigger();
+    choose("&Open...", name);
     EXPECT_EQ(label().size(), QSize(40, 30));
+    choose("&Open...", QString());
     action("Zoom &In (25%)").trigger();
     EXPECT_EQ(label().size(), 1.25 * 1.25 * QSize(40, 30));
     viewer.open(directory.path());
     action("Zoom &In (25%)").trigger();
     EXPECT_EQ(label().size(), 1.25 * QSize(40, 30));
-    viewer.open(directory.path());
-
-    chosen = directory.filePath("copy");
-    action("&Save As...").trigger();
-    QFile first(name);
-    QFile second(copy);
-    ASSERT_TRUE(first.open(QIODevice::ReadOnly) && second.open(QIODevice::ReadOnly));
-    EXPECT_EQ(first.readAll(), second.readAll());
-    // A suffix that is there already gets a second one.
-    chosen = directory.filePath("twice.pgm");
-    action("&Save As...").trigger();
-    EXPECT_TRUE(QFile::remove(chosen + ".pgm"));
-    chosen = directory.filePath("copy");
-    action("&Save As...").trigger();
-    EXPECT_TRUE(viewer.findChild<QStatusBar*>()->currentMessage().startsWith("Saving failed: "));
-
-    chosen.clear();
-    action("&Open...").trigger();
-    action("&Save As...").trigger();
-    EXPECT_EQ(label().size(), QSize(40, 30));
-    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files), QStringList({"a.pgm", "copy.pgm"}));
-
-    QImage image(5, 5, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    for (const QString suffix : {".ppm", ".jpg"})
-    {
-        ASSERT_TRUE(image.save(chosen = directory.filePath("p" + suffix)));
-        action("&Open...").trigger();
-        chosen = directory.filePath("twice" + suffix);
-        action("&Save As...").trigger();
-        EXPECT_TRUE(QFile::exists(chosen + suffix));
-    }
-
-    // No dialog for a picture of another kind.
-    chosen = directory.filePath("z.png");
-    ASSERT_TRUE(image.save(chosen));
-    action("&Open...").trigger();
-    EXPECT_EQ(label().size(), QSize(5, 5));
-    const auto count = captions.size();
-    action("&Save As...").trigger();
-    EXPECT_EQ(captions.size(), count);
-    for (const auto* filter : {"PGM Files(*.pgm)", "PPM Files(*.ppm)", "JPEG Files(*.jpg)"})
-        EXPECT_TRUE(captions.contains(QString("Save Snapshot File|") + filter)) << captions.join('\n').toStdString();
+    viewer.close();
+    EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull()) << "a closed viewer keeps no picture";
+    EXPECT_EQ(text("Size"), "");
 }
 
-TEST_F(ViewerTest, ClosedViewerKeepsNoPicture)
+TEST_F(ViewerTest, FileIsCopiedThroughTheDialog)
 {
-    pictureWrite("a.pgm", 400, 300);
-    viewer.open(directory.path());
-    viewer.close();
-    EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull());
-    EXPECT_EQ(text("Size"), "");
+    QImage image(5, 5, QImage::Format_RGB32);
+    image.fill(Qt::red);
+    for (const QString kind : {"pgm", "ppm", "jpg"})
+    {
+        const auto name = directory.filePath("a." + kind);
+        ASSERT_TRUE(image.save(name));
+        choose("&Open...", name);
+        // A suffix that is there already gets a second one.
+        for (const auto& copy : {QString("copy"), "twice." + kind})
+        {
+            const auto kindUpper = kind == "jpg" ? QString("JPEG") : kind.toUpper();
+            EXPECT_EQ(choose("&Save As...", directory.filePath(copy)),
+                      "Save Snapshot File|" + QDir::currentPath() + "|" + kindUpper + " Files(*." + kind + ")");
+            EXPECT_EQ(fileRead(directory.filePath(copy + "." + kind)), fileRead(name));
+        }
+        choose("&Save As...", directory.filePath("copy"));
+        EXPECT_TRUE(viewer.statusBar()->currentMessage().startsWith("Saving failed: "));
+        choose("&Save As...", QString());
+    }
+    EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files).size(), 9);
+
+    const auto other = directory.filePath("z.png");
+    ASSERT_TRUE(image.save(other));
+    choose("&Open...", other);
+    EXPECT_EQ(choose("&Save As...", "copy"), "") << "no dialog for a picture of another kind";
 }
 
 TEST(ImageLabel, OffsetStaysInsideTheScene)

@@ -1,21 +1,16 @@
 // Pictures without a window: the conversion of YUV captures, their files, and what is taken for a picture at all.
 
+#include "tests/support/files.h"
+#include "tests/support/full-disk.h"
 #include "tuning-client/source/image/picture.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/image/yuv.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QSize>
 #include <QTemporaryDir>
-#include <gtest/gtest.h>
 
-#include <csignal>
-#include <memory>
 #include <random>
 #include <stdexcept>
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <vector>
 
@@ -63,22 +58,15 @@ class FilesTest : public testing::Test
 protected:
     QString write(const QString& name, const QByteArray& bytes)
     {
-        QFile file(directory.filePath(name));
-        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        return file.fileName();
+        fileWrite(directory.filePath(name), bytes);
+        return directory.filePath(name);
     }
 
-    static QByteArray read(const QString& fileName)
-    {
-        QFile file(fileName);
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("no file");
-    }
-
-    static QString failure(const QString& fileName, uint32_t width, uint32_t height)
+    static std::string failure(const QString& fileName, uint32_t width, uint32_t height)
     {
         try
         {
-            return "made " + yuvFileConvert(fileName, width, height);
+            return "made " + str(yuvFileConvert(fileName, width, height));
         }
         catch (const std::runtime_error& error)
         {
@@ -144,92 +132,76 @@ TEST_F(FilesTest, ConversionWritesThePictureBesideTheCapture)
     const auto capture = write("YUV_1.a.yuv", QByteArray::fromHex("00ff80ff") + "\n");
     const auto shown = yuvFileConvert(capture, 2, 1);
     EXPECT_EQ(shown, directory.filePath("RGB_1.ppm"));
-    EXPECT_EQ(read(shown), "P6\n2 1\n255\n" + QByteArray::fromHex("b20000ffa4ff"));
+    EXPECT_EQ(fileRead(shown), "P6\n2 1\n255\n" + QByteArray::fromHex("b20000ffa4ff"));
     EXPECT_EQ(names(), QStringList({"RGB_1.ppm", "YUV_1.a.yuv"}));
 
     EXPECT_EQ(displayFileGet("/a.b/YUV/YUV_YUV.x.yuv"), "/a.b/YUV/RGB_RGB.ppm");
     EXPECT_EQ(displayFileGet("/d/yuv"), "/d/yuv.ppm");
 }
 
-TEST_F(FilesTest, ConversionRefusesWhatItCannotRead)
+TEST_F(FilesTest, ConversionThatFailsSaysWhyAndLeavesNothing)
 {
     const auto capture = write("YUV_1.yuv", QByteArray(64 * 48 * 2 - 1, 'x'));
+    write("RGB_2.ppm", "from before");
     const struct
     {
+        QString capture;
         uint32_t width;
         uint32_t height;
         const char* text;
-    } cases[] = {{64, 48, "64x48 takes 6144 bytes, the file has 6143"},
-                 {0, 48, "size of 0x48"},
-                 {64, 0, "size of 64x0"},
-                 {32768, 1, "size of 32768x1"},
-                 {32767, 32767, "size of 32767x32767"},
-                 {4294967295u, 4294967295u, "size of 4294967295x4294967295"},
+    } cases[] = {{capture, 64, 48, "64x48 takes 6144 bytes, the file has 6143"},
                  // The last pixel of an odd width takes the pair behind its row.
-                 {6143, 1, "6143x1 takes 12287 bytes"}};
+                 {capture, 6143, 1, "6143x1 takes 12287 bytes"},
+                 {capture, 0, 48, "size of 0x48"},
+                 {capture, 64, 0, "size of 64x0"},
+                 {capture, 32768, 1, "size of 32768x1"},
+                 {capture, 32767, 32767, "size of 32767x32767"},
+                 {capture, 4294967295u, 4294967295u, "size of 4294967295x4294967295"},
+                 {directory.filePath("none.yuv"), 2, 2, "can't be read"},
+                 {directory.path(), 2, 2, "can't be read"},
+                 {write("same.ppm", "12345678"), 2, 2, "same.ppm can't be written: "},
+                 {write("YUV_2.yuv", "12345678"), 2, 2, "RGB_2.ppm can't be written: "}};
     for (const auto& row : cases)
     {
-        const auto text = failure(capture, row.width, row.height);
-        EXPECT_TRUE(text.contains(" failed: ") && text.contains(row.text)) << text.toStdString();
+        const auto text = failure(row.capture, row.width, row.height);
+        EXPECT_NE(text.find(" failed: "), std::string::npos) << text;
+        EXPECT_NE(text.find(row.text), std::string::npos) << text;
+        EXPECT_EQ(text.find("Unknown error"), std::string::npos) << text;
     }
-    EXPECT_TRUE(failure(directory.filePath("none.yuv"), 2, 2).contains("can't be read"));
-    EXPECT_TRUE(failure(directory.path(), 2, 2).contains("can't be read"));
-    EXPECT_TRUE(failure(write("same.ppm", "12345678"), 2, 2).contains("same.ppm can't be written: "));
-    EXPECT_EQ(read(directory.filePath("same.ppm")), "12345678");
-    EXPECT_EQ(names(), QStringList({"same.ppm", "YUV_1.yuv"}));
-}
-
-TEST_F(FilesTest, ConversionThatCannotBeWrittenLeavesNothing)
-{
-    const auto capture = write("YUV_1.yuv", QByteArray(512 * 256 * 2, 'x'));
-    const auto leftBehind = [] { return QDir().entryList({"client_rgb*"}, QDir::AllEntries | QDir::Hidden); };
-    rlimit before{};
-    ASSERT_EQ(getrlimit(RLIMIT_FSIZE, &before), 0);
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
     // A small picture fits into what a file keeps in memory until it is closed.
-    for (const auto& size : {QSize(64, 48), QSize(512, 256)})
+    const auto large = write("YUV_3.yuv", QByteArray(512 * 256 * 2, 'x'));
+    for (const auto& [width, height] : {std::make_pair(64u, 48u), {512u, 256u}})
     {
-        const rlimit small{1000, before.rlim_max};
-        ASSERT_EQ(setrlimit(RLIMIT_FSIZE, &small), 0);
-        const auto text = failure(capture, uint32_t(size.width()), uint32_t(size.height()));
-        setrlimit(RLIMIT_FSIZE, &before);
-        EXPECT_TRUE(text.contains("client_rgb.ppm\" failed: File too large")) << text.toStdString();
-        EXPECT_EQ(names(), QStringList("YUV_1.yuv"));
-        EXPECT_TRUE(leftBehind().isEmpty());
+        const FullDisk disk(1000);
+        const auto text = failure(large, width, height);
+        EXPECT_NE(text.find("client_rgb.ppm\" failed: File too large"), std::string::npos) << text;
     }
-    std::signal(SIGXFSZ, handler);
-
-    ASSERT_TRUE(QDir().mkdir("client_rgb.ppm"));
-    auto text = failure(capture, 64, 48);
-    EXPECT_TRUE(text.contains("client_rgb.ppm\" failed: Filename refers to a directory")) << text.toStdString();
-    ASSERT_TRUE(QDir().rmdir("client_rgb.ppm"));
-
-    write("RGB_1.ppm", "from before");
-    text = failure(capture, 64, 48);
-    EXPECT_TRUE(text.contains("RGB_1.ppm can't be written: ") && !text.contains("Unknown error")) << text.toStdString();
-    EXPECT_EQ(read(directory.filePath("RGB_1.ppm")), "from before");
-    EXPECT_TRUE(leftBehind().isEmpty());
+    EXPECT_EQ(names(), QStringList({"RGB_2.ppm", "same.ppm", "YUV_1.yuv", "YUV_2.yuv", "YUV_3.yuv"}));
+    EXPECT_EQ(fileRead(directory.filePath("same.ppm")), "12345678");
+    EXPECT_EQ(fileRead(directory.filePath("RGB_2.ppm")), "from before");
+    EXPECT_TRUE(QDir().entryList({"client_rgb*"}, QDir::AllEntries | QDir::Hidden).isEmpty());
 }
 
 TEST_F(FilesTest, SamplesAreThoseOfTheFile)
 {
-    const auto grey16 =
-        Picture(write("16.pgm", QByteArray("P5 #\n# 9 9\n2\t1\n1023\n") + QByteArray::fromHex("020003ff")));
-    ASSERT_FALSE(grey16.isNull());
-    EXPECT_EQ(grey16.samplesText({0, 0}), "512");
-    EXPECT_EQ(grey16.samplesText({1, 0}), "1023");
-    EXPECT_EQ(grey16.imageGet().pixelColor(0, 0), QColor(127, 127, 127));
-    EXPECT_EQ(grey16.imageGet().pixelColor(1, 0), QColor(255, 255, 255));
-
-    const auto above = Picture(write("above.pgm", QByteArray("P5\n1 1\n1000\n") + QByteArray::fromHex("ffff")));
-    EXPECT_EQ(above.samplesText({0, 0}), "65535");
-    EXPECT_EQ(above.imageGet().pixelColor(0, 0), QColor(255, 255, 255));
-
-    const auto colour16 =
-        Picture(write("16.ppm", QByteArray("P6 1 2 65535\n") + QByteArray::fromHex("000000000000ffff80000001")));
-    EXPECT_EQ(colour16.samplesText({0, 1}), "65535 32768 1");
-    EXPECT_EQ(colour16.imageGet().pixelColor(0, 1), QColor(255, 127, 0));
-
+    const auto hex = [](const char* text) { return QByteArray::fromHex(text); };
+    const struct
+    {
+        QByteArray bytes;
+        QPoint pixel;
+        const char* samples;
+        QColor colour;
+    } rows[] = {{"P5 #\n# 9 9\n2\t1\n1023\n" + hex("020003ff"), {0, 0}, "512", {127, 127, 127}},
+                {"P5\n2 1\n1023\n" + hex("020003ff"), {1, 0}, "1023", {255, 255, 255}},
+                {"P5\n1 1\n1000\n" + hex("ffff"), {0, 0}, "65535", {255, 255, 255}},
+                {"P6 1 2 65535\n" + hex("000000000000ffff80000001"), {0, 1}, "65535 32768 1", {255, 127, 0}}};
+    for (const auto& row : rows)
+    {
+        const Picture picture(write("any.name", row.bytes));
+        ASSERT_FALSE(picture.isNull()) << row.samples;
+        EXPECT_EQ(str(picture.samplesText(row.pixel)), row.samples);
+        EXPECT_EQ(picture.imageGet().pixelColor(row.pixel), row.colour) << row.samples;
+    }
     QImage wide(3, 2, QImage::Format_Grayscale16);
     wide.fill(0);
     reinterpret_cast<quint16*>(wide.scanLine(1))[2] = 40001;
@@ -243,25 +215,20 @@ TEST_F(FilesTest, SamplesAreThoseOfTheFile)
 
 TEST_F(FilesTest, WhatIsNoPictureIsRefused)
 {
-    const QByteArray pixels(12, '\x40');
     const QByteArray bad[] = {"",
-                              "P",
                               "P5",
-                              "P5\n",
                               "P5\n2 2 255",
-                              "P5\n2 2 255\n",
                               "P5\n2 2 255\n123",
                               "P5\n2 2 256\n1234567",
                               "P6\n2 2 255\n12345678901",
-                              "P5\n0 2 255\n" + pixels,
-                              "P5\n-1 2 255\n" + pixels,
-                              "P5\n2 2 0\n" + pixels,
-                              "P5\n2 2 65536\n" + pixels,
-                              "P5\n99999999999999999999 2 255\n" + pixels,
-                              "P5\n65535 65535 255\n" + pixels,
+                              "P5\n0 2 255\n1234",
+                              "P5\n-1 2 255\n1234",
+                              "P5\n2 2 0\n1234",
+                              "P5\n2 2 65536\n12345678",
+                              "P5\n99999999999999999999 2 255\n1234",
+                              "P5\n65535 65535 255\n1234",
                               "P5\n2 # a comment without an end",
                               "P3\n30000 30000\n255\n0 0 0",
-                              "text",
                               QByteArray(100000, '\0')};
     for (const auto& bytes : bad)
         EXPECT_TRUE(Picture(write("bad.pgm", bytes)).isNull()) << bytes.left(40).toStdString();
@@ -270,10 +237,10 @@ TEST_F(FilesTest, WhatIsNoPictureIsRefused)
     QImage image(64, 64, QImage::Format_Mono);
     image.fill(0);
     ASSERT_TRUE(image.save(directory.filePath("bomb.bmp")));
-    auto bomb = read(directory.filePath("bomb.bmp"));
+    auto bomb = fileRead(directory.filePath("bomb.bmp"));
     bomb.replace(18, 8, QByteArray::fromHex("60ea000060ea0000"));
     EXPECT_TRUE(Picture(write("bomb.bmp", bomb)).isNull());
-    EXPECT_TRUE(Picture(write("cut.bmp", read(directory.filePath("bomb.bmp")).left(40))).isNull());
+    EXPECT_TRUE(Picture(write("cut.bmp", fileRead(directory.filePath("bomb.bmp")).left(40))).isNull());
 
     const auto pipe = directory.filePath("pipe.pgm");
     ASSERT_EQ(mkfifo(pipe.toLocal8Bit().constData(), 0600), 0);

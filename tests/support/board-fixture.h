@@ -7,6 +7,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/module/central-widget.h"
+#include "tuning-rest/source/record.h"
 
 #include <QDir>
 #include <QFile>
@@ -16,6 +17,7 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstring>
 #include <functional>
 #include <memory>
 #include <thread>
@@ -26,11 +28,14 @@ class BoardTest : public testing::Test
 protected:
     BoardTest()
     {
-        QDir().mkpath("board");
+        QDir("board").removeRecursively();
         board = std::make_unique<board::Simulator>(board::Options{0, "board"});
         config.preferences.server.http.collection = {{"127.0.0.1", board->port()}};
         config.preferences.server.http.index = 0;
+        config.preferences.server.type = "http";
 
+        QDir("chip").removeRecursively();
+        chips.chips.clear();
         QStringList names;
         for (const auto& entry : CentralWidget::catalogue())
             names.append(entry.name);
@@ -84,6 +89,61 @@ protected:
     QString status() const { return pMainWindow->statusBar()->currentMessage(); }
 
     QLabel& led() const { return *pMainWindow->statusBar()->findChild<QLabel*>("LED"); }
+
+    /// The bytes of a record of the board.
+    template <class Record>
+    Record record(const char* className, const char* key = "config")
+    {
+        const auto bytes = board->recordGet(className, 0, key);
+        EXPECT_EQ(bytes.size(), sizeof(Record));
+        auto value = rest::recordZero<Record>();
+        std::memcpy(&value, bytes.data(), sizeof value);
+        return value;
+    }
+
+    /// Switches the exposure loop of both generations: while it runs, the board's records change by themselves.
+    void aeEnable(bool isEnable)
+    {
+        for (const int generation : {0, 1})
+        {
+            Json::Value query;
+            query["function"] = "test";
+            query["id"] = 4000104;
+            query["generation"] = generation;
+            query["enable"] = isEnable;
+            EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
+        }
+    }
+
+    /// A board at a serial line takes the place of the one at the network; the next window uses it.
+    void serialUse()
+    {
+        pMainWindow.reset();
+        board.reset();
+        board = std::make_unique<board::Simulator>(board::Options{0, "board", false, true});
+        config.preferences.server.type = "uart";
+        config.preferences.server.uart.port = QString::fromStdString(board->serialName());
+    }
+
+    /// What the window makes a client from.
+    static Json::Value clientConfig(const std::string& type, const std::string& port)
+    {
+        Json::Value jConfig;
+        jConfig["type"] = type;
+        jConfig["ip"] = "127.0.0.1";
+        jConfig["port"] = port;
+        return jConfig;
+    }
+
+    /// What the last command of that number carried, null for none.
+    Json::Value lastQuery(int64_t id) const
+    {
+        Json::Value jQuery;
+        for (const auto& request : board->requests())
+            if (request.id == id)
+                jQuery = request.query;
+        return jQuery;
+    }
 
     /// Commands of that number since the last `requestsClear`.
     size_t sent(int64_t id) const { return board->count(id); }

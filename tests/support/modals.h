@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTextDocument>
 #include <QTimer>
 #include <gtest/gtest.h>
 
@@ -30,19 +31,22 @@ private:
     QTimer timer;
 };
 
-/// Closes each message box that opens during its life and keeps its title and text.
+/// Answers each message box that opens during its life and keeps its title and text.
 class ClosedBoxes : public Modals
 {
 public:
-    ClosedBoxes()
+    explicit ClosedBoxes(QMessageBox::StandardButton button = QMessageBox::Ok)
         : Modals(
-              [this](QDialog& dialog)
+              [this, button](QDialog& dialog)
               {
                   const auto* pBox = qobject_cast<QMessageBox*>(&dialog);
-                  ASSERT_TRUE(pBox);
-                  EXPECT_EQ(pBox->textFormat(), Qt::PlainText);
+                  if (!pBox)
+                      return;
+                  auto* pButton = pBox->button(button);
+                  EXPECT_TRUE(pButton) << "a box of another kind";
+                  EXPECT_TRUE(pBox->textFormat() == Qt::PlainText || !Qt::mightBeRichText(pBox->text()));
                   texts.append(pBox->windowTitle() + ": " + pBox->text());
-                  dialog.accept();
+                  pButton ? pButton->click() : dialog.reject();
               })
     {
     }
@@ -50,8 +54,16 @@ public:
     QStringList texts;
 };
 
-/// Enters a path in the file dialog that opens during its life, and agrees to a question behind it; a null path
-/// cancels.
+/// Titles and texts of the message boxes that `action` opens; each is closed at once.
+template <class Action>
+QStringList boxesDuring(Action action)
+{
+    const ClosedBoxes boxes;
+    action();
+    return boxes.texts;
+}
+
+/// Enters a path in the file dialog that opens during its life, and agrees to a box behind it; a null path cancels.
 class FileDialogAnswer : public Modals
 {
 public:
@@ -60,7 +72,11 @@ public:
               [this, path](QDialog& dialog)
               {
                   if (auto* pBox = qobject_cast<QMessageBox*>(&dialog))
-                      return pBox->button(QMessageBox::Yes)->click();
+                  {
+                      said = pBox->windowTitle() + ": " + pBox->text();
+                      auto* pYes = pBox->button(QMessageBox::Yes);
+                      return (pYes ? pYes : pBox->button(QMessageBox::Ok))->click();
+                  }
                   auto* pDialog = qobject_cast<QFileDialog*>(&dialog);
                   if (!pDialog || !seen.isEmpty())
                       return;
@@ -79,4 +95,5 @@ public:
 
     QString seen;      ///< title, directory and filters
     QString suggested; ///< the name that stood in the dialog
+    QString said;      ///< title and text of the box
 };

@@ -394,6 +394,13 @@ void MainWindow::inputTriggered(QAction* pAction)
     }
 }
 
+void MainWindow::inputFollow(int index)
+{
+    const auto actions = pMenuInput->actions();
+    if (index >= 0 && index < actions.size())
+        actions[index]->trigger();
+}
+
 void MainWindow::ispTriggered(QAction* pAction)
 {
     if (!isMarked(pAction))

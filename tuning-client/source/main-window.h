@@ -37,6 +37,10 @@ public:
     /// and the present client stays.
     MainWindow& clientHolderSet(Json::Value& jConfig);
 
+    /// Chooses the entry of the board's present input, which tells the board where it is not the marked one. An index
+    /// without an entry changes nothing.
+    void inputFollow(int index);
+
 signals:
     /// All pages connect to it; the visible one reads.
     void refresh();

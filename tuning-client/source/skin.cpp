@@ -1,5 +1,7 @@
 #include "tuning-client/source/skin.h"
 
+#include "tuning-client/source/shortcut/number-fields.h"
+
 #include <QApplication>
 #include <QFont>
 #include <QLocale>
@@ -76,5 +78,6 @@ void Style::Kestrix()
     QLocale::setDefault(locale);
     // QApplication has taken over the user's locale for the C library as well.
     std::setlocale(LC_NUMERIC, "C");
+    shortcut::commaIsPoint();
 }
 } // namespace skin

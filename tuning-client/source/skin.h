@@ -9,7 +9,7 @@ struct Font
 };
 
 /// Fusion with a light palette of its own, whatever the desktop's colours are, and numbers with a point and without
-/// grouping in every box, table and plot: a comma cannot be typed, so that "1,5" is not taken for 15 unseen.
+/// grouping in every box, table and plot: a comma that is typed becomes a point, so that "1,5" is not taken for 15.
 struct Style
 {
     static void Kestrix();

@@ -1,5 +1,6 @@
 #include "tuning-client/source/table-editor-dialog.h"
 
+#include "tuning-client/source/control/text-delegate.h"
 #include "tuning-client/source/shortcut/message-box.h"
 #include "tuning-common/source/limits.h"
 
@@ -9,7 +10,6 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopeGuard>
-#include <QStyledItemDelegate>
 #include <QTableWidget>
 #include <QToolBar>
 
@@ -23,23 +23,26 @@ namespace limit = t_common::limit;
 constexpr int labelLimit = 256;
 
 /// Keeps the editor of a cell to numbers, so that a typing error is not sent as 0.
-class NumberDelegate : public QStyledItemDelegate
+class NumberDelegate : public TextDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using TextDelegate::TextDelegate;
 
-    QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem& option, const QModelIndex& index) const override
+    QWidget* createEditor(QWidget* pParent, const QStyleOptionViewItem&, const QModelIndex&) const override
     {
-        auto pEditor = QStyledItemDelegate::createEditor(pParent, option, index);
-        if (auto pLineEdit = qobject_cast<QLineEdit*>(pEditor))
-            pLineEdit->setValidator(new QDoubleValidator(pLineEdit));
-        return pEditor;
+        return lineEditMake(pParent, new QDoubleValidator, true, tr("A number such as -1.5 or 2e-3"));
+    }
+
+    void setModelData(QWidget* pEditor, QAbstractItemModel* pModel, const QModelIndex& index) const override
+    {
+        if (isEntered(pEditor))
+            TextDelegate::setModelData(pEditor, pModel, index);
     }
 
 protected:
     void initStyleOption(QStyleOptionViewItem* pOption, const QModelIndex& index) const override
     {
-        QStyledItemDelegate::initStyleOption(pOption, index);
+        TextDelegate::initStyleOption(pOption, index);
         pOption->displayAlignment = Qt::AlignRight | Qt::AlignVCenter;
     }
 };
@@ -56,7 +59,7 @@ TableEditorDialog::TableEditorDialog(Json::Value jTableRead, QWidget* pParent)
       jTable(std::move(jTableRead)),
       pPushButtonApply(new QPushButton(tr("Apply"))),
       pPushButtonCancel(new QPushButton(tr("Cancel"))),
-      pTableWidget(new QTableWidget),
+      pTableWidget(new TextView<QTableWidget>),
       pToolBar(new QToolBar(tr("Command")))
 {
     setWindowTitle(tr("Auto Algorithm Table Editor"));
@@ -83,7 +86,7 @@ TableEditorDialog::TableEditorDialog(Json::Value jTableRead, QWidget* pParent)
     }
     pGridLayoutScrollArea->addWidget(pPushButtonApply, 2, 1);
     pGridLayoutScrollArea->addWidget(pPushButtonCancel, 2, 2);
-    connect(pPushButtonApply, &QPushButton::clicked, this, &QDialog::accept);
+    connect(pPushButtonApply, &QPushButton::clicked, this, &TableEditorDialog::apply);
     connect(pPushButtonCancel, &QPushButton::clicked, this, &QDialog::reject);
 
     setMinimumWidth(500);
@@ -106,6 +109,17 @@ void TableEditorDialog::setupToolBar()
     pToolBar->addSeparator();
     add("remove-disable-deselect-disable-512.png", tr("Reset"), &TableEditorDialog::setCurrentNone)
         ->setToolTip(tr("Clear Selection"));
+}
+
+void TableEditorDialog::apply()
+{
+    for (auto pEditor : pTableWidget->viewport()->findChildren<QLineEdit*>())
+    {
+        // The table would go without what the user is typing there.
+        if (TextDelegate::isKept(pEditor))
+            return pEditor->setFocus();
+    }
+    accept();
 }
 
 void TableEditorDialog::setCurrentNone()

@@ -26,6 +26,7 @@ public:
 
 private:
     void setupToolBar();
+    void apply();
     void setColumns(const Json::Value& jColumns);
     void setRow(int row, const Json::Value& jRow);
     void setCurrentNone();

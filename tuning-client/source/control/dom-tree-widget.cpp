@@ -43,7 +43,7 @@ QTreeWidgetItem* itemAlong(QTreeWidgetItem* pItem, const QVector<int>& places)
 }
 } // namespace
 
-DomTreeWidget::DomTreeWidget(QWidget* pParent) : QTreeWidget(pParent)
+DomTreeWidget::DomTreeWidget(QWidget* pParent) : TextView(pParent)
 {
     setItemDelegate(new VariantDelegate(this));
     setHeaderLabels({tr("Key"), tr("Value")});

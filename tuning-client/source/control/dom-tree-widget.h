@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tuning-client/source/control/text-delegate.h"
+
 #include <QDomDocument>
 #include <QIcon>
 #include <QTreeWidget>
@@ -7,7 +9,7 @@
 Q_DECLARE_METATYPE(QDomElement)
 
 /// The elements of an XML document as a tree of name and text.
-class DomTreeWidget : public QTreeWidget
+class DomTreeWidget : public TextView<QTreeWidget>
 {
     Q_OBJECT
 

@@ -1,12 +1,9 @@
 #include "tuning-client/source/control/json-delegate.h"
 
 #include "tuning-client/source/control/json-model.h"
-#include "tuning-common/source/limits.h"
-#include "tuning-json/source/value.h"
 
 #include <QComboBox>
 #include <QLineEdit>
-#include <QRegularExpressionValidator>
 
 using t_json::Value;
 
@@ -20,7 +17,7 @@ Value* valueOf(const QModelIndex& index)
 } // namespace
 
 JsonDelegate::JsonDelegate(QObject* parent)
-    : QStyledItemDelegate(parent),
+    : TextDelegate(parent),
       regexBool("true|false", QRegularExpression::CaseInsensitiveOption),
       regexDouble(R"(^(-?\d+)(.\d+)|(-?[0-9])$)"),
       regexInt("-?[0-9]*"),
@@ -33,7 +30,7 @@ void JsonDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option,
     auto shown = option;
     if (index.column() == ColumnType)
         shown.state &= ~QStyle::State_Enabled;
-    QStyledItemDelegate::paint(pPainter, shown, index);
+    TextDelegate::paint(pPainter, shown, index);
 }
 
 QString JsonDelegate::displayText(const QVariant& value, const QLocale& locale) const
@@ -41,8 +38,7 @@ QString JsonDelegate::displayText(const QVariant& value, const QLocale& locale) 
     // Six digits, as without this, would contradict the editor and the file.
     if (value.userType() == QMetaType::Double)
         return locale.toString(value.toDouble(), 'g', QLocale::FloatingPointShortest);
-    const bool isText = value.userType() == QMetaType::QString;
-    return QStyledItemDelegate::displayText(isText ? value.toString().left(t_common::limit::cellText) : value, locale);
+    return TextDelegate::displayText(value, locale);
 }
 
 QWidget* JsonDelegate::createEditor(QWidget* pParent, const QStyleOptionViewItem&, const QModelIndex& index) const
@@ -58,15 +54,22 @@ QWidget* JsonDelegate::createEditor(QWidget* pParent, const QStyleOptionViewItem
         pComboBox->addItems({"false", "true"});
         return pComboBox;
     }
-    auto* pLineEdit = new QLineEdit(pParent);
-    pLineEdit->setFrame(false);
-    pLineEdit->setAccessibleName(tr("Value"));
-    const auto regex = pValue->type() == t_json::ValueTypeDouble ? regexDouble
-                       : pValue->type() == t_json::ValueTypeInt  ? regexInt
-                       : pValue->type() == t_json::ValueTypeUInt ? regexUInt
-                                                                 : QRegularExpression();
-    pLineEdit->setValidator(new QRegularExpressionValidator(regex, pLineEdit));
-    return pLineEdit;
+    const auto type = pValue->type();
+    const auto make = [&](const QRegularExpression& expression, bool isNumber, const QString& expected)
+    {
+        const auto isValue = [this, type, isNumber](const QString& text) { return !isNumber || valueGet(text, type); };
+        return lineEditMake(pParent, new ValueValidator(expression, isValue), isNumber, expected);
+    };
+    switch (type)
+    {
+    case t_json::ValueTypeDouble:
+        return make(regexDouble, true, tr("A number with a point and digits behind it, or one digit"));
+    case t_json::ValueTypeInt:
+    case t_json::ValueTypeUInt:
+        return make(type == t_json::ValueTypeInt ? regexInt : regexUInt, true, tr("A whole number of 64 bits"));
+    default:
+        return make(QRegularExpression(), false, tr("Any text"));
+    }
 }
 
 void JsonDelegate::setEditorData(QWidget* pEditor, const QModelIndex& index) const
@@ -78,76 +81,52 @@ void JsonDelegate::setEditorData(QWidget* pEditor, const QModelIndex& index) con
     *pValue >> string;
     const auto text = QString::fromStdString(string);
     if (auto* pComboBox = qobject_cast<QComboBox*>(pEditor))
-    {
         pComboBox->setCurrentText(text);
-    }
     else if (auto* pLineEdit = qobject_cast<QLineEdit*>(pEditor))
-    {
-        // A longer text than usual must not come back cut.
-        pLineEdit->setMaxLength(qMax(pLineEdit->maxLength(), text.size() + 1000));
-        pLineEdit->setText(text);
-    }
+        textShow(pLineEdit, text);
 }
 
 void JsonDelegate::setModelData(QWidget* pEditor, QAbstractItemModel* pModel, const QModelIndex& index) const
 {
     auto* pValue = valueOf(index);
-    if (!pValue)
+    const auto* pComboBox = qobject_cast<QComboBox*>(pEditor);
+    if (!pValue || !(pComboBox || isEntered(pEditor)))
         return;
-    QString text;
-    if (const auto* pComboBox = qobject_cast<QComboBox*>(pEditor))
-    {
-        text = pComboBox->currentText();
-    }
-    else
-    {
-        const auto* pLineEdit = qobject_cast<QLineEdit*>(pEditor);
-        if (!pLineEdit || !pLineEdit->isModified() || !pLineEdit->hasAcceptableInput())
-            return;
-        text = pLineEdit->text();
-    }
+    const auto text = pComboBox ? pComboBox->currentText() : qobject_cast<QLineEdit*>(pEditor)->text();
+    auto value = valueGet(text, pValue->type());
+    if (!value)
+        return;
+    *pValue = std::move(*value);
+    pModel->setData(index, text, Qt::DisplayRole);
+}
 
-    // An empty field, or a sign alone, is 0.
-    bool isSound = true;
+std::optional<Value> JsonDelegate::valueGet(const QString& text, t_json::ValueType type) const
+{
     const auto captured = [&](const QRegularExpression& regex) { return regex.match(text).captured(); };
-    const auto isEmpty = [](const QString& number) { return number.isEmpty() || number == "-"; };
-    switch (pValue->type())
+    // An empty field, or a sign alone, is 0.
+    const auto whole = [](const QString& digits, auto parse) -> std::optional<Value>
+    {
+        bool isSound = true;
+        const auto number = (digits.*parse)(&isSound, 10);
+        return isSound || digits.isEmpty() || digits == "-" ? std::optional<Value>(number) : std::nullopt;
+    };
+    switch (type)
     {
     case t_json::ValueTypeBoolean:
-        *pValue = captured(regexBool) == "true";
-        break;
+        return captured(regexBool) == "true";
     case t_json::ValueTypeDouble:
     {
+        bool isSound = false;
         const auto number = captured(regexDouble).toDouble(&isSound);
-        if (isSound)
-            *pValue = number;
-        break;
+        return isSound ? std::optional<Value>(number) : std::nullopt;
     }
     case t_json::ValueTypeInt:
-    {
-        const auto digits = captured(regexInt);
-        const auto number = digits.toLongLong(&isSound, 10);
-        isSound = isSound || isEmpty(digits);
-        if (isSound)
-            *pValue = number;
-        break;
-    }
+        return whole(captured(regexInt), &QString::toLongLong);
     case t_json::ValueTypeUInt:
-    {
-        const auto digits = captured(regexUInt);
-        const auto number = digits.toULongLong(&isSound, 10);
-        isSound = isSound || isEmpty(digits);
-        if (isSound)
-            *pValue = number;
-        break;
-    }
+        return whole(captured(regexUInt), &QString::toULongLong);
     case t_json::ValueTypeString:
-        *pValue = text.toStdString();
-        break;
+        return text.toStdString();
     default:
-        // What is shown of them does not come from here.
-        return;
+        return std::nullopt;
     }
-    if (isSound)
-        pModel->setData(index, text, Qt::DisplayRole);
 }

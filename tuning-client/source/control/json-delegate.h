@@ -1,10 +1,14 @@
 #pragma once
 
+#include "tuning-client/source/control/text-delegate.h"
+#include "tuning-json/source/value.h"
+
 #include <QRegularExpression>
-#include <QStyledItemDelegate>
+
+#include <optional>
 
 /// Edits the values of a `JsonModel`, each as its type allows.
-class JsonDelegate : public QStyledItemDelegate
+class JsonDelegate : public TextDelegate
 {
     Q_OBJECT
 
@@ -23,6 +27,9 @@ public:
     QString displayText(const QVariant& value, const QLocale& locale) const override;
 
 private:
+    /// None for a text that is no such value, and for types whose values are not text.
+    std::optional<t_json::Value> valueGet(const QString& text, t_json::ValueType type) const;
+
     enum Column
     {
         ColumnKey,

@@ -7,7 +7,7 @@
 #include <QAction>
 #include <QMenu>
 
-JsonView::JsonView(QWidget* pParent) : QTreeView(pParent)
+JsonView::JsonView(QWidget* pParent) : TextView(pParent)
 {
     setUniformRowHeights(true);
     setAlternatingRowColors(true);

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tuning-client/source/control/text-delegate.h"
+
 #include <QTreeView>
 
 class QAction;
@@ -11,7 +13,7 @@ class Value;
 }
 
 /// The tree editor of a JSON document. Elements of arrays can be duplicated and deleted through a context menu.
-class JsonView : public QTreeView
+class JsonView : public TextView<QTreeView>
 {
     Q_OBJECT
 

@@ -1,15 +1,29 @@
 #include "tuning-client/source/control/variant-delegate.h"
 
-#include "tuning-common/source/limits.h"
-
 #include <QColor>
 #include <QDateTime>
 #include <QLineEdit>
 #include <QRect>
-#include <QRegularExpressionValidator>
 
 namespace
 {
+constexpr int exampleLength = 40;
+
+bool isNumber(int type)
+{
+    switch (type)
+    {
+    case QMetaType::Int:
+    case QMetaType::UInt:
+    case QMetaType::LongLong:
+    case QMetaType::ULongLong:
+    case QMetaType::Double:
+        return true;
+    default:
+        return false;
+    }
+}
+
 template <class... Numbers>
 QString tuple(Numbers... numbers)
 {
@@ -26,7 +40,7 @@ QVariant rect(int x, int y, int width, int height)
 } // namespace
 
 VariantDelegate::VariantDelegate(QObject* parent)
-    : QStyledItemDelegate(parent),
+    : TextDelegate(parent),
       boolExp("true|false", QRegularExpression::CaseInsensitiveOption),
       byteArrayExp(R"([\x00-\xff]*)"),
       charExp("."),
@@ -113,18 +127,12 @@ QString VariantDelegate::displayText(const QVariant& value)
     }
 }
 
-QString VariantDelegate::displayText(const QVariant& value, const QLocale& locale) const
-{
-    const bool isText = value.userType() == QMetaType::QString;
-    return QStyledItemDelegate::displayText(isText ? value.toString().left(t_common::limit::cellText) : value, locale);
-}
-
 void VariantDelegate::paint(QPainter* pPainter, const QStyleOptionViewItem& option, const QModelIndex& index) const
 {
     auto shown = option;
     if (index.column() == 1 && !isSupportedType(index.data(Qt::UserRole).userType()))
         shown.state &= ~QStyle::State_Enabled;
-    QStyledItemDelegate::paint(pPainter, shown, index);
+    TextDelegate::paint(pPainter, shown, index);
 }
 
 QRegularExpression VariantDelegate::expression(int type) const
@@ -166,35 +174,26 @@ QRegularExpression VariantDelegate::expression(int type) const
 
 QWidget* VariantDelegate::createEditor(QWidget* pParent, const QStyleOptionViewItem&, const QModelIndex& index) const
 {
-    const auto type = index.data(Qt::UserRole).userType();
+    const auto old = index.data(Qt::UserRole);
+    const auto type = old.userType();
     if (index.column() != 1 || !isSupportedType(type))
         return nullptr;
-    auto* pLineEdit = new QLineEdit(pParent);
-    pLineEdit->setFrame(false);
-    pLineEdit->setAccessibleName(tr("Value"));
-    pLineEdit->setValidator(new QRegularExpressionValidator(expression(type), pLineEdit));
-    return pLineEdit;
+    const auto isValue = [this, old](const QString& text) { return valueGet(text, old).isValid(); };
+    return lineEditMake(pParent, new ValueValidator(expression(type), isValue), isNumber(type),
+                        tr("A value as %1").arg(displayText(old).left(exampleLength)));
 }
 
 void VariantDelegate::setEditorData(QWidget* pEditor, const QModelIndex& index) const
 {
     if (auto* pLineEdit = qobject_cast<QLineEdit*>(pEditor))
-    {
-        const auto text = displayText(index.data(Qt::UserRole));
-        // A longer text than usual must not come back cut.
-        pLineEdit->setMaxLength(qMax(pLineEdit->maxLength(), text.size() + 1000));
-        pLineEdit->setText(text);
-    }
+        textShow(pLineEdit, displayText(index.data(Qt::UserRole)));
 }
 
 void VariantDelegate::setModelData(QWidget* pEditor, QAbstractItemModel* pModel, const QModelIndex& index) const
 {
-    const auto* pLineEdit = qobject_cast<QLineEdit*>(pEditor);
-    if (!pLineEdit || !pLineEdit->isModified() || !pLineEdit->hasAcceptableInput())
+    if (!isEntered(pEditor))
         return;
-    const auto value = valueGet(pLineEdit->text(), index.data(Qt::UserRole));
-    if (!value.isValid())
-        return;
+    const auto value = valueGet(qobject_cast<QLineEdit*>(pEditor)->text(), index.data(Qt::UserRole));
     pModel->setData(index, displayText(value), Qt::DisplayRole);
     pModel->setData(index, value, Qt::UserRole);
 }

@@ -1,10 +1,11 @@
 #pragma once
 
+#include "tuning-client/source/control/text-delegate.h"
+
 #include <QRegularExpression>
-#include <QStyledItemDelegate>
 
 /// Shows and edits the values of column 1, whatever their type, as text. The value itself is under `Qt::UserRole`.
-class VariantDelegate : public QStyledItemDelegate
+class VariantDelegate : public TextDelegate
 {
     Q_OBJECT
 
@@ -19,12 +20,10 @@ public:
     /// Leaves the value alone when the text is no value of its type.
     void setModelData(QWidget* pEditor, QAbstractItemModel* pModel, const QModelIndex& index) const override;
 
-    /// What a cell shows: as much of the text as anybody can see.
-    QString displayText(const QVariant& value, const QLocale& locale) const override;
-
     /// Whether values of that `QMetaType` can be edited.
     static bool isSupportedType(int type);
 
+    using TextDelegate::displayText;
     static QString displayText(const QVariant& value);
 
 private:

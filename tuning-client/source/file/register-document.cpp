@@ -3,10 +3,26 @@
 #include "tuning-client/source/file/local-file.h"
 #include "tuning-client/source/file/xml-document.h"
 
+#include <QFile>
 #include <QTextStream>
 #include <QtDebug>
 
 #include <stdexcept>
+
+namespace
+{
+void textSet(QDomElement element, const QString& text)
+{
+    for (auto child = element.firstChild(); !child.isNull();)
+    {
+        const auto next = child.nextSibling();
+        if (child.isText())
+            element.removeChild(child);
+        child = next;
+    }
+    element.appendChild(element.ownerDocument().createTextNode(text));
+}
+} // namespace
 
 namespace register_document
 {
@@ -88,15 +104,45 @@ QDomElement moduleFind(const QDomDocument& document, const QString& tag)
     return tag.isEmpty() ? QDomElement() : document.documentElement().firstChildElement(tag);
 }
 
-void textSet(QDomElement element, const QString& text)
+QStringList textsGet(const QDomDocument& document, const QString& tag)
 {
-    for (auto child = element.firstChild(); !child.isNull();)
+    QStringList texts;
+    for (auto module = moduleFind(document, tag); !module.isNull(); module = module.nextSiblingElement(tag))
     {
-        const auto next = child.nextSibling();
-        if (child.isText())
-            element.removeChild(child);
-        child = next;
+        int place = 0;
+        for (auto element = module.firstChildElement(); !element.isNull(); element = element.nextSiblingElement())
+        {
+            if (place == texts.size())
+                texts.append(QString());
+            texts[place++] = element.text();
+        }
     }
-    element.appendChild(element.ownerDocument().createTextNode(text));
+    return texts;
+}
+
+void textsSet(const QDomElement& module, const QStringList& texts)
+{
+    auto element = module.firstChildElement();
+    for (const auto& text : texts)
+    {
+        if (element.isNull())
+            break;
+        textSet(element, text);
+        element = element.nextSiblingElement();
+    }
+}
+
+void logAppend(const QString& path, const Written& written)
+{
+    // A page built within the same second has the same file.
+    auto document = QFile::exists(path) ? read(path) : create();
+    auto root = document.documentElement();
+    auto module = root.lastChildElement();
+    if (module.tagName() != written.tag)
+        module = root.appendChild(document.createElement(written.tag)).toElement();
+    auto element = registerElement(document, written.name, written.address, written.value);
+    element.setAttribute("PreValue", written.before);
+    module.appendChild(element);
+    write(document, path);
 }
 } // namespace register_document

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QDomDocument>
-#include <QString>
+#include <QStringList>
 
 #include <cstdint>
 
@@ -27,6 +27,23 @@ QDomElement registerElement(QDomDocument& document, const QString& name, uint32_
 /// The root's first child of that tag, or null.
 QDomElement moduleFind(const QDomDocument& document, const QString& tag);
 
-/// Makes `text` the text of the element.
-void textSet(QDomElement element, const QString& text);
+/// The texts of the module's registers. Of a module that stands in the document several times, as in a log, the last
+/// text of each place counts.
+QStringList textsGet(const QDomDocument& document, const QString& tag);
+
+/// Makes the texts those of the module's registers, as far as there are both.
+void textsSet(const QDomElement& module, const QStringList& texts);
+
+/// A write to a register.
+struct Written
+{
+    QString tag;  ///< of the module
+    QString name; ///< of the register
+    uint32_t address;
+    QString value;
+    QString before;
+};
+
+/// Appends to the log of that path, which need not exist. Throws when it cannot be read or written.
+void logAppend(const QString& path, const Written& written);
 } // namespace register_document

@@ -1,20 +1,16 @@
 #include "tuning-client/source/module/image-widget.h"
 
 #include "tuning-client/source/config/config.h"
-#include "tuning-client/source/file/remote-file.h"
+#include "tuning-client/source/file/file-menu.h"
 #include "tuning-rest/source/image.h"
-#include "tuning-transfer/source/transfer-client.h"
 
 #include <QCheckBox>
-#include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QStatusBar>
 
 namespace
 {
@@ -92,52 +88,16 @@ ImageWidget::ImageWidget(QWidget* pParent)
 
     auto* pMenu = new QMenu(this);
     pPushButtonImageList->setMenu(pMenu);
-    connectGuarded(pMenu->addAction(tr("Local")), &QAction::triggered, [this] { localChoose(); });
-    auto* pMenuRemote = pMenu->addMenu(tr("Remote"));
-    connectGuarded(pMenuRemote, &QMenu::aboutToShow,
-                   [this, pMenuRemote]
-                   {
-                       shortcut::remoteMenuFill(pMenuRemote, "pgm",
-                                                [this, pMenuRemote](const QString& name)
-                                                { remoteAdd(pMenuRemote, name); });
-                   });
+    shortcut::fileMenuAdd(this, pMenu,
+                          {"pgm", config.preferences.capture.path,
+                           [this](const QString& path) { pPushButtonImageList->setText(QFileInfo(path).fileName()); },
+                           [this](const QString& name) { pPushButtonImageList->setText(name); },
+                           [this](const QString& name)
+                           {
+                               if (pPushButtonImageList->text() == name)
+                                   pPushButtonImageList->setText(noImageText());
+                           }});
     connectGuarded(pPushButtonChangeImage, &QPushButton::clicked, [this] { imageChange(); });
-}
-
-void ImageWidget::localChoose()
-{
-    const auto fileName =
-        QFileDialog::getOpenFileName(this, tr("Select File"), config.preferences.capture.path, tr("PGM (*.pgm)"));
-    if (fileName.isEmpty())
-        return;
-    shortcut::remoteUpload(clientHolder(), fileName);
-    pPushButtonImageList->setText(QFileInfo(fileName).fileName());
-}
-
-void ImageWidget::remoteAdd(QMenu* pMenu, const QString& name)
-{
-    auto* pMenuFile = pMenu->addMenu(shortcut::menuText(name));
-    pMenuFile->addAction(tr("Activate"), this, [this, name] { pPushButtonImageList->setText(name); });
-    connectGuarded(pMenuFile->addAction(tr("Download")), &QAction::triggered,
-                   [this, name]
-                   {
-                       const auto& directory = config.preferences.calibration.path;
-                       shortcut::remoteDownload(clientHolder(), name.toStdString(), directory);
-                       if (auto* pStatusBar = statusBar())
-                           pStatusBar->showMessage(tr("Save file ") + name + tr(" to ") + directory);
-                   });
-    connectGuarded(pMenuFile->addAction(tr("Remove")), &QAction::triggered, [this, name] { remoteRemove(name); });
-}
-
-void ImageWidget::remoteRemove(const QString& name)
-{
-    if (QMessageBox::question(this, tr("Warning: This action can't be undone"),
-                              tr("Are you sure to remove this file from remote?"),
-                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
-        return;
-    shortcut::remoteRemove(name);
-    if (pPushButtonImageList->text() == name)
-        pPushButtonImageList->setText(noImageText());
 }
 
 void ImageWidget::imageChange()

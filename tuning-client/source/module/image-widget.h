@@ -4,7 +4,6 @@
 
 class QCheckBox;
 class QLabel;
-class QMenu;
 class QPushButton;
 
 /// "Image Control": a stored image as the pipeline's input. It sends only on user actions.
@@ -24,8 +23,5 @@ public:
     QPushButton* pPushButtonImageList; ///< its text is the selected image
 
 private:
-    void localChoose();
-    void remoteAdd(QMenu* pMenu, const QString& name);
-    void remoteRemove(const QString& name);
     void imageChange();
 };

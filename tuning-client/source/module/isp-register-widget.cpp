@@ -1,11 +1,12 @@
 #include "tuning-client/source/module/isp-register-widget.h"
 
-#include "tuning-client/source/file/local-file.h"
+#include "tuning-client/source/control/register-log.h"
+#include "tuning-client/source/control/register-table.h"
 #include "tuning-client/source/file/register-document.h"
+#include "tuning-client/source/file/register-dump.h"
 #include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-client/source/shortcut/wait-cursor.h"
-#include "tuning-common/source/json-app.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 #include "tuning-rest/source/answer.h"
@@ -13,19 +14,15 @@
 
 #include <QDateTime>
 #include <QDir>
-#include <QElapsedTimer>
 #include <QErrorMessage>
 #include <QFileDialog>
 #include <QGridLayout>
-#include <QItemSelection>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
 #include <QStandardItemModel>
 #include <QStatusBar>
-#include <QTextEdit>
-#include <QTreeView>
 
 #include <stdexcept>
 
@@ -33,30 +30,7 @@ namespace
 {
 using rest::answerGet;
 
-constexpr int logLines = 1000;
-// Two time limits in a row: the board is gone, and each further module would block the window as long again.
-constexpr int silenceLimit = 2;
-constexpr int silence = 1000; // milliseconds
-
-QString permissionText(int permission) { return permission == 1 ? "R/W" : permission == 2 ? "W" : "R"; }
-
-QColor permissionColor(const QString& permission)
-{
-    if (permission == "R")
-        return {155, 0, 0, 255};
-    if (permission == "R/W")
-        return {0, 0, 155, 255};
-    if (permission == "W")
-        return {0, 155, 0, 255};
-    return {0, 0, 0, 255};
-}
-
 QString hexText(uint32_t value) { return QString::asprintf("%08X", value); }
-
-QString cellText(const std::string& text)
-{
-    return QString::fromStdString(t_common::printable(text, t_common::limit::cellText));
-}
 
 uint32_t addressParse(const QString& text)
 {
@@ -78,15 +52,15 @@ QLineEdit* valueFieldMake(const QString& accessibleName)
 
 IspRegisterWidget::IspRegisterWidget(QWidget* pParent)
     : AbstractWidget(pParent, "ISP Register", false),
-      pStandardItemModel(new QStandardItemModel(0, Sum, this)),
-      pTreeView(new QTreeView),
+      pStandardItemModel(new QStandardItemModel(0, RegisterTable::Sum, this)),
+      pTreeView(new RegisterTable(pStandardItemModel)),
       pLineEditAddress(valueFieldMake(tr("Address"))),
       pLineEditHexValue(valueFieldMake(tr("Hexadecimal value"))),
       pLineEditDecValue(valueFieldMake(tr("Decimal value"))),
       pLineEditBinValue(valueFieldMake(tr("Binary value"))),
       pPushButtonSet(new QPushButton(tr("Write"))),
       pPushButtonPopup(new QPushButton(tr("Select ISP Module"))),
-      pTextEditRegisterValue(new QTextEdit),
+      pTextEditRegisterValue(new RegisterLog),
       pOptrixSubItem(std::make_unique<QVector<QDomElement>>()),
       logPath(QDateTime::currentDateTime().toString("yyyyMMdd-hhmmss") + ".xml")
 {
@@ -109,59 +83,15 @@ IspRegisterWidget::IspRegisterWidget(QWidget* pParent)
 
 IspRegisterWidget::~IspRegisterWidget() = default;
 
+QPushButton* IspRegisterWidget::buttonMake(const QString& name, const std::function<void()>& action)
+{
+    auto* pButton = new QPushButton(name);
+    connectGuarded(pButton, &QPushButton::clicked, action);
+    return pButton;
+}
+
 void IspRegisterWidget::layOut()
 {
-    pStandardItemModel->setHorizontalHeaderLabels(
-        {tr("Permission"), tr("Address"), tr("Name"), tr("Default"), tr("Value"), tr("Description")});
-    pTreeView->setModel(pStandardItemModel);
-    delete pTreeView->selectionModel();
-    pTreeView->setSelectionModel(new QItemSelectionModel(pStandardItemModel, pTreeView));
-    pTreeView->setRootIsDecorated(false);
-    pTreeView->setAlternatingRowColors(true);
-    pTreeView->setUniformRowHeights(true);
-    pTreeView->setAccessibleName(tr("Registers"));
-    pLineEditAddress->setReadOnly(true);
-    pTextEditRegisterValue->setReadOnly(true);
-    pTextEditRegisterValue->setAcceptRichText(false);
-    pTextEditRegisterValue->setAccessibleName(tr("Written registers"));
-    pTextEditRegisterValue->setPlaceholderText(tr("Written registers"));
-    pTextEditRegisterValue->document()->setMaximumBlockCount(logLines);
-    pTextEditRegisterValue->setMaximumHeight(5 * fontMetrics().lineSpacing());
-
-    const auto buttonMake = [this](const QString& name, auto action)
-    {
-        auto* pButton = new QPushButton(name);
-        connectGuarded(pButton, &QPushButton::clicked, action);
-        return pButton;
-    };
-    auto* pRead = buttonMake(tr("Read"), [this] { pushButtonRefresh_Clicked(); });
-    auto* pLoad = buttonMake(tr("Load"),
-                             [this]
-                             {
-                                 registerFileLoad(QFileDialog::getOpenFileName(
-                                     this, tr("Open XML File"), QDir::currentPath(), tr("XML Files (*.xml)")));
-                             });
-    auto* pSave = buttonMake(tr("Save"),
-                             [this]
-                             {
-                                 const auto path = QFileDialog::getSaveFileName(
-                                     this, tr("Save XML File"), QDir::currentPath(), tr("XML Files (*.xml)"));
-                                 if (path.isEmpty())
-                                     return;
-                                 QFile::exists(path) ? registerFileReplace(path) : registerFileCreate(path);
-                             });
-    const auto dumpMake = [&](const QString& name, auto fStem)
-    {
-        return buttonMake(name,
-                          [this, fStem]
-                          {
-                              auto fileName = fileNameAsk(fStem());
-                              dump(fileName, -1);
-                          });
-    };
-    auto* pDump = dumpMake(tr("Dump"), [this] { return xmlStringModuleName; });
-    auto* pDumpAll = dumpMake(tr("Dump All"), [] { return QString("OPTRIX"); });
-
     auto* pGrid = pGridLayoutScrollArea;
     pGrid->addWidget(pPushButtonPopup, 1, 0, 1, 2);
     pGrid->addWidget(pTreeView, 2, 0, 1, 4);
@@ -174,14 +104,38 @@ void IspRegisterWidget::layOut()
         pGrid->addWidget(pLabel, line, 0);
         pGrid->addWidget(pField, line++, 1);
     }
+    pLineEditAddress->setReadOnly(true);
     pGrid->addWidget(pPushButtonSet, 3, 2);
-    pGrid->addWidget(pRead, 3, 3);
-    pGrid->addWidget(pLoad, 5, 2);
-    pGrid->addWidget(pSave, 5, 3);
-    pGrid->addWidget(pDump, 6, 2);
-    pGrid->addWidget(pDumpAll, 6, 3);
+    pGrid->addWidget(buttonMake(tr("Read"), [this] { pushButtonRefresh_Clicked(); }), 3, 3);
+    pGrid->addWidget(buttonMake(tr("Load"), [this] { loadAsk(); }), 5, 2);
+    pGrid->addWidget(buttonMake(tr("Save"), [this] { saveAsk(); }), 5, 3);
+    pGrid->addWidget(buttonMake(tr("Dump"), [this] { dumpAsk(xmlStringModuleName); }), 6, 2);
+    pGrid->addWidget(buttonMake(tr("Dump All"), [this] { dumpAsk("OPTRIX"); }), 6, 3);
     pGrid->addWidget(pTextEditRegisterValue, 7, 0, 1, 4);
     pGrid->setColumnStretch(1, 1);
+}
+
+void IspRegisterWidget::loadAsk()
+{
+    registerFileLoad(
+        QFileDialog::getOpenFileName(this, tr("Open XML File"), QDir::currentPath(), tr("XML Files (*.xml)")));
+}
+
+void IspRegisterWidget::saveAsk()
+{
+    const auto path =
+        QFileDialog::getSaveFileName(this, tr("Save XML File"), QDir::currentPath(), tr("XML Files (*.xml)"));
+    if (path.isEmpty())
+        return;
+    QFile::exists(path) ? registerFileReplace(path) : registerFileCreate(path);
+}
+
+void IspRegisterWidget::dumpAsk(const QString& stem)
+{
+    auto fileName = QFileDialog::getSaveFileName(this, tr("Select Dump File"),
+                                                 QDir::current().filePath(stem + "_register_dump.json"),
+                                                 tr("JSON Files (*.json)"), nullptr, QFileDialog::DontResolveSymlinks);
+    dump(fileName, -1);
 }
 
 void IspRegisterWidget::modulesRead()
@@ -227,41 +181,11 @@ void IspRegisterWidget::moduleChoose(int id, const QString& name)
         {
             Json::Value jRegisters;
             rest::Reg().statusGet(id, jRegisters);
-            for (const auto& jRegister : jRegisters)
-            {
-                answerGet<int32_t>(jRegister, "permission");
-                for (const auto* key : {"address", "name", "value.default", "value", "description"})
-                    answerGet<std::string>(jRegister, key);
-            }
+            RegisterTable::check(jRegisters);
             registersMap = std::move(jRegisters);
         });
-    registersShow();
-}
-
-void IspRegisterWidget::registersShow()
-{
     selectionForget();
-    pStandardItemModel->setRowCount(0);
-    for (const auto& jRegister : qAsConst(registersMap))
-    {
-        const auto permission = permissionText(answerGet<int32_t>(jRegister, "permission"));
-        QList<QStandardItem*> items{new QStandardItem(permission)};
-        for (const auto* key : {"address", "name", "value.default", "value", "description"})
-            items.append(new QStandardItem(cellText(answerGet<std::string>(jRegister, key))));
-        for (auto* pItem : qAsConst(items))
-        {
-            pItem->setEditable(false);
-            pItem->setForeground(permissionColor(permission));
-        }
-        pStandardItemModel->appendRow(items);
-    }
-    for (int column = 0; column < Sum; ++column)
-        pTreeView->resizeColumnToContents(column);
-}
-
-QString IspRegisterWidget::text(int line, Column column) const
-{
-    return pStandardItemModel->item(line, column)->text();
+    pTreeView->registersShow(registersMap);
 }
 
 void IspRegisterWidget::treeView_SelectionChanged(const QItemSelection& selected, const QItemSelection&)
@@ -275,9 +199,9 @@ void IspRegisterWidget::treeView_SelectionChanged(const QItemSelection& selected
 void IspRegisterWidget::registerShow()
 {
     isValueEdited = false;
-    registerSelectedAddress = text(row, Address);
+    registerSelectedAddress = pTreeView->text(row, RegisterTable::Address);
     pLineEditAddress->setText(registerSelectedAddress);
-    const auto value = text(row, Value).toUInt(nullptr, 16);
+    const auto value = pTreeView->text(row, RegisterTable::Value).toUInt(nullptr, 16);
     registerSelectedHexValue = hexText(value);
     registerSelectedDecValue = QString::number(value);
     registerSelectedBinValue = QString::number(value, 2);
@@ -289,7 +213,7 @@ void IspRegisterWidget::registerShow()
     lineDecEditText = registerSelectedDecValue;
     lineBinEditText = registerSelectedBinValue;
     isValueEdited = true;
-    valueFieldsEnable(text(row, Permission).contains("W"));
+    valueFieldsEnable(pTreeView->text(row, RegisterTable::Permission).contains("W"));
 }
 
 // A register of the last module must not be written by its fields under the table of another one.
@@ -390,37 +314,14 @@ void IspRegisterWidget::pushButtonRefresh_Clicked()
     okShow(statusBar(), "Read", address, value);
 }
 
-void IspRegisterWidget::updateRegister(const QString& address, uint32_t value)
-{
-    for (const auto* pItem : pStandardItemModel->findItems(address, Qt::MatchFixedString, Address))
-        pStandardItemModel->item(pItem->row(), Value)->setText(QString::asprintf("0x%08x", value));
-}
+void IspRegisterWidget::updateRegister(const QString& address, uint32_t value) { pTreeView->valueShow(address, value); }
 
 void IspRegisterWidget::writeLog(uint32_t address)
 {
-    // The user's cursor may stand anywhere, with a selection that the text would replace.
-    pTextEditRegisterValue->moveCursor(QTextCursor::End);
-    pTextEditRegisterValue->insertPlainText(
-        QString("Set Module (%1 ): \tset *%2 = 0x%3\n").arg(moduleName, registerSelectedAddress, lineHexEditText));
-    pTextEditRegisterValue->ensureCursorVisible();
-
-    // A page built within the same second has the same file.
-    auto document = QFile::exists(logPath) ? register_document::read(logPath) : register_document::create();
-    auto root = document.documentElement();
-    auto module = root.lastChildElement();
-    if (module.tagName() != xmlStringModuleName)
-        module = root.appendChild(document.createElement(xmlStringModuleName)).toElement();
-    auto element = register_document::registerElement(document, text(row, Name), address, "0x" + lineHexEditText);
-    element.setAttribute("PreValue", "0x" + linePreStringValue);
-    module.appendChild(element);
-    register_document::write(document, logPath);
-}
-
-QString IspRegisterWidget::fileNameAsk(const QString& stem)
-{
-    return QFileDialog::getSaveFileName(this, tr("Select Dump File"),
-                                        QDir::current().filePath(stem + "_register_dump.json"),
-                                        tr("JSON Files (*.json)"), nullptr, QFileDialog::DontResolveSymlinks);
+    pTextEditRegisterValue->lineAppend(
+        QString("Set Module (%1 ): \tset *%2 = 0x%3").arg(moduleName, registerSelectedAddress, lineHexEditText));
+    register_document::logAppend(logPath, {xmlStringModuleName, pTreeView->text(row, RegisterTable::Name), address,
+                                           "0x" + lineHexEditText, "0x" + linePreStringValue});
 }
 
 void IspRegisterWidget::dump(QString& fileName, int moduleId)
@@ -429,29 +330,9 @@ void IspRegisterWidget::dump(QString& fileName, int moduleId)
         return;
     const shortcut::WaitCursor cursor;
     modulesRead();
-    Json::Value jDump(Json::arrayValue);
-    int silent = 0; // requests one after the other
-    bool isWhole = true;
-    for (const auto& jModule : qAsConst(jModuleList))
-    {
-        const auto id = answerGet<int32_t>(jModule, "module.id");
-        if (moduleId >= 0 && id > moduleId)
-            break;
-        Json::Value object;
-        object["module.id"] = jModule["module.id"];
-        object["description"] = jModule["description"];
-        object["map"] = Json::Value();
-        if (silent < silenceLimit)
-        {
-            QElapsedTimer clock;
-            clock.start();
-            const bool isRead = guarded([&] { rest::Reg().statusGet(id, object["map"]); });
-            silent = !isRead && clock.elapsed() > silence ? silent + 1 : 0;
-            isWhole = isWhole && isRead;
-        }
-        jDump.append(std::move(object));
-    }
-    shortcut::fileWrite(fileName, QByteArray::fromStdString(t_common::JsonApp::toString(jDump, "  ")));
+    const bool isWhole = registerDumpWrite(fileName, jModuleList, moduleId,
+                                           [this](int id, Json::Value& jMap)
+                                           { return guarded([&] { rest::Reg().statusGet(id, jMap); }); });
     if (auto* pStatusBar = statusBar(); pStatusBar && isWhole)
         pStatusBar->showMessage(tr("Registers saved to %1").arg(fileName));
 }
@@ -461,20 +342,10 @@ void IspRegisterWidget::registerFileLoad(const QString& path)
     if (path.isEmpty())
         return;
     const auto document = register_document::read(path);
-    auto module = register_document::moduleFind(document, xmlStringModuleName);
-    if (module.isNull())
+    if (register_document::moduleFind(document, xmlStringModuleName).isNull())
         return errorShow(pErrorMessageReadRegisterFile,
                          "The xml file you loaded doesn't have the " + xmlStringModuleName + " information");
-    // A log has a module several times; the last value counts.
-    for (; !module.isNull(); module = module.nextSiblingElement(xmlStringModuleName))
-    {
-        auto element = module.firstChildElement();
-        for (int line = 0; line < pStandardItemModel->rowCount() && !element.isNull(); ++line)
-        {
-            pStandardItemModel->item(line, Value)->setData(cellText(element.text().toStdString()), Qt::EditRole);
-            element = element.nextSiblingElement();
-        }
-    }
+    pTreeView->valuesShow(register_document::textsGet(document, xmlStringModuleName));
     // What the user has typed and not yet written stays.
     if (isValueEdited && linePreStringValue == lineHexEditText)
         registerShow();
@@ -485,9 +356,11 @@ void IspRegisterWidget::moduleInsert(QDomDocument& document)
     if (xmlStringModuleName.isEmpty())
         throw std::runtime_error(tr("No ISP module is selected").toStdString());
     pOptrixSubItem->clear();
-    for (int line = 0; line < pStandardItemModel->rowCount(); ++line)
-        pOptrixSubItem->append(register_document::registerElement(
-            document, text(line, Name), addressParse(text(line, Address)), text(line, Default)));
+    for (int line = 0; line < pTreeView->rowCount(); ++line)
+        pOptrixSubItem->append(
+            register_document::registerElement(document, pTreeView->text(line, RegisterTable::Name),
+                                               addressParse(pTreeView->text(line, RegisterTable::Address)),
+                                               pTreeView->text(line, RegisterTable::Default)));
     auto module = document.documentElement().appendChild(document.createElement(xmlStringModuleName));
     for (const auto& element : qAsConst(*pOptrixSubItem))
         module.appendChild(element);
@@ -512,12 +385,7 @@ void IspRegisterWidget::changeRegModuleFile(const QString& path)
     const auto module = register_document::moduleFind(document, xmlStringModuleName);
     if (module.isNull())
         throw std::runtime_error(tr("%1: the file has no such module").arg(path).toStdString());
-    auto element = module.firstChildElement();
-    for (int line = 0; line < pStandardItemModel->rowCount() && !element.isNull(); ++line)
-    {
-        register_document::textSet(element, text(line, Value));
-        element = element.nextSiblingElement();
-    }
+    register_document::textsSet(module, pTreeView->texts(RegisterTable::Value));
     register_document::write(document, path);
 }
 

@@ -7,6 +7,7 @@
 #include <QDomElement>
 #include <QVector>
 
+#include <functional>
 #include <memory>
 
 class QErrorMessage;
@@ -14,8 +15,8 @@ class QItemSelection;
 class QLineEdit;
 class QPushButton;
 class QStandardItemModel;
-class QTextEdit;
-class QTreeView;
+class RegisterLog;
+class RegisterTable;
 
 /// "ISP Register": the ISP's registers as the board describes them, a module at a time. Talks to the board on the
 /// user's actions only.
@@ -24,17 +25,6 @@ class IspRegisterWidget : public AbstractWidget
     Q_OBJECT
 
 public:
-    enum Column
-    {
-        Permission,
-        Address,
-        Name,
-        Default,
-        Value,
-        Description,
-        Sum
-    };
-
     explicit IspRegisterWidget(QWidget* pParent);
     ~IspRegisterWidget() override;
 
@@ -64,7 +54,7 @@ public:
     void updateRegister(const QString& address, uint32_t value);
 
     QStandardItemModel* pStandardItemModel;
-    QTreeView* pTreeView;
+    RegisterTable* pTreeView;
     uint16_t row = 0;
     QString lineHexEditText;
     QString lineDecEditText;
@@ -85,7 +75,7 @@ public:
     QString xmlStringModuleName; ///< the same as a name of an element
     QPushButton* pPushButtonSet;
     QPushButton* pPushButtonPopup;
-    QTextEdit* pTextEditRegisterValue; ///< what has been written
+    RegisterLog* pTextEditRegisterValue; ///< what has been written
     QErrorMessage* pErrorMessageReadRegisterFile = nullptr;
     QErrorMessage* pErrorMessageHexText = nullptr;
     QErrorMessage* pErrorMessageDecText = nullptr;
@@ -102,14 +92,15 @@ private:
     void modulesRead();
     void moduleMenuFill();
     void moduleChoose(int id, const QString& name);
-    void registersShow();
     void registerShow();
     void selectionForget();
     void valueFieldsEnable(bool isEnabled);
     void valueEdit(QLineEdit* pField, int base, QErrorMessage*& pErrorMessage, const QString& error);
     void errorShow(QErrorMessage*& pErrorMessage, const QString& text);
-    QString text(int line, Column column) const;
-    QString fileNameAsk(const QString& stem);
+    QPushButton* buttonMake(const QString& name, const std::function<void()>& action);
+    void loadAsk();
+    void saveAsk();
+    void dumpAsk(const QString& stem);
     void moduleInsert(QDomDocument& document);
     void writeLog(uint32_t address);
 

@@ -10,7 +10,6 @@
 #include <QFormLayout>
 #include <QLabel>
 #include <QMenu>
-#include <QMenuBar>
 #include <QPushButton>
 #include <QTimerEvent>
 
@@ -127,7 +126,8 @@ void SensorWidget::updateStatus()
     int32_t count = 0;
     int32_t index = 0;
     rest::Camera().inputInfo(count, index);
-    inputSwitchFollow(index);
+    if (auto* pMainWindow = mainWindow())
+        pMainWindow->inputFollow(index);
 
     Sensor::Config config;
     Sensor::Status status;
@@ -142,15 +142,6 @@ void SensorWidget::updateStatus()
     resolutionShow(status.resolutionCollection.resolution);
     shortcut::NoSignals::setChecked(pCheckBoxTestPattern, config.isTestPattern);
     pLabelSensorBayerPatternValue->setText(bayerText(config.bayerPattern));
-}
-
-/// Marks the board's present input in the menu of the main window, which switches to it.
-void SensorWidget::inputSwitchFollow(int index)
-{
-    auto* pMainWindow = mainWindow();
-    auto* pMenu = pMainWindow ? pMainWindow->menuBar()->findChild<QMenu*>("Sensor Menu") : nullptr;
-    if (pMenu && index >= 0 && index < pMenu->actions().size())
-        pMenu->actions().at(index)->trigger();
 }
 
 void SensorWidget::resolutionShow(const Sensor::Config::Resolution& resolution)

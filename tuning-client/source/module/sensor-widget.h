@@ -37,6 +37,5 @@ protected:
     void timerEvent(QTimerEvent* pEvent) override;
 
 private:
-    void inputSwitchFollow(int index);
     void resolutionShow(const rest::Sensor::Config::Resolution& resolution);
 };

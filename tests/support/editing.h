@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QLineEdit>
+#include <QTest>
+
+/// Types a text over the one in the editor of a cell and confirms it. Whether the editor has stayed open; Escape leaves
+/// it then.
+inline bool typeOver(QLineEdit* pLineEdit, const QString& text)
+{
+    pLineEdit->selectAll();
+    QTest::keyClick(pLineEdit, Qt::Key_Delete);
+    for (const auto character : text)
+        pLineEdit->insert(character);
+    QTest::keyClick(pLineEdit, Qt::Key_Return);
+    // The editor commits with the next turn of the event loop.
+    QCoreApplication::processEvents();
+    const bool isOpen = pLineEdit->isVisible();
+    QTest::keyClick(pLineEdit, Qt::Key_Escape);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    return isOpen;
+}
