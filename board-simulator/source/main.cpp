@@ -19,13 +19,15 @@ struct Arguments
 
 void helpPrint()
 {
-    std::cout << "Usage: board-simulator [--port PORT] [--pty] [--directory DIR] [--fault KIND[:ID]]...\n"
+    std::cout << "Usage: board-simulator [--port PORT] [--pty] [--directory DIR] [--log] [--fault KIND[:ID]]...\n"
                  "\n"
                  "A simulated board at 127.0.0.1. Stops on SIGINT and SIGTERM.\n"
                  "\n"
                  "  --port PORT        TCP port, 8080 by default, 0 for a free one\n"
                  "  --pty              a serial line as well, at a pseudo-terminal whose name is printed\n"
                  "  --directory DIR    the board's files, \"board-files\" by default; an empty one gets samples\n"
+                 "  --log              print a line for each request: the command's number and name\n"
+                 "                     (-1 and -2: a file's upload and download)\n"
                  "  --fault KIND[:ID]  fail: every exchange, or only the command of that number\n"
                  "                     (-1: uploads, -2: downloads)\n"
                  "  --help             this text\n"
@@ -33,6 +35,15 @@ void helpPrint()
                  "Kinds:\n";
     for (const auto& [name, kind] : board::faultKinds())
         std::cout << "  " << name << "\n";
+}
+
+/// What came over the line is quoted, so that it is one line whatever it holds.
+void requestPrint(const board::Request& request)
+{
+    const auto& query = request.query;
+    const bool isNamed = query.isObject() && query["function"].isString();
+    const std::string name = isNamed ? query["function"].asString() : request.target;
+    std::cout << request.id << ' ' << Json::valueToQuotedString(name.c_str()) << std::endl;
 }
 
 long long number(const std::string& text, long long minimum, long long maximum, const std::string& option)
@@ -72,6 +83,11 @@ Arguments argumentsParse(int count, char** pArguments)
         if (name == "--pty")
         {
             arguments.options.isSerial = true;
+            continue;
+        }
+        if (name == "--log")
+        {
+            arguments.options.fRequest = requestPrint;
             continue;
         }
         if (name != "--port" && name != "--directory" && name != "--fault")

@@ -16,6 +16,8 @@ size_t costOf(const Request& request) { return 1024 + request.head.size() + 2 * 
 void RequestLog::add(Request request)
 {
     std::lock_guard lock(mutex);
+    if (tell)
+        tell(request);
     ++total;
     ++counts[request.id];
     bytes += costOf(request);

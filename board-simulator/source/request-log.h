@@ -4,10 +4,12 @@
 
 #include <cstdint>
 #include <deque>
+#include <functional>
 #include <json/json.h>
 #include <map>
 #include <mutex>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace board
@@ -35,6 +37,9 @@ struct Request
 class RequestLog
 {
 public:
+    /// `fTell` is told of each request, one after the other, on the thread that it came in on; it may be empty.
+    explicit RequestLog(std::function<void(const Request&)> fTell) : tell(std::move(fTell)) {}
+
     void add(Request request);
     std::vector<Request> requests() const;
     size_t count() const;
@@ -42,6 +47,7 @@ public:
     void clear();
 
 private:
+    const std::function<void(const Request&)> tell;
     mutable std::mutex mutex;
     std::deque<Request> list;
     std::map<int64_t, size_t> counts;

@@ -12,7 +12,7 @@ namespace board
 class Simulator::Impl
 {
 public:
-    explicit Impl(const Options& options) : files(options.directory)
+    explicit Impl(const Options& options) : files(options.directory), log(options.fRequest)
     {
         if (options.isSampled && files.list("").empty())
             samplesWrite(files);

@@ -4,6 +4,7 @@
 #include "board-simulator/source/request-log.h"
 
 #include <cstdint>
+#include <functional>
 #include <json/json.h>
 #include <memory>
 #include <string>
@@ -22,6 +23,8 @@ struct Options
     bool isSampled = false;
     /// Serves commands at a pseudo-terminal as well.
     bool isSerial = false;
+    /// Is told of each request as it comes in, on a thread of the board.
+    std::function<void(const Request&)> fRequest = {};
 };
 
 /// A whole board at 127.0.0.1, serving from its construction on, on a thread of its own. Thread-safe.

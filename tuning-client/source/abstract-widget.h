@@ -124,12 +124,8 @@ protected:
         shortcut::connectGuarded(this, pSender, signal,
                                  [this, action](auto... arguments)
                                  {
-                                     if (!isWriteFree())
-                                         return;
-                                     if constexpr (std::is_invocable_v<Action, decltype(arguments)...>)
-                                         action(arguments...);
-                                     else
-                                         action();
+                                     if (isWriteFree())
+                                         shortcut::call(action, arguments...);
                                  });
     }
 

@@ -75,8 +75,8 @@ void CaptureWidget::imageTypesAdd()
     auto& snapshotType = config.preferences.capture.snapshotType;
     pComboBoxImageType->setCurrentIndex(qMax(0, pComboBoxImageType->findData(int(snapshotType))));
 
-    const auto choose = [this, &snapshotType](int index)
-    { snapshotType = Camera::SnapshotType(pComboBoxImageType->itemData(index).toInt()); };
+    const auto choose = [this](int index)
+    { config.preferences.capture.snapshotType = Camera::SnapshotType(pComboBoxImageType->itemData(index).toInt()); };
     connect(pComboBoxImageType, QOverload<int>::of(&QComboBox::currentIndexChanged), this, choose);
     // The first entry may be showing without having been chosen.
     connect(pComboBoxImageType, QOverload<int>::of(&QComboBox::activated), this, choose);

@@ -29,21 +29,21 @@ bool guarded(Context* pContext, Action&& action)
     }
 }
 
+/// Calls `action` with a signal's arguments or, where it takes none, without.
+template <class Action, class... Arguments>
+void call(const Action& action, const Arguments&... arguments)
+{
+    if constexpr (std::is_invocable_v<const Action&, const Arguments&...>)
+        action(arguments...);
+    else
+        action();
+}
+
 /// Connects `signal` to `action` inside the guard. `action` takes the signal's arguments or none.
 template <class Context, class Sender, class Signal, class Action>
 void connectGuarded(Context* pContext, const Sender* pSender, Signal signal, Action action)
 {
     QObject::connect(pSender, signal, pContext,
-                     [pContext, action](auto... arguments)
-                     {
-                         guarded(pContext,
-                                 [&]
-                                 {
-                                     if constexpr (std::is_invocable_v<Action, decltype(arguments)...>)
-                                         action(arguments...);
-                                     else
-                                         action();
-                                 });
-                     });
+                     [pContext, action](auto... arguments) { guarded(pContext, [&] { call(action, arguments...); }); });
 }
 } // namespace shortcut
