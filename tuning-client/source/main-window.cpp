@@ -329,11 +329,13 @@ void MainWindow::chipRebuild()
     pTreeViewFeature->setModel(new TemplateTreeModel(chips.chips.value(chips.chip.chipName), pTreeViewFeature));
     delete pOldSelection;
     delete pOldModel;
-    // As wide as the longest page name; in a narrower dock a scroll bar reaches its end.
-    pTreeViewFeature->header()->setStretchLastSection(false);
-    pTreeViewFeature->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
-    const int frame = 2 * pTreeViewFeature->frameWidth() + pTreeViewFeature->fontMetrics().averageCharWidth();
-    resizeDocks({pDockWidgetTemplate}, {pTreeViewFeature->header()->length() + frame}, Qt::Horizontal);
+    // As wide as the longest page name; beyond that a scroll bar reaches its end.
+    auto* pHeader = pTreeViewFeature->header();
+    pHeader->setStretchLastSection(false);
+    pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
+    const int letter = pTreeViewFeature->fontMetrics().averageCharWidth();
+    const int frame = 2 * pTreeViewFeature->frameWidth() + letter;
+    pTreeViewFeature->setMinimumWidth(qMin(pHeader->length() + frame, 40 * letter));
     connect(pTreeViewFeature->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current)
             {

@@ -4,7 +4,7 @@
 #include "tuning-client/source/control/spin-box.h"
 
 #include <QAbstractButton>
-#include <QAbstractItemView>
+#include <QApplication>
 #include <QButtonGroup>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -133,7 +133,12 @@ private:
 
     static bool isBeingEdited(const QSpinBox* pControl) { return pControl->hasFocus() && isHalfTyped(pControl); }
 
-    static bool isBeingEdited(const QComboBox* pControl) { return pControl->view()->isVisible(); }
+    /// Asking for its view would build the popup of each box.
+    static bool isBeingEdited(const QComboBox* pControl)
+    {
+        const auto* pPopup = QApplication::activePopupWidget();
+        return pPopup && pPopup->parentWidget() == pControl;
+    }
 
     static bool isBeingEdited(const QWidget*) { return false; }
 };
