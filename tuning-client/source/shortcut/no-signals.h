@@ -129,9 +129,9 @@ private:
 
     static bool isBeingEdited(const SliderSpinWidget* pControl) { return pControl->isBeingEdited(); }
 
-    static bool isBeingEdited(const QDoubleSpinBox* pControl) { return pControl->hasFocus() && isHalfTyped(pControl); }
+    static bool isBeingEdited(const QDoubleSpinBox* pControl) { return isHalfTyped(pControl); }
 
-    static bool isBeingEdited(const QSpinBox* pControl) { return pControl->hasFocus() && isHalfTyped(pControl); }
+    static bool isBeingEdited(const QSpinBox* pControl) { return isHalfTyped(pControl); }
 
     /// Asking for its view would build the popup of each box.
     static bool isBeingEdited(const QComboBox* pControl)
