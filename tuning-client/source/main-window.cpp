@@ -330,12 +330,11 @@ void MainWindow::chipRebuild()
     delete pOldSelection;
     delete pOldModel;
     // As wide as the longest page name; beyond that a scroll bar reaches its end.
-    auto* pHeader = pTreeViewFeature->header();
-    pHeader->setStretchLastSection(false);
-    pHeader->setSectionResizeMode(QHeaderView::ResizeToContents);
+    const QAbstractItemView* pView = pTreeViewFeature;
+    const int width = pView->sizeHintForColumn(0);
+    pTreeViewFeature->header()->setMinimumSectionSize(width);
     const int letter = pTreeViewFeature->fontMetrics().averageCharWidth();
-    const int frame = 2 * pTreeViewFeature->frameWidth() + letter;
-    pTreeViewFeature->setMinimumWidth(qMin(pHeader->length() + frame, 40 * letter));
+    pTreeViewFeature->setMinimumWidth(qMin(width + 2 * pTreeViewFeature->frameWidth(), 40 * letter));
     connect(pTreeViewFeature->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current)
             {
