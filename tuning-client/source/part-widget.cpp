@@ -1,1 +1,0 @@
-#include "tuning-client/source/part-widget.h"
