@@ -64,3 +64,19 @@ TEST(HistPlot, DrawsNothingThatIsNotFinite)
     EXPECT_EQ(histogram(plot).sample(1).value, 7.0);
     EXPECT_EQ(histogram(plot).sample(2).value, 0.0);
 }
+
+TEST(HistPlot, LabelsEachSixteenthBinWhereThereIsRoom)
+{
+    HistPlot plot(nullptr);
+    const auto labels = [&](int width)
+    {
+        plot.resize(width, 400);
+        plot.show();
+        return plot.axisScaleDiv(QwtPlot::xBottom).ticks(QwtScaleDiv::MajorTick).size();
+    };
+    EXPECT_EQ(labels(1200), 17);
+    EXPECT_EQ(labels(450), 9);
+    EXPECT_LE(labels(plot.minimumWidth()), 3);
+    plot.resize(1200, plot.minimumHeight());
+    EXPECT_LE(plot.axisMaxMajor(QwtPlot::yLeft), 8);
+}

@@ -3,6 +3,7 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
+#include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 #include "tuning-client/source/table-editor-dialog.h"
 
@@ -13,6 +14,7 @@
 #include <QGridLayout>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTabWidget>
 #include <QTableWidget>
 #include <QTest>
 
@@ -211,6 +213,33 @@ TEST_F(EnablePagesTest, FailedChangeIsToldAndLeavesTheControl)
     emit page.refresh();
     EXPECT_EQ(page.sliderSpinWidgets[0]->value(), 64);
     EXPECT_TRUE(page.pPushButtonEditTable->isVisible());
+}
+
+TEST_F(EnablePagesTest, ResetReadsAndSoFreesTheWay)
+{
+    board->faultSet({Fault::Close});
+    auto& page = shown(false, false);
+    EXPECT_TRUE(status().contains("failed"));
+    board->faultsClear();
+    page.pPushButtonRest->click();
+    EXPECT_EQ(status(), "Request update...") << "the failure is over";
+    board->requestsClear();
+    page.sliderSpinWidgets[0]->setValue(1);
+    EXPECT_EQ(sent(ConfigSet), 1u);
+}
+
+TEST_F(EnablePagesTest, BoxWithoutACommandGreysByItself)
+{
+    board->faultSet({Fault::Close});
+    auto& hdr = dynamic_cast<Hdr2Widget&>(page("High Dynamic Range 2"));
+    board->faultsClear();
+    board->requestsClear();
+    hdr.pCheckBoxEnable->click();
+    EXPECT_TRUE(hdr.pTabWidget->isEnabled());
+    hdr.pCheckBoxEnable->click();
+    EXPECT_FALSE(hdr.pTabWidget->isEnabled());
+    EXPECT_FALSE(hdr.pPushButtonRest->isEnabled());
+    EXPECT_EQ(board->requestCount(), 0u) << "not even a read";
 }
 
 TEST_F(EnablePagesTest, TickKeepsTheVisiblePageUpToDate)

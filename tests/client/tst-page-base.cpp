@@ -214,6 +214,21 @@ TEST_F(PageBaseTest, FirstGoodTickAfterAFailureReadsAndHidingStopsIt)
     EXPECT_FALSE(timer.isActive());
 }
 
+// Also when the window itself is shown, where a page comes before what is around it.
+TEST_F(PageBaseTest, WhatRunsDuringAVisitStartsAfterTheReads)
+{
+    struct Visited : ReadingPage
+    {
+        void afterShow() override { steps += "visit"; }
+    };
+    auto& page = add(new Visited);
+    show(&page);
+    EXPECT_EQ(page.taken(), "configGet; read, grey; read, Reading ON; visit");
+    pMainWindow->hide();
+    pMainWindow->show();
+    EXPECT_EQ(page.taken(), "configGet; read, grey; read, Reading ON; visit");
+}
+
 TEST_F(PageBaseTest, SwitchGreysByTheRuleOfItsPage)
 {
     for (const auto grey : {shortcut::Grey::AfterSuccess, shortcut::Grey::Always})

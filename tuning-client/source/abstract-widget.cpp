@@ -255,6 +255,7 @@ void AbstractWidget::showRead()
             if (role != Role::Page || !(isSilent || (pFrame && pFrame->isSilent)))
                 readStatus();
         });
+    afterShow();
     for (auto* pInner : innerPages())
         if (pInner->isVisible() && !pInner->isShown)
             pInner->showRead();

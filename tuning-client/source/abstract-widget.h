@@ -29,16 +29,18 @@ class ClientHolder;
 ///
 /// Who reads when, from the user down to the board:
 ///
-/// | name             | kind            | called by                                | does |
-/// |------------------|-----------------|------------------------------------------|--------------------------------------|
-/// | MainWindow::refresh() | signal     | "Refresh Status", "Activate", a new board | emits every page's `read()` | |
-/// read()           | signal          | that one; `showEvent`                    | runs `readHandler()` | |
-/// readHandler()    | function        | `read()`; the first good tick after a failure | announces, then `readStatus()`,
-/// if visible | | refresh()        | signal          | a page after its reset or a mode; the tick of Auto |
-/// `readStatus()`, if visible | | readStatus()     | function        | the three above; a write that has no read before
-/// it | runs `updateStatus()` and keeps how it ended | | announceRead()   | function        | `configGet()`,
-/// `updateStatus()` of the base | "Request update..." and a grey LED | | updateStatus()   | virtual         |
-/// `readStatus()`; a page's own reset       | the page's read: asks the board and shows |
+/// | name                  | called by                                              | does                         |
+/// |-----------------------|--------------------------------------------------------|------------------------------|
+/// | MainWindow::refresh() | "Refresh Status", "Activate", another board            | emits each page's `read()`   |
+/// | read()                | that signal, `showEvent`                               | runs `readHandler()`         |
+/// | readHandler()         | `read()`, the first good tick after a failure          | announces; `readStatus()`    |
+/// | refresh()             | a page after a reset or another mode, a tick in Auto   | `readStatus()`               |
+/// | readStatus()          | these; a reset; a write that no read came before       | runs `updateStatus()`, keeps |
+/// |                       |                                                        | how it ended                 |
+/// | updateStatus()        | `readStatus()`                                         | asks the board, shows        |
+/// | announceRead()        | the base's `configGet()` and `updateStatus()`          | "Request update...", grey LED|
+///
+/// `readHandler()` and `refresh()` do nothing on a page that is not visible.
 class AbstractWidget : public QWidget
 {
     Q_OBJECT
@@ -129,6 +131,13 @@ protected:
                                  });
     }
 
+    /// Reads by `updateStatus()` and remembers how that ended: what was read may be written, what was silent is not
+    /// asked again at once. Throws what `updateStatus()` throws.
+    void readStatus();
+
+    /// Called at the end of each show, after its reads: for timers that run during a visit.
+    virtual void afterShow() {}
+
     /// Connects the box that switches a module: it runs `fEnableSet`, then the LED says what the board does now, and
     /// `fGrey` enables the module's controls while it is off.
     void connectSwitch(QCheckBox* pCheckBox, const std::function<void(bool)>& fEnableSet,
@@ -153,7 +162,6 @@ private:
     bool isWriteFree();
     void announceRead();
     void readHandler();
-    void readStatus();
     void showRead();
 
     const Role role;

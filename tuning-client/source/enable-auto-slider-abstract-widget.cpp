@@ -29,7 +29,7 @@ EnableAutoSliderAbstractWidget::EnableAutoSliderAbstractWidget(QWidget* pParent,
     pTimer->setInterval(1000);
     connectTick(pTimer, [this] { emit refresh(); });
     // Also after a failed command: a box that is off stops the timer at once.
-    connect(pCheckBoxEnable, &QCheckBox::toggled, this, [this](bool isEnable) { stateFollow(isEnable, isAuto()); });
+    connect(pCheckBoxEnable, &QCheckBox::toggled, this, [this] { stateFollow(isAuto()); });
 
     // Auto until the first read says otherwise. No command is sent for it.
     shortcut::NoSignals::setCurrentText(pComboBoxWorkMode, tr("Auto"));
@@ -42,24 +42,20 @@ void EnableAutoSliderAbstractWidget::workModeChanged(bool isAuto)
 {
     for (auto* pSlider : qAsConst(sliderSpinWidgets))
         pSlider->setEnabled(!isAuto);
-    stateFollow(pCheckBoxEnable->isChecked(), isAuto);
+    stateFollow(isAuto);
 }
 
 void EnableAutoSliderAbstractWidget::childrenWidgetsEnableSet(bool isEnable)
 {
     EnableSliderAbstractWidget::childrenWidgetsEnableSet(isEnable);
-    stateFollow(pCheckBoxEnable->isChecked(), isAuto());
+    stateFollow(isAuto());
 }
 
 void EnableAutoSliderAbstractWidget::enableSet(bool isEnable) { timerSet(isEnable && isAuto()); }
 
 void EnableAutoSliderAbstractWidget::updateStatus() { timerSet(pCheckBoxEnable->isChecked() && isAuto()); }
 
-void EnableAutoSliderAbstractWidget::showEvent(QShowEvent* pEvent)
-{
-    AbstractWidget::showEvent(pEvent);
-    stateFollow(pCheckBoxEnable->isChecked(), isAuto());
-}
+void EnableAutoSliderAbstractWidget::afterShow() { stateFollow(isAuto()); }
 
 bool EnableAutoSliderAbstractWidget::isAuto() const { return pComboBoxWorkMode->currentText() == tr("Auto"); }
 
@@ -89,13 +85,13 @@ void EnableAutoSliderAbstractWidget::tableEdit(const std::function<void(Json::Va
 }
 
 /// The state table. In Manual the order of a page's own steps decides over the sliders.
-void EnableAutoSliderAbstractWidget::stateFollow(bool isEnable, bool isAuto)
+void EnableAutoSliderAbstractWidget::stateFollow(bool isAuto)
 {
     pPushButtonEditTable->setVisible(isAuto);
     if (isAuto)
         for (auto* pSlider : qAsConst(sliderSpinWidgets))
             pSlider->setEnabled(false);
-    timerSet(isEnable && isAuto && isVisible());
+    timerSet(pCheckBoxEnable->isChecked() && isAuto && isVisible());
 }
 
 void EnableAutoSliderAbstractWidget::timerSet(bool isRunning)

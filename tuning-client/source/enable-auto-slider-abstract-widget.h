@@ -41,7 +41,7 @@ public:
     QTimer* pTimer;
 
 protected:
-    void showEvent(QShowEvent* pEvent) override;
+    void afterShow() override;
 
     bool isAuto() const;
 
@@ -62,6 +62,6 @@ protected:
 private:
     void tableEdit(const std::function<void(Json::Value&)>& fTableGet,
                    const std::function<void(const Json::Value&)>& fTableSet);
-    void stateFollow(bool isEnable, bool isAuto);
+    void stateFollow(bool isAuto);
     void timerSet(bool isRunning);
 };

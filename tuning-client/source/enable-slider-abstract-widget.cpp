@@ -16,7 +16,8 @@ EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const Q
                  [this](bool isEnable)
                  {
                      enableSet(isEnable);
-                     ledShow(isEnable);
+                     // A page may have read, and the board decided otherwise.
+                     ledShow(pCheckBoxEnable->isChecked());
                  });
 
     pGridLayoutScrollArea->addWidget(pPushButtonRest, 0, 1, Qt::AlignLeft);

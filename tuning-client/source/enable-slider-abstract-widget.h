@@ -67,6 +67,6 @@ protected:
     void resetSend(Generation... generation)
     {
         Service().reset(generation...);
-        updateStatus();
+        readStatus();
     }
 };

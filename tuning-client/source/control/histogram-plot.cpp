@@ -63,7 +63,7 @@ void HistPlot::resizeEvent(QResizeEvent* pEvent)
 {
     // Where there is no room for all labels, each second one, and so on.
     int step = binsPerLabel;
-    while (step < 256 && 256 / step > plot::labelCount(*this, "000"))
+    while (step < 256 && 256 / step + 1 > plot::labelCount(*this, "000"))
         step *= 2;
     setAxisScale(xBottom, 0, 256, step);
     QwtPlot::resizeEvent(pEvent);

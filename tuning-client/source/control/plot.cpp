@@ -3,6 +3,7 @@
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_grid.h>
+#include <qwt_scale_widget.h>
 #include <qwt_symbol.h>
 #include <qwt_text.h>
 
@@ -25,7 +26,11 @@ protected:
     bool eventFilter(QObject* pWatched, QEvent* pEvent) override
     {
         if (pEvent->type() == QEvent::Resize)
+        {
             pPlot->setAxisMaxMajor(axis, qBound(2, fitting(), most));
+            // A plot that is drawn piece by piece would show them with its next page only.
+            pPlot->replot();
+        }
         return QObject::eventFilter(pWatched, pEvent);
     }
 
@@ -64,7 +69,11 @@ void labelsFit(QwtPlot& plot, int axis, int most) { new LabelFilter(&plot, axis,
 
 int labelCount(const QwtPlot& plot, const QString& widest)
 {
-    return plot.width() / plot.fontMetrics().horizontalAdvance(widest + "  ");
+    int width = plot.width();
+    for (int axis : {QwtPlot::yLeft, QwtPlot::yRight})
+        if (plot.axisEnabled(axis))
+            width -= plot.axisWidget(axis)->sizeHint().width();
+    return width / plot.fontMetrics().horizontalAdvance(widest + "  ");
 }
 
 QwtPlotGrid* gridAdd(QwtPlot& plot, const QColor& major, const QColor& minor)

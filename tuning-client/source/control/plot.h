@@ -20,7 +20,7 @@ void shrinkable(QwtPlot& plot);
 /// Gives an axis whose steps Qwt chooses as many labels as it has room for, at most `most`.
 void labelsFit(QwtPlot& plot, int axis, int most = 8);
 
-/// How many labels such as `widest` have room on the bottom axis.
+/// How many labels such as `widest` have room on the bottom axis, by the size that the plot has now.
 int labelCount(const QwtPlot& plot, const QString& widest);
 
 /// A dotted grid; its lines are enabled as Qwt does it, all but the minor ones. Belongs to the plot.

@@ -91,7 +91,7 @@ bool TextDelegate::eventFilter(QObject* pWatched, QEvent* pEvent)
 {
     // Neither is left to the base, which would set the text anew and forget that the user has typed it.
     auto* pLineEdit = qobject_cast<QLineEdit*>(pWatched);
-    if (pLineEdit && isConfirming(pEvent) && !pLineEdit->hasAcceptableInput())
+    if (pLineEdit && isConfirming(pEvent) && pLineEdit->isModified() && !pLineEdit->hasAcceptableInput())
     {
         mark(pLineEdit);
         return true;

@@ -56,6 +56,8 @@ class TextView : public View
 public:
     using View::View;
 
+    bool isEditing() const { return View::state() == View::EditingState; }
+
 protected:
     void closeEditor(QWidget* pEditor, QAbstractItemDelegate::EndEditHint hint) override
     {

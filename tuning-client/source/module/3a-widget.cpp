@@ -50,7 +50,7 @@ _3AWidget::_3AWidget(QWidget* pParent)
     pGridLayoutScrollArea->addWidget(pJsonView, 1, 0, 1, 2);
     pJsonView->setAccessibleName(tr("3A Config"));
 
-    connectGuarded(pPushButtonLoad, &QPushButton::clicked, [this] { updateStatus(); });
+    connectGuarded(pPushButtonLoad, &QPushButton::clicked, [this] { readStatus(); });
     connectWrite(pPushButtonSave, &QPushButton::clicked, [this] { configSet(); });
     connectGuarded(pJsonView, &QTreeView::expanded,
                    [this]
@@ -95,6 +95,8 @@ void _3AWidget::configSet()
 {
     if (!isLoaded)
         throw std::runtime_error("Save failed: " + remotePath + " has not been loaded");
+    if (pJsonView->isEditing())
+        throw std::runtime_error("Save failed: the text in the open editor is no value");
     if (auto* pStatusBar = statusBar())
         pStatusBar->clearMessage();
     const shortcut::WaitCursor cursor;

@@ -17,7 +17,7 @@ void Ae2Widget::enableSet(bool isEnable)
 {
     AeWidget::enableSet(isEnable);
     if (isEnable)
-        updateStatus();
+        readStatus();
 }
 
 void Ae2Widget::updateStatusPlot()

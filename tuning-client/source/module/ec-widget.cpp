@@ -90,11 +90,7 @@ void EcWidget::updateStatus()
     NoSignals::setValue(pSliderSpinWidgetIntegration, 1000 * config._long.integrationTime);
 }
 
-void EcWidget::showEvent(QShowEvent* pEvent)
-{
-    AbstractWidget::showEvent(pEvent);
-    pTimer->start();
-}
+void EcWidget::afterShow() { pTimer->start(); }
 
 void EcWidget::exposureShow()
 {

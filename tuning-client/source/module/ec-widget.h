@@ -26,7 +26,7 @@ public:
     rest::Sensor::Status status;
 
 protected:
-    void showEvent(QShowEvent* pEvent) override;
+    void afterShow() override;
 
 private:
     void exposureShow();

@@ -1,5 +1,6 @@
 #include "tuning-client/source/module/hdr2-widget.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QTabWidget>
 
@@ -170,6 +171,9 @@ Hdr2Widget::Hdr2Widget(QWidget* pParent)
       config(rest::recordZero<Hdr::Config>())
 {
     pCheckBoxEnable->setText(tr("Native Hdr"));
+    // It writes nothing, so it need not wait for a read.
+    disconnect(pCheckBoxEnable, &QCheckBox::toggled, this, nullptr);
+    connect(pCheckBoxEnable, &QCheckBox::toggled, this, &Hdr2Widget::enableSet);
     pHdr2PageHdr->pHdr = &config.v2;
     pHdr2PageTransRange->pHdr = &config.v2;
     pHdr2PageDpf->pDpf = &config.v2.dpf;

@@ -1,0 +1,243 @@
+#pragma once
+
+#include "board-simulator/source/data.h"
+#include "board-simulator/source/keys.h"
+#include "board-simulator/source/record-bytes.h"
+#include "board-simulator/source/wire.h"
+#include "tuning-client/source/control/multi-widget.h"
+#include "tuning-common/source/base64.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDoubleSpinBox>
+#include <QGroupBox>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSet>
+#include <QSlider>
+#include <QStackedWidget>
+#include <QTabWidget>
+#include <QTest>
+
+#include <cmath>
+#include <functional>
+#include <sstream>
+#include <vector>
+
+/// A command class in one generation, as a command names it.
+struct Service
+{
+    std::string className;
+    std::string method;
+    int generation = 0;
+
+    explicit Service(const Json::Value& query) : generation(query["generation"].asInt())
+    {
+        const auto function = query["function"].asString();
+        const auto end = function.rfind("::");
+        className = function.substr(6, end - 6);
+        method = function.substr(end + 2);
+    }
+
+    int64_t id(const std::string& command) const { return board::Wire::instance().commandClass(className).id(command); }
+
+    std::string generationName() const
+    {
+        for (const auto& [name, number] : board::Wire::instance().commandClass(className).generations)
+            if (number == generation)
+                return name;
+        return {};
+    }
+
+    std::string text() const
+    {
+        return className + "::" + method + (generationName().empty() ? "" : " " + generationName());
+    }
+};
+
+/// The elements in which a record differs from what it was, with their new values.
+inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const std::string& before,
+                                   const std::string& after)
+{
+    board::RecordBytes bytes(record, layout);
+    bytes.bytesSet(after);
+    QStringList changed;
+    for (const auto& field : layout.fields)
+        for (size_t i = 0; i < field.elementCount(); ++i)
+        {
+            const auto offset = field.offset + i * field.elementSize();
+            if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
+                continue;
+            const auto index = field.elementCount() > 1 ? QString("[%1]").arg(i) : QString();
+            changed.append(QString::fromStdString(field.name) + index + "=" +
+                           QString::number(bytes.number(field.name, i)));
+        }
+    return changed;
+}
+
+/// The layout that a module's record has in the generation, by the board's own description.
+inline const board::Layout& layoutOf(const Service& service, const board::Key& key)
+{
+    static const auto modules = []
+    {
+        Json::Value value;
+        std::istringstream(board::modulesText) >> value;
+        return value;
+    }();
+    const auto& generations = modules[service.className];
+    const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
+    const auto name = generations.empty() ? "" : generations[index]["config"][key.name]["layout"].asString();
+    return board::Wire::instance().record(key.recordName()).layout(name);
+}
+
+inline std::string bytesOf(const Json::Value& text) { return t_common::Base64::decode(text.asString()); }
+
+/// What a command would change of the settings `before`, which the board gave.
+inline QStringList changes(const Service& service, const Json::Value& before, const Json::Value& query)
+{
+    QStringList changed;
+    for (const auto& key : board::Keys::instance().request(service.className, service.method, service.generationName()))
+    {
+        if (!before.isMember(key.name) || !query.isMember(key.name))
+            continue;
+        const auto& old = before[key.name];
+        const auto& fresh = query[key.name];
+        if (!key.recordName().empty())
+            changed += elementsChanged(board::Wire::instance().record(key.recordName()), layoutOf(service, key),
+                                       bytesOf(old), bytesOf(fresh));
+        else if (old.isDouble() ? std::fabs(old.asDouble() - fresh.asDouble()) > 1e-6 : old != fresh)
+            changed.append(QString::fromStdString(key.name + "=") + QString::number(fresh.asDouble()));
+    }
+    return changed;
+}
+
+inline bool isControl(const QWidget* pWidget)
+{
+    const auto* pGroupBox = qobject_cast<const QGroupBox*>(pWidget);
+    const auto* pButton = qobject_cast<const QPushButton*>(pWidget);
+    return (qobject_cast<const QSlider*>(pWidget) || qobject_cast<const QAbstractSpinBox*>(pWidget) ||
+            qobject_cast<const QComboBox*>(pWidget) || qobject_cast<const QCheckBox*>(pWidget) ||
+            qobject_cast<const QRadioButton*>(pWidget) || (pGroupBox && pGroupBox->isCheckable()) ||
+            (pButton && (pButton->text() == "Reset" || pButton->text() == "Edit Auto Algorithm Table"))) &&
+           pWidget->accessibleName() != "Module";
+}
+
+inline QString nameOf(const QWidget* pControl)
+{
+    if (!pControl->accessibleName().isEmpty())
+        return pControl->accessibleName();
+    if (const auto* pButton = qobject_cast<const QAbstractButton*>(pControl))
+        return pButton->text();
+    const auto* pGroupBox = qobject_cast<const QGroupBox*>(pControl);
+    return pGroupBox ? pGroupBox->title() : QString();
+}
+
+/// What the control shows.
+inline QString valueOf(const QWidget* pControl)
+{
+    if (const auto* pSpinBox = qobject_cast<const QAbstractSpinBox*>(pControl))
+        return pSpinBox->text();
+    if (const auto* pComboBox = qobject_cast<const QComboBox*>(pControl))
+        return pComboBox->currentText();
+    if (const auto* pButton = qobject_cast<const QAbstractButton*>(pControl))
+        return pButton->isChecked() ? "on" : "off";
+    const auto* pSlider = qobject_cast<const QSlider*>(pControl);
+    return pSlider ? QString::number(pSlider->value()) : QString();
+}
+
+inline QString kindOf(const QWidget* pControl)
+{
+    const auto range = [](auto* pBox, int decimals)
+    {
+        return QString("%1 to %2 by %3, %4 decimals")
+            .arg(pBox->minimum())
+            .arg(pBox->maximum())
+            .arg(pBox->singleStep())
+            .arg(decimals);
+    };
+    if (const auto* pBox = qobject_cast<const QDoubleSpinBox*>(pControl))
+        return range(pBox, pBox->decimals());
+    if (const auto* pBox = qobject_cast<const QSpinBox*>(pControl))
+        return range(pBox, 0);
+    if (qobject_cast<const QComboBox*>(pControl))
+        return "\"" + valueOf(pControl) + "\" of a choice";
+    return QString(pControl->metaObject()->className()).mid(1).toLower();
+}
+
+/// How a user changes the control: a step for a number, each other choice of a combo box, there and back for a box.
+/// Empty when there is nothing to choose.
+inline std::vector<std::function<void()>> operations(QWidget* pControl)
+{
+    const auto key = [pControl](Qt::Key code) { return [=] { QTest::keyClick(pControl, code); }; };
+    if (auto* pSlider = qobject_cast<QSlider*>(pControl))
+        return {key(pSlider->value() == pSlider->minimum() ? Qt::Key_End : Qt::Key_Home)};
+    if (auto* pDoubleSpinBox = qobject_cast<QDoubleSpinBox*>(pControl))
+        return {key(pDoubleSpinBox->value() == pDoubleSpinBox->minimum() ? Qt::Key_Up : Qt::Key_Down)};
+    if (auto* pSpinBox = qobject_cast<QSpinBox*>(pControl))
+        return {key(pSpinBox->value() == pSpinBox->minimum() ? Qt::Key_Up : Qt::Key_Down)};
+    if (auto* pComboBox = qobject_cast<QComboBox*>(pControl))
+    {
+        std::vector<std::function<void()>> choices;
+        for (int i = 0; i < pComboBox->count(); ++i)
+            if (i != pComboBox->currentIndex())
+                choices.push_back([=] { pComboBox->setCurrentIndex(i); });
+        return choices;
+    }
+    if (qobject_cast<QCheckBox*>(pControl) || qobject_cast<QGroupBox*>(pControl))
+        return {key(Qt::Key_Space), key(Qt::Key_Space)};
+    return {key(Qt::Key_Space)};
+}
+
+/// The titles of the tabs and groups around the control, from the outside in.
+inline QString placeOf(const QWidget& page, const QWidget* pControl)
+{
+    QStringList titles;
+    for (const auto* pChild = pControl; pChild != &page; pChild = pChild->parentWidget())
+    {
+        const auto* pGroupBox = qobject_cast<const QGroupBox*>(pChild);
+        const auto* pStack = qobject_cast<const QStackedWidget*>(pChild->parentWidget());
+        const auto* pTabs = pStack ? qobject_cast<const QTabWidget*>(pStack->parentWidget()) : nullptr;
+        if (pGroupBox && pChild != pControl)
+            titles.prepend("group \"" + pGroupBox->title() + "\"");
+        if (pTabs)
+            titles.prepend("tab \"" + pTabs->tabText(pStack->indexOf(const_cast<QWidget*>(pChild))) + "\"");
+    }
+    return titles.join(", ");
+}
+
+/// Walks all controls of a page in the order of the tab key, tab by tab and inner page by inner page.
+template <class Action>
+void walk(QWidget& page, const Action& action)
+{
+    QVector<QWidget*> chain;
+    for (auto* pWidget = page.nextInFocusChain(); pWidget != &page; pWidget = pWidget->nextInFocusChain())
+        if (page.isAncestorOf(pWidget) && isControl(pWidget))
+            chain.append(pWidget);
+    QSet<QWidget*> met;
+    const auto visible = [&]
+    {
+        for (auto* pWidget : qAsConst(chain))
+            if (pWidget->isVisible() && !met.contains(pWidget))
+            {
+                met.insert(pWidget);
+                action(pWidget);
+            }
+    };
+    bool hasParts = false;
+    for (auto* pTabWidget : page.findChildren<QTabWidget*>())
+        for (int i = 0; i < pTabWidget->count(); ++i)
+        {
+            hasParts = true;
+            pTabWidget->setCurrentIndex(i);
+            visible();
+        }
+    if (auto* pMulti = qobject_cast<MultiWidget*>(&page))
+        for (int i = 0; i < pMulti->pComboBox->count(); ++i)
+        {
+            hasParts = true;
+            pMulti->pComboBox->setCurrentIndex(i);
+            visible();
+        }
+    if (!hasParts)
+        visible();
+}
