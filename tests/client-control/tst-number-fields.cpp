@@ -27,26 +27,6 @@ const struct
     void (*fEnter)(QWidget*, const QString&);
 } ways[] = {
     {"typed", [](QWidget* pWidget, const QString& text) { QTest::keyClicks(pWidget, text); }},
-    {"typed with the keypad",
-     [](QWidget* pWidget, const QString& text)
-     {
-         for (const auto character : text)
-         {
-             const auto key = character == ',' ? Qt::Key_Period : Qt::Key(character.unicode());
-             QKeyEvent event(QEvent::KeyPress, key, Qt::KeypadModifier, character);
-             QApplication::sendEvent(pWidget, &event);
-         }
-     }},
-    {"composed",
-     [](QWidget* pWidget, const QString& text)
-     {
-         for (const auto character : text)
-         {
-             QInputMethodEvent event;
-             event.setCommitString(character);
-             QApplication::sendEvent(pWidget, &event);
-         }
-     }},
     {"pasted",
      [](QWidget* pWidget, const QString& text)
      {
@@ -133,21 +113,12 @@ struct Register : HexSpinBox
     Register() : HexSpinBox(false) {}
 };
 
-QString lineAfter(const Enter& fEnter)
-{
-    QLineEdit line;
-    line.show();
-    fEnter(&line);
-    return line.text();
-}
-
 const struct
 {
     const char* pName;
     std::function<QString(const Enter&)> fAfter;
     const char* pExpected; ///< of 1,5 over 2
 } fields[] = {
-    {"double spin box", ownBoxAfter<QDoubleSpinBox>, "1.50"},
     {"slider row", rowAfter, "1.500"},
     {"spin box", ownBoxAfter<QSpinBox>, "2"},
     {"hexadecimal spin box", ownBoxAfter<Register>, "0x2"},
@@ -156,7 +127,6 @@ const struct
     {"list of a tree", [](const auto& fEnter) { return variantAfter(QStringList("2"), fEnter); }, "1,5"},
     {"double of a document", [](const auto& fEnter) { return jsonAfter("[2.0]", fEnter); }, "1.5"},
     {"text of a document", [](const auto& fEnter) { return jsonAfter("[\"2\"]", fEnter); }, "1,5"},
-    {"line of text", lineAfter, "1,5"},
 };
 } // namespace
 
@@ -174,6 +144,6 @@ TEST(NumberFieldsTest, APastedNumberCountsAsTyped)
     row.show();
     auto* pBox = row.findChild<QDoubleSpinBox*>();
     pBox->selectAll();
-    ways[3].fEnter(pBox, "1,5");
+    ways[1].fEnter(pBox, "1,5");
     EXPECT_TRUE(row.isBeingEdited());
 }
