@@ -8,7 +8,6 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
-#include "tuning-common/source/base64.h"
 
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -44,12 +43,6 @@ class ExposurePagesTest : public BoardTest
 protected:
     ExposurePagesTest() { aeEnable(false); }
 
-    template <class Record>
-    void answer(Id id, const char* key, const Record& value)
-    {
-        board->answerSet(id, key, t_common::Base64::encode(value));
-    }
-
     AeWidget& ae(int generation = 0)
     {
         return dynamic_cast<AeWidget&>(page(generation == 0 ? "Auto Exposure" : "Auto Exposure 2"));
@@ -77,17 +70,12 @@ protected:
         return values;
     }
 
-    /// The last point of the curve of that name.
-    static double curveEnd(const AeWidget& widget, const QString& name)
+    /// The last point of a curve: 0 is the integration time, 1 the gain.
+    static double curveEnd(const AeWidget& widget, int index)
     {
-        double value = -1;
-        for (auto* pItem : widget.pExposurePlot->itemList(QwtPlotItem::Rtti_PlotCurve))
-        {
-            const auto* pCurve = static_cast<QwtPlotCurve*>(pItem);
-            if (pCurve->title().text() == name && pCurve->dataSize() > 0)
-                value = pCurve->sample(int(pCurve->dataSize()) - 1).y();
-        }
-        return value;
+        const auto* pItem = widget.pExposurePlot->itemList(QwtPlotItem::Rtti_PlotCurve).at(index);
+        const auto& curve = *static_cast<const QwtPlotCurve*>(pItem);
+        return curve.dataSize() > 0 ? curve.sample(int(curve.dataSize()) - 1).y() : -1;
     }
 
     static QLabel& cell(const AeWidget& widget, int row, int column)
@@ -174,10 +162,10 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
         status.histogram.v2._256[i] = uint32_t(1000 + i);
     status.luminance[7] = 70;
     status.objectRegion[7] = 1;
-    answer(AeStatusGet, "status", status);
+    answerSet(AeStatusGet, "status", status);
     auto sensor = record<rest::Sensor::Config>("Sensor");
     sensor._long = {3, 0.25f};
-    answer(SensorConfigGet, "config", sensor);
+    answerSet(SensorConfigGet, "config", sensor);
 
     auto& first = ae();
     first.updateStatusPlot();
@@ -185,13 +173,13 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
     EXPECT_EQ(bars(first)[15], 16);
     EXPECT_EQ(cell(first, 1, 2).text(), "70");
     EXPECT_EQ(color(cell(first, 1, 3)), QColor(Qt::darkGreen));
-    EXPECT_EQ(curveEnd(first, "Gain"), 3);
-    EXPECT_EQ(curveEnd(first, "Integration Time"), 0.25);
+    EXPECT_EQ(curveEnd(first, 1), 3);
+    EXPECT_EQ(curveEnd(first, 0), 0.25);
 
     // The mode without an item in the combo box shows the object region.
     auto settings = record<Ae::Config>("Ae");
     settings.v1.mode = V1::ModeSum;
-    answer(AeConfigGet, "config", settings);
+    answerSet(AeConfigGet, "config", settings);
     emit pMainWindow->refresh();
     first.updateStatusPlot();
     EXPECT_EQ(color(cell(first, 1, 2)), QColor(Qt::darkGreen));
@@ -202,9 +190,9 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
     ASSERT_EQ(bars(second).size(), 256u);
     EXPECT_EQ(bars(second)[255], 16) << "16 coarse bins hide the 256 fine ones";
     EXPECT_EQ(bars(second)[16], 2);
-    EXPECT_EQ(curveEnd(second, "Gain"), 3);
+    EXPECT_EQ(curveEnd(second, 1), 3);
     std::memset(status.histogram.v2._16, 0, sizeof status.histogram.v2._16);
-    answer(AeStatusGet, "status", status);
+    answerSet(AeStatusGet, "status", status);
     second.updateStatusPlot();
     ASSERT_EQ(bars(second).size(), 256u);
     EXPECT_EQ(bars(second)[255], 1255);
@@ -241,7 +229,7 @@ TEST_F(ExposurePagesTest, ExposureByHandFollowsAutoExposure)
 
     // Longer than the sensor can is shown as full.
     sensor._long = {2 * status.gain.max, status.integrationTime.max};
-    answer(SensorConfigGet, "config", sensor);
+    answerSet(SensorConfigGet, "config", sensor);
     tick(widget.pTimer);
     EXPECT_EQ(widget.pProgressBarExposure->value(), 100);
 }
@@ -256,15 +244,15 @@ TEST_F(ExposurePagesTest, ExposureByHandHasTheSensorsRanges)
     status.gain.max = 12.25f;
     status.integrationTime.min = 0.0171f;
     status.integrationTime.max = 0.0333f;
-    answer(SensorStatusGet, "status", status);
+    answerSet(SensorStatusGet, "status", status);
     auto settings = record<Ae::Config>("Ae");
-    const std::tuple<V1::Ecm::FlickerPeriod, double, double> cases[] = {{V1::Ecm::FlickerPeriod120Hz, 16, 32},
-                                                                        {V1::Ecm::FlickerPeriod100Hz, 10, 30},
-                                                                        {V1::Ecm::FlickerPeriodOff, 10, 30}};
+    const std::tuple<int, double, double> cases[] = {{V1::Ecm::FlickerPeriod120Hz, 16, 32},
+                                                     {V1::Ecm::FlickerPeriod100Hz, 10, 30},
+                                                     {V1::Ecm::FlickerPeriodOff, 10, 30}};
     for (const auto& [period, least, most] : cases)
     {
-        settings.v1.ecm.flickerPeriod = period;
-        answer(AeConfigGet, "config", settings);
+        settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod(period);
+        answerSet(AeConfigGet, "config", settings);
         emit pMainWindow->refresh();
         EXPECT_EQ(pGain->minimum(), 1.5);
         EXPECT_EQ(pGain->maximum(), 12.25);
@@ -272,7 +260,7 @@ TEST_F(ExposurePagesTest, ExposureByHandHasTheSensorsRanges)
         EXPECT_EQ(pTime->maximum(), most);
     }
     status.gain.max = 1;
-    answer(SensorStatusGet, "status", status);
+    answerSet(SensorStatusGet, "status", status);
     emit pMainWindow->refresh();
     EXPECT_TRUE(this->status().startsWith("Range error")) << str(this->status());
     EXPECT_EQ(pGain->maximum(), 12.25);

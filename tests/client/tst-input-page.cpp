@@ -85,12 +85,6 @@ protected:
         return *pMenu;
     }
 
-    template <class Record>
-    void answerSet(int id, const char* key, const Record& value)
-    {
-        board->answerSet(id, key, t_common::Base64::encode(value));
-    }
-
     /// What the board received, as numbers of commands.
     std::vector<int> ids() const
     {
