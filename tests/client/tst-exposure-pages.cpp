@@ -214,7 +214,6 @@ TEST_F(ExposurePagesTest, ExposureByHandFollowsAutoExposure)
     ec();
     EXPECT_TRUE(widget.pTimer->isActive()) << "showing starts it in any case";
 
-    const auto status = record<rest::Sensor::Status>("Sensor", "status");
     type(widget.pSliderSpinWidgetGain, "1.75");
     type(widget.pSliderSpinWidgetIntegration, "20");
     auto sensor = record<rest::Sensor::Config>("Sensor");
@@ -223,6 +222,10 @@ TEST_F(ExposurePagesTest, ExposureByHandFollowsAutoExposure)
     emit widget.refresh();
     EXPECT_EQ(widget.pSliderSpinWidgetIntegration->value(), 20);
 
+    auto status = record<rest::Sensor::Status>("Sensor", "status");
+    status.gain.min = 4;
+    status.integrationTime.min = 0.02f;
+    answerSet(SensorStatusGet, "status", status);
     tick(widget.pTimer);
     const float largest = status.gain.max * status.integrationTime.max - status.gain.min * status.integrationTime.min;
     EXPECT_EQ(widget.pProgressBarExposure->value(), int(100 * (sensor._long.integrationTime * 1.75f) / largest));

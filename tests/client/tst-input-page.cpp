@@ -294,10 +294,11 @@ TEST_F(InputPageTest, StoredImagesAreChosen)
 {
     auto& page = image();
     QDir().mkpath("local");
-    config.preferences.capture.path = config.preferences.calibration.path = QDir("local").absolutePath();
+    config.preferences.capture.path = QDir("local").absolutePath();
+    config.preferences.calibration.path = QDir::currentPath();
     fileWrite("local/mine.pgm", "P5 2 1 255\nab");
     {
-        const FileDialogAnswer answer("mine.pgm");
+        const FileDialogAnswer answer(QDir("local").absoluteFilePath("mine.pgm"));
         actionOf(imageMenu().actions(), "Local")->trigger();
         EXPECT_EQ(answer.seen, "Select File|" + config.preferences.capture.path + "|PGM (*.pgm)");
     }
