@@ -5,7 +5,6 @@
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
-#include "tuning-transfer/source/transfer-client.h"
 
 #include <QDockWidget>
 #include <QMenu>
@@ -93,6 +92,7 @@ TEST_F(MainWindowTest, StartsWithItsMenusAndTools)
     for (const auto* text : {"Refresh Status", "&Start", "&Stop", "&Capture Image"})
         EXPECT_FALSE(tool(text)->icon().isNull()) << text;
     EXPECT_EQ(tool("&Start")->toolTip() + tool("&Stop")->toolTip(), "Start PreviewStop Preview");
+    EXPECT_EQ(label("LED").maximumSize(), QSize(16, 16));
     EXPECT_TRUE(config.widget.jRoot.contains("Exposure Control")) << "a page that was never shown has an entry too";
 }
 
@@ -197,7 +197,7 @@ TEST_F(MainWindowTest, ChoosingAChipBuildsItAnew)
     QPointer<QAbstractItemModel> pOldModel = tree().model();
     action("&Chip", "Full")->trigger();
     ASSERT_NE(pMainWindow->centralWidget(), pOld);
-    EXPECT_NE(tree().model(), pOldModel);
+    EXPECT_TRUE(pOldModel.isNull());
     EXPECT_TRUE(marked("&Sensor").isEmpty() && marked("&ISP").isEmpty()) << "these menus are new";
     EXPECT_TRUE(waitUntil([&] { return pOld.isNull(); })) << "the earlier pages are gone";
 

@@ -79,13 +79,14 @@ TEST_F(BoardTest, SingleRegistersAreReadAndWritten)
 
         // An emptied field must not send what stood there before.
         board->requestsClear();
-        pAddress->selectAll();
-        QTest::keyClick(pAddress, Qt::Key_Delete);
-        for (auto* pButton : {pRead, pWrite})
+        for (const auto& [pEmptied, pButton] : {std::pair(pAddress, pRead), {pAddress, pWrite}, {pValue, pWrite}})
         {
+            pEmptied->selectAll();
+            QTest::keyClick(pEmptied, Qt::Key_Delete);
             pButton->animateClick(0);
             QTest::qWait(1);
             EXPECT_TRUE(status().endsWith("no hexadecimal number")) << str(status());
+            pEmptied->setHexValue(1);
         }
         EXPECT_EQ(board->requestCount(), 0u);
     }
