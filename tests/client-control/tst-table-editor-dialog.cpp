@@ -183,7 +183,7 @@ TEST(TableEditorDialog, EditsWithTheKeyboardAndIsNotEndedByEnter)
     QTest::keyClick(&editor.grid, '8');
     auto pLineEdit = qobject_cast<QLineEdit*>(QApplication::focusWidget());
     ASSERT_TRUE(pLineEdit);
-    QTest::keyClicks(pLineEdit, ",x.5e");
+    QTest::keyClicks(pLineEdit, ",x5e");
     EXPECT_FALSE(editor.isTaken(pLineEdit)) << "not yet a number";
     auto pApply = editor.dialog.findChildren<QPushButton*>()[0];
     QTest::mouseClick(pApply, Qt::LeftButton);

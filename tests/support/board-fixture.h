@@ -7,6 +7,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/module/central-widget.h"
+#include "tuning-common/source/base64.h"
 #include "tuning-rest/source/record.h"
 
 #include <QDir>
@@ -99,6 +100,13 @@ protected:
         auto value = rest::recordZero<Record>();
         std::memcpy(&value, bytes.data(), sizeof value);
         return value;
+    }
+
+    /// The board answers with that record from now on.
+    template <class Record>
+    void answerSet(int64_t id, const char* key, const Record& value)
+    {
+        board->answerSet(id, key, t_common::Base64::encode(value));
     }
 
     /// Switches the exposure loop of both generations: while it runs, the board's records change by themselves.
