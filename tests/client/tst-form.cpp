@@ -4,6 +4,7 @@
 #include "tests/support/files.h"
 #include "tuning-client/source/control/number-table.h"
 #include "tuning-client/source/control/plot.h"
+#include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/part-widget.h"
 #include "tuning-client/source/shortcut/value-pair.h"
 
@@ -226,6 +227,27 @@ TEST_F(FormTest, HeldKeyAndHalfTypedTextSendOnce)
     EXPECT_EQ(pBox->value(), 50) << "entered, so the board's again";
 }
 
+TEST_F(FormTest, TextThatIsHalfTypedGoesWithItsPage)
+{
+    settings.isGroup = true;
+    auto pPart = std::make_unique<EveryControl>();
+    pPart->pSettings = &settings;
+    pPart->updateStatus();
+    pPart->show();
+    pPart->activateWindow();
+    for (auto* pBox : {pPart->pLevels[0], pPart->pSlider->findChild<QDoubleSpinBox*>()})
+    {
+        pBox->setFocus();
+        pBox->selectAll();
+        QTest::keyClicks(pBox, "9");
+    }
+    pPart->pLevels[0]->setFocus();
+    QTest::keyClicks(pPart->pLevels[0], "9");
+    const auto before = settings;
+    pPart.reset();
+    EXPECT_EQ(bytes(settings), bytes(before));
+}
+
 TEST_F(FormTest, ComboBoxIsRefilledOnlyWhenDifferent)
 {
     QComboBox box;
@@ -285,4 +307,14 @@ TEST_F(FormTest, PlotTakesFinitePointsAndThinsItsLabels)
     EXPECT_EQ(plot.axisMaxMajor(QwtPlot::xBottom), 8);
     plot.resize(plot.minimumWidth(), 300);
     EXPECT_LT(plot.axisMaxMajor(QwtPlot::xBottom), 4);
+}
+
+TEST_F(FormTest, PageIsMadeUnderTheNameOfItsRow)
+{
+    struct Named : AbstractWidget
+    {
+        Named(QWidget* pParent, const QString& name) : AbstractWidget(pParent, name) {}
+    };
+    const std::unique_ptr<QWidget> pPage(CentralWidget::makeNamed<Named>("Dehaze"));
+    EXPECT_EQ(pPage->objectName(), "Dehaze");
 }

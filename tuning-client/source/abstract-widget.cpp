@@ -55,6 +55,9 @@ AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSet
 
 AbstractWidget::~AbstractWidget()
 {
+    // A box that goes with the focus in it commits its text, and the page that would send it is gone already.
+    for (auto* pChild : findChildren<QObject*>())
+        disconnect(pChild, nullptr, this, nullptr);
     if (isSizeKept())
         AbstractWidget::settingStore();
 }

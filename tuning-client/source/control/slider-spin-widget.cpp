@@ -62,6 +62,13 @@ SliderSpinWidget::SliderSpinWidget(const QString& title, double min, double max,
     connect(this, &SliderSpinWidget::valueChanged, this, std::move(fValueChanged));
 }
 
+SliderSpinWidget::~SliderSpinWidget()
+{
+    // The box commits a half-typed text when it goes.
+    for (QObject* pPart : std::initializer_list<QObject*>{pDoubleSpinBox, pSlider, pHeldChange})
+        disconnect(pPart, nullptr, this, nullptr);
+}
+
 void SliderSpinWidget::setDecimals(int decimals)
 {
     {

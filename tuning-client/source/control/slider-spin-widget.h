@@ -21,6 +21,8 @@ public:
     SliderSpinWidget(const QString& title, double min, double max, int decimals,
                      std::function<void(double)> fValueChanged, QWidget* pParent);
 
+    ~SliderSpinWidget() override;
+
     /// The step becomes 1 / 10^decimals.
     void setDecimals(int decimals);
 
