@@ -228,6 +228,22 @@ TEST_F(EnablePagesTest, ResetReadsAndSoFreesTheWay)
     EXPECT_EQ(sent(ConfigSet), 1u);
 }
 
+// A running module in Manual: its sliders stay free all through the read, and so in the user's hand.
+TEST_F(EnablePagesTest, ReadLeavesTheHandOnTheControl)
+{
+    auto& page = shown(true, false);
+    pMainWindow->activateWindow();
+    auto* pBox = page.sliderSpinWidgets[0]->findChild<QDoubleSpinBox*>();
+    pBox->setFocus();
+    ASSERT_TRUE(waitUntil([&] { return pBox->hasFocus(); }));
+    pBox->selectAll();
+    QTest::keyClicks(pBox, "5");
+    emit pMainWindow->refresh();
+    EXPECT_EQ(sent(ConfigSet), 0u);
+    EXPECT_EQ(pBox->text(), "5");
+    EXPECT_TRUE(pBox->hasFocus());
+}
+
 TEST_F(EnablePagesTest, BoxWithoutACommandGreysByItself)
 {
     board->faultSet({Fault::Close});

@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
+#include <QMouseEvent>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QTableView>
@@ -213,10 +214,16 @@ TEST_F(FormTest, HeldKeyAndHalfTypedTextSendOnce)
     pBox->setFocus();
     for (int i = 0; i < 3; ++i)
         QTest::keyPress(pBox, Qt::Key_Up);
+    NoSignals::setValue(pBox, 77.0);
     EXPECT_EQ(changes.count(), 0);
     QTest::keyRelease(pBox, Qt::Key_Up);
     EXPECT_EQ(changes.count(), 1);
     EXPECT_EQ(settings.inner.levels[1][0], 3);
+    QMouseEvent second(QEvent::MouseButtonDblClick, QPointF(5, 5), Qt::LeftButton, Qt::LeftButton, {});
+    QApplication::sendEvent(pBox, &second);
+    NoSignals::setValue(pBox, 66.0);
+    EXPECT_EQ(pBox->value(), 3) << "held by the second press of a double click";
+    QTest::mouseRelease(pBox, Qt::LeftButton);
     pBox->selectAll();
     QTest::keyClicks(pBox, "12");
     NoSignals::setValue(pBox, 50.0);

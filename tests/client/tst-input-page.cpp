@@ -214,7 +214,14 @@ TEST_F(InputPageTest, TestPatternBeforeAnyReadKeepsTheResolution)
     board->faultsClear();
     ASSERT_EQ(input().pSensorWidget->pComboBoxResolution->count(), 0);
     auto expected = board->recordGet("Sensor", 0);
-    input().pSensorWidget->pCheckBoxTestPattern->click();
+    input().pSensorWidget->configSet();
+    EXPECT_EQ(board->recordGet("Sensor", 0), expected);
+    // The page's first show asks for nothing and its second read has failed.
+    auto* pBox = input().pSensorWidget->pCheckBoxTestPattern;
+    pBox->click();
+    EXPECT_EQ(board->recordGet("Sensor", 0), expected);
+    EXPECT_FALSE(pBox->isChecked());
+    pBox->click();
     expected[offsetof(Sensor::Config, isTestPattern)] = 1;
     EXPECT_EQ(board->recordGet("Sensor", 0), expected);
 }

@@ -212,6 +212,36 @@ TEST_F(PageBaseTest, FirstGoodTickAfterAFailureReadsAndHidingStopsIt)
     EXPECT_EQ(page.taken(), "");
     show(pEmpty);
     EXPECT_FALSE(timer.isActive());
+    timer.start(60000);
+    tick();
+    EXPECT_FALSE(timer.isActive()) << "started by somebody while hidden";
+}
+
+// Frames with inner pages that talk for themselves.
+TEST_F(PageBaseTest, FailureOfTheFrameStaysAndIsOverWithAnInnerTick)
+{
+    auto& frame = add(new ReadingPage("Frame"));
+    QVector<ReadingPage*> inner{new ReadingPage("First"), new ReadingPage("Second")};
+    QTimer timers[2];
+    for (int i = 0; i < 2; ++i)
+    {
+        frame.pGridLayoutScrollArea->addWidget(inner[i]);
+        inner[i]->connectTick(&timers[i], [i] { QTest::qSleep(i == 0 ? 80 : 0); });
+    }
+    frame.fInRead = [] { throw std::runtime_error("frame failed"); };
+    show(&frame);
+    EXPECT_EQ(status(), "frame failed");
+    frame.fInRead = nullptr;
+    for (auto& timer : timers)
+        timer.start(100);
+    QTest::qSleep(60);
+    QMetaObject::invokeMethod(&timers[0], "timeout");
+    EXPECT_EQ(status(), "Request update...");
+    EXPECT_EQ(led().toolTip(), "Reading ON");
+    EXPECT_GT(timers[1].remainingTime(), 90) << "a slow tick gives all others their interval";
+    frame.taken();
+    QMetaObject::invokeMethod(&timers[0], "timeout");
+    EXPECT_EQ(frame.taken(), "");
 }
 
 // Also when the window itself is shown, where a page comes before what is around it.
@@ -235,20 +265,35 @@ TEST_F(PageBaseTest, SwitchGreysByTheRuleOfItsPage)
     {
         auto& page = add(new ReadingPage);
         board->requestsClear();
+        page.ledWordsSet("Switch ON", "Switch OFF");
         QCheckBox box;
         QStringList done;
+        bool isTaken = true;
         page.connectSwitch(
-            &box, [&](bool isEnable) { Ae().enableSet(isEnable, Ae::V1); },
+            &box,
+            [&](bool isEnable)
+            {
+                Ae().enableSet(isEnable, Ae::V1);
+                const QSignalBlocker blocker(&box);
+                box.setChecked(isTaken && isEnable);
+            },
             [&](bool isFree) { done.append(isFree ? "free" : "grey"); }, grey);
         box.click();
         EXPECT_TRUE(done.isEmpty()) << "not read yet, so nothing is sent";
         EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
         EXPECT_EQ(sent(enableGetId + 1), 0u);
+        EXPECT_FALSE(box.isChecked()) << "back, since it was not sent";
         box.click();
-        EXPECT_EQ(done, QStringList{"free"});
+        EXPECT_EQ(done, QStringList{"grey"});
+        EXPECT_EQ(led().toolTip(), "Switch ON");
+        box.click();
+        isTaken = false;
+        box.click();
+        EXPECT_EQ(done, (QStringList{"grey", "free", "free"})) << "by the box as the command left it";
+        EXPECT_EQ(led().toolTip(), "Switch OFF");
         board->faultSet({Fault::Error, enableGetId + 1});
         box.click();
-        EXPECT_EQ(done.size(), grey == shortcut::Grey::Always ? 2 : 1);
+        EXPECT_EQ(done.size(), grey == shortcut::Grey::Always ? 4 : 3);
         board->faultsClear();
     }
 }

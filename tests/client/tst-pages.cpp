@@ -248,6 +248,11 @@ TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
         jConfig["ip"] = "127.0.0.1";
         jConfig["port"] = board->port();
         pMainWindow->clientHolderSet(jConfig);
+        // A read that fails does not free the way either.
+        board->faultSet({board::Fault::Error});
+        operations(pControl).front()();
+        board->faultsClear();
+        EXPECT_TRUE(status().startsWith("Server: ")) << str(status());
         board->requestsClear();
         operations(pControl).front()();
         EXPECT_TRUE(writes().empty()) << nameOf(pControl).toStdString();
@@ -255,7 +260,7 @@ TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
         EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
         board->requestsClear();
         operations(pControl).front()();
-        EXPECT_EQ(writes().size(), 1u) << "read by now";
+        EXPECT_GE(writes().size(), 1u) << "read by now";
     }
 }
 
@@ -331,6 +336,10 @@ TEST_F(PagesTest, ControlsHaveNamesAndTheTabKeyReadsThem)
                  pLast = pControl;
              });
         for (const auto* pLabel : widget.findChildren<QLabel*>("row-label"))
-            EXPECT_TRUE(pLabel->buddy()) << str(pLabel->text());
+        {
+            ASSERT_TRUE(pLabel->buddy()) << str(pLabel->text());
+            EXPECT_FALSE(pLabel->text().isEmpty());
+            EXPECT_TRUE(pLabel->buddy()->accessibleName().startsWith(pLabel->text()));
+        }
     }
 }

@@ -231,7 +231,10 @@ void walk(QWidget& page, const Action& action)
             pTabWidget->setCurrentIndex(i);
             visible();
         }
-    if (auto* pMulti = qobject_cast<MultiWidget*>(&page))
+    auto multis = page.findChildren<MultiWidget*>();
+    if (auto* pSelf = qobject_cast<MultiWidget*>(&page))
+        multis.append(pSelf);
+    for (auto* pMulti : qAsConst(multis))
         for (int i = 0; i < pMulti->pComboBox->count(); ++i)
         {
             hasParts = true;
@@ -240,4 +243,11 @@ void walk(QWidget& page, const Action& action)
         }
     if (!hasParts)
         visible();
+    // What is hidden still may stand behind a radio button.
+    for (auto* pButton : page.findChildren<QRadioButton*>())
+        if (met.size() < chain.size() && pButton->isVisible() && pButton->isEnabled() && !pButton->isChecked())
+        {
+            pButton->click();
+            visible();
+        }
 }

@@ -28,6 +28,7 @@ public:
 
     using AbstractWidget::connectSwitch;
     using AbstractWidget::connectTick;
+    using AbstractWidget::ledWordsSet;
 
     void configGet() override
     {

@@ -3,6 +3,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/shortcut/columns.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/shortcut/paint-now.h"
 #include "tuning-client/source/shortcut/tab-order.h"
 #include "tuning-client/source/shortcut/wait-cursor.h"
@@ -157,22 +158,39 @@ QVector<AbstractWidget*> AbstractWidget::innerPages() const
 
 bool AbstractWidget::isSizeKept() const { return role != Role::Part && !objectName().isEmpty(); }
 
+/// Whether another page is around this one, and with it the window's size and the LED's failure.
+bool AbstractWidget::isInFrame() const
+{
+    const auto* pFrame = frame();
+    return pFrame && !pFrame->objectName().isEmpty();
+}
+
 bool AbstractWidget::isWindowSizeFree() const
 {
     auto* pMainWindow = mainWindow();
-    return isSizeKept() && config.preferences.window.isAutoResize && pMainWindow && !pMainWindow->isMaximized();
+    return isSizeKept() && !isInFrame() && config.preferences.window.isAutoResize && pMainWindow &&
+           !pMainWindow->isMaximized();
 }
 
-/// A page must not write what it has not read from this board. A part leaves that to its frame, and what a read itself
-/// sends is what it has just read.
-bool AbstractWidget::isWriteFree()
+bool AbstractWidget::isRead() const { return connection != 0 && connection == rest::Abstract::connection(); }
+
+void AbstractWidget::readInstead()
 {
-    if (role == Role::Part || isReading || (connection != 0 && connection == rest::Abstract::connection()))
-        return true;
     const shortcut::WaitCursor waiting;
+    announceRead();
+    shortcut::paintNow(this);
     readStatus();
     if (auto* pStatusBar = statusBar())
         pStatusBar->showMessage(tr("Not sent: the board's values had not been read yet"), 0);
+}
+
+/// A page must not write what it has not read from this board. A part leaves that to its frame, and what a read itself
+/// sends, by a control with live signals, is what it has shown just before.
+bool AbstractWidget::isWriteFree()
+{
+    if (role == Role::Part || isReading || isRead())
+        return true;
+    readInstead();
     return false;
 }
 
@@ -180,13 +198,22 @@ void AbstractWidget::announceRead()
 {
     if (role != Role::Page)
         return;
+    // The failure of the page around this one stays.
+    for (const auto* pFrame = frame(); pFrame; pFrame = pFrame->frame())
+        if (pFrame->isStale)
+            return;
     if (auto* pStatusBar = statusBar())
         pStatusBar->showMessage(tr("Request update..."), 2000);
-    if (auto* pLabel = statusBarLabel("LED"))
-    {
-        pLabel->setPixmap(QPixmap(":/images/gray.png"));
-        pLabel->setToolTip(QString());
-    }
+    ledGrey();
+}
+
+void AbstractWidget::ledGrey()
+{
+    auto* pLabel = statusBarLabel("LED");
+    if (!pLabel || role != Role::Page)
+        return;
+    pLabel->setPixmap(QPixmap(":/images/gray.png"));
+    pLabel->setToolTip(QString());
 }
 
 void AbstractWidget::readHandler()
@@ -211,20 +238,23 @@ void AbstractWidget::readStatus()
     const QScopedValueRollback<bool> reading(isReading, true);
     ++reads;
     isSilent = false;
+    const bool wasStale = std::exchange(isStale, true);
     // The text of a failure that is over must not stay.
-    if (std::exchange(isStale, true))
+    if (wasStale)
         announceRead();
     try
     {
         updateStatus();
     }
-    catch (const t_common::NoAnswer&)
+    catch (const std::exception& exception)
     {
-        isSilent = true;
+        isSilent = dynamic_cast<const t_common::NoAnswer*>(&exception);
+        ledGrey();
         throw;
     }
-    isStale = false;
-    connection = rest::Abstract::connection();
+    isStale = isSkipped && wasStale;
+    if (!std::exchange(isSkipped, false))
+        connection = rest::Abstract::connection();
 }
 
 void AbstractWidget::showEvent(QShowEvent* pEvent)
@@ -247,9 +277,13 @@ void AbstractWidget::showRead()
         [this]
         {
             const shortcut::WaitCursor waiting;
-            shortcut::wheelIgnore(this);
-            shortcut::columnsAlign(this);
-            shortcut::tabOrderSet(this);
+            // The stack of all pages leaves that to each of them.
+            if (role != Role::Container || !objectName().isEmpty())
+            {
+                shortcut::wheelIgnore(this);
+                shortcut::columnsAlign(this);
+                shortcut::tabOrderSet(this);
+            }
             if (isWindowSizeFree() && sizeStore.isValid())
                 mainWindow()->resize(sizeStore);
             AbstractWidget::updateStatus();
@@ -289,21 +323,46 @@ void AbstractWidget::connectSwitch(QCheckBox* pCheckBox, const std::function<voi
                                    const std::function<void(bool)>& fGrey, shortcut::Grey grey)
 {
     connect(pCheckBox, &QCheckBox::toggled, this,
-            [this, fEnableSet, fGrey, grey](bool isEnable)
+            [this, pCheckBox, fEnableSet, fGrey, grey](bool isEnable)
             {
-                bool isFree = false;
-                const bool isDone = guarded(
-                    [&]
-                    {
-                        isFree = isWriteFree();
-                        if (!isFree)
-                            return;
-                        fEnableSet(isEnable);
-                        ledShow(isEnable);
-                    });
-                if (isFree && (isDone || grey == shortcut::Grey::Always))
-                    fGrey(!isEnable);
+                if (!isReading && !isRead())
+                {
+                    // Back first: not every page's read sets its box.
+                    shortcut::NoSignals::setChecked(pCheckBox, !isEnable);
+                    guarded([this] { readInstead(); });
+                    return;
+                }
+                const bool isDone = guarded([&] { fEnableSet(isEnable); });
+                // The command may have set the box back.
+                if (isDone)
+                    ledShow(pCheckBox->isChecked());
+                if (isDone || grey == shortcut::Grey::Always)
+                    fGrey(!pCheckBox->isChecked());
             });
+}
+
+/// After something that blocked the window, every poll around this page waits its interval, or their turns would fill
+/// all the time between two time limits.
+void AbstractWidget::ticksDelay()
+{
+    for (const auto* pPage : window()->findChildren<AbstractWidget*>())
+        for (const auto& pTimer : pPage->ticks)
+            if (pTimer && pTimer->isActive())
+                pTimer->start();
+}
+
+/// The board is back: reads what failed before, from the outermost page inwards.
+void AbstractWidget::recover(bool hasRead)
+{
+    bool isFrameStale = false;
+    for (auto* pFrame = frame(); pFrame; pFrame = pFrame->frame())
+        if (pFrame->isStale)
+        {
+            isFrameStale = true;
+            pFrame->readHandler();
+        }
+    if (isFrameStale || (isStale && !hasRead))
+        readHandler();
 }
 
 void AbstractWidget::connectTick(QTimer* pTimer, const std::function<void()>& action)
@@ -312,15 +371,18 @@ void AbstractWidget::connectTick(QTimer* pTimer, const std::function<void()>& ac
     connect(pTimer, &QTimer::timeout, this,
             [this, pTimer, action]
             {
+                // A change that was committed by the hiding may have started it again.
+                if (!isVisible())
+                    return pTimer->stop();
                 QElapsedTimer clock;
                 clock.start();
-                const bool wasStale = isStale;
                 const auto readsBefore = reads;
-                if (!guarded(action))
-                    isStale = true;
-                else if (wasStale && reads == readsBefore)
-                    readHandler();
-                if (pTimer->isActive() && clock.elapsed() > pTimer->interval() / 2)
-                    pTimer->start();
+                const bool isGood = guarded(action);
+                const bool hasRead = reads != readsBefore;
+                if (isGood && !(hasRead && isStale))
+                    recover(hasRead);
+                isStale = isStale || !isGood;
+                if (clock.elapsed() > pTimer->interval() / 2)
+                    ticksDelay();
             });
 }

@@ -135,6 +135,9 @@ protected:
     /// asked again at once. Throws what `updateStatus()` throws.
     void readStatus();
 
+    /// For an `updateStatus()` that asked the board for nothing: it does not count as a read.
+    void readSkip() { isSkipped = true; }
+
     /// Called at the end of each show, after its reads: for timers that run during a visit.
     virtual void afterShow() {}
 
@@ -159,8 +162,14 @@ private:
     QVector<AbstractWidget*> innerPages() const;
     bool isSizeKept() const;
     bool isWindowSizeFree() const;
+    bool isInFrame() const;
+    bool isRead() const;
+    void readInstead();
     bool isWriteFree();
     void announceRead();
+    void ledGrey();
+    void ticksDelay();
+    void recover(bool hasRead);
     void readHandler();
     void showRead();
 
@@ -168,6 +177,7 @@ private:
     bool isShown = false;         ///< its show has been worked off
     bool isReading = false;       ///< in the middle of `readStatus()`
     bool isSilent = false;        ///< the last read ended without an answer
+    bool isSkipped = false;       ///< the read that is running asks for nothing
     bool isStale = false;         ///< the last read or tick failed
     unsigned reads = 0;           ///< calls of `readStatus()`
     std::uint64_t connection = 0; ///< the one that the last good read came through; 0 for none

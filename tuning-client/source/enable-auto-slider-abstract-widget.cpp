@@ -67,7 +67,13 @@ void EnableAutoSliderAbstractWidget::workModeShow(bool isAuto)
 
 void EnableAutoSliderAbstractWidget::stateShow(bool isEnable, bool isAuto)
 {
-    enableShow(isEnable);
+    enableBoxShow(isEnable);
+    // The mode decides over the sliders at the end. To grey and free them would take the focus from the user's hand.
+    auto widgets = childrenWidgets();
+    for (auto* pSlider : qAsConst(sliderSpinWidgets))
+        widgets.removeAll(pSlider);
+    shortcut::enabledSet(widgets, !isEnable);
+    ledShow(isEnable);
     workModeShow(isAuto);
 }
 

@@ -49,6 +49,7 @@ protected:
     void workModeShow(bool isAuto);
 
     /// What a read shows of switch and mode, in the usual order: the box, the greying, the LED, the mode and the timer.
+    /// In Manual the sliders of a running module are free then; a page that greys last calls the steps instead.
     void stateShow(bool isEnable, bool isAuto);
 
     /// Fetches the table, lets the user edit it, and sends it back if he applied it.

@@ -27,7 +27,8 @@ EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const Q
     pGridLayoutScrollArea->addLayout(pGridLayoutSliderSpinWidgetCollection, 2, 0, 1, shortcut::Form::columns);
     auto sliders = form(pGridLayoutSliderSpinWidgetCollection);
     for (int i = 0; i < count; ++i)
-        sliderSpinWidgets.append(sliders.slider(tr("SliderSpinWidget %1").arg(i), 0, 99.99, 2));
+        sliderSpinWidgets.append(
+            sliders.slider(tr("SliderSpinWidget %1").arg(i), 0, 99.99, shortcut::Form::ownDecimals));
 }
 
 QVector<QWidget*> EnableSliderAbstractWidget::childrenWidgets() const { return shortcut::siblings(pCheckBoxEnable); }
@@ -48,7 +49,8 @@ SliderSpinWidget* EnableSliderAbstractWidget::slider(int index, const QString& t
 {
     auto* pSlider = sliderSpinWidgets.at(index);
     pSlider->setText(text);
-    pSlider->setDecimals(decimals);
+    if (decimals != shortcut::Form::ownDecimals)
+        pSlider->setDecimals(decimals);
     pSlider->setRange(min, max);
     return pSlider;
 }

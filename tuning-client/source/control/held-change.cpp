@@ -47,6 +47,7 @@ bool HeldChange::eventFilter(QObject* pWatched, QEvent* pEvent)
             isDown = true;
         break;
     case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
         isDown = true;
         break;
     case QEvent::KeyRelease:

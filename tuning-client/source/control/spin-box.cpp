@@ -3,13 +3,19 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 
+#include <cmath>
+
 namespace
 {
 QString tip(const QString& minimum, const QString& maximum, const QString& step, std::optional<double> readValue)
 {
     auto text = QObject::tr("Range %1 to %2, step %3").arg(minimum, maximum, step);
     if (readValue)
-        text += QObject::tr("\nAs read: %1").arg(*readValue, 0, 'g', 9);
+    {
+        // Seven digits are what a float holds; whole numbers have more.
+        const bool isWhole = std::trunc(*readValue) == *readValue && std::fabs(*readValue) < 1e15;
+        text += QObject::tr("\nAs read: %1").arg(*readValue, 0, isWhole ? 'f' : 'g', isWhole ? 0 : 7);
+    }
     return text;
 }
 

@@ -121,6 +121,7 @@ void SensorWidget::updateStatus()
     if (isInit)
     {
         isInit = false;
+        readSkip();
         return;
     }
     int32_t count = 0;

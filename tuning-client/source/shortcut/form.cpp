@@ -53,7 +53,8 @@ void Form::name(QWidget* pControl, const QString& text, int index, int count)
 SliderSpinWidget* Form::slider(const QString& text, double min, double max, int decimals)
 {
     auto* pSlider = new SliderSpinWidget(text, nullptr);
-    pSlider->setDecimals(decimals);
+    if (decimals != ownDecimals)
+        pSlider->setDecimals(decimals);
     pSlider->setRange(min, max);
     wide(pSlider);
     connectChanged(pSlider, &SliderSpinWidget::valueChanged);

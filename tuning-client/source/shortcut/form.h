@@ -26,11 +26,14 @@ public:
     /// Of every grid with rows. The last one takes the width that is left, so that controls stand beside their labels.
     static constexpr int columns = 10;
 
+    static constexpr int ownDecimals = -1;
+
     /// Where a row of boxes is stored: the addresses of a page's members.
     using Boxes = std::initializer_list<QDoubleSpinBox**>;
 
     Form(AbstractWidget* pPage, QGridLayout* pGrid, Changed fChanged);
 
+    /// `ownDecimals` leaves decimals and step as the control has them.
     SliderSpinWidget* slider(const QString& text, double min, double max, int decimals = 0);
 
     /// A label with a box that has no text of its own.

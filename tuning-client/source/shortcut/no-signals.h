@@ -1,5 +1,6 @@
 #pragma once
 
+#include "tuning-client/source/control/held-change.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/control/spin-box.h"
 
@@ -129,9 +130,16 @@ private:
 
     static bool isBeingEdited(const SliderSpinWidget* pControl) { return pControl->isBeingEdited(); }
 
-    static bool isBeingEdited(const QDoubleSpinBox* pControl) { return isHalfTyped(pControl); }
+    template <class Box>
+    static bool isBoxBeingEdited(const Box* pBox)
+    {
+        const auto* pHeldChange = pBox->template findChild<HeldChange*>();
+        return isHalfTyped(pBox) || (pHeldChange && pHeldChange->isHeld());
+    }
 
-    static bool isBeingEdited(const QSpinBox* pControl) { return isHalfTyped(pControl); }
+    static bool isBeingEdited(const QDoubleSpinBox* pControl) { return isBoxBeingEdited(pControl); }
+
+    static bool isBeingEdited(const QSpinBox* pControl) { return isBoxBeingEdited(pControl); }
 
     /// Asking for its view would build the popup of each box.
     static bool isBeingEdited(const QComboBox* pControl)

@@ -144,7 +144,10 @@ private:
             [=](const auto& field)
             {
                 if constexpr (std::is_same_v<Control, QSpinBox>)
-                    NoSignals::setValue(pControl, converted<int>(double(field)));
+                {
+                    if (std::isfinite(double(field)))
+                        NoSignals::setValue(pControl, converted<int>(double(field)));
+                }
                 else
                     NoSignals::setValue(pControl, double(field));
             },

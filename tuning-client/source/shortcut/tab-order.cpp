@@ -6,6 +6,7 @@
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLineEdit>
+#include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
 #include <QTextEdit>
@@ -21,9 +22,9 @@ class Reading
 public:
     void widget(QWidget* pWidget)
     {
-        if (std::find(met.begin(), met.end(), pWidget) != met.end())
+        if (met.contains(pWidget))
             return;
-        met.append(pWidget);
+        met.insert(pWidget);
         if (pWidget->focusPolicy() & Qt::TabFocus)
             controls.append(pWidget);
         if (isWhole(pWidget))
@@ -78,7 +79,7 @@ private:
         return {row, column};
     }
 
-    QVector<QWidget*> met;
+    QSet<QWidget*> met;
 };
 } // namespace
 
