@@ -1,5 +1,5 @@
 #include "tests/support/qt-main.h"
-#include "tuning-client/source/shortcut/record-binding.h"
+#include "tuning-client/source/shortcut/no-signals.h"
 
 #include <QClipboard>
 #include <QDoubleSpinBox>
@@ -196,37 +196,4 @@ TEST_F(SliderSpinWidgetTest, RowExplainsItselfAndGoesBack)
     trigger("Back to 0.50");
     EXPECT_EQ(row.value(), 0.5);
     EXPECT_EQ(spy.count(), 1);
-}
-
-// What the walk through the pages does not meet.
-TEST(RecordBinding, NumbersAreHeldToTheirFieldAndOddTruthGoesBack)
-{
-    struct Record
-    {
-        int32_t whole;
-        uint8_t narrow;
-        rest::Flag isOn;
-    } record{-7, 9, {}};
-    const char oddTruth = 2;
-    std::memcpy(&record.isOn, &oddTruth, 1);
-    const auto asRead = record;
-    SliderSpinWidget whole("Whole", nullptr);
-    SliderSpinWidget narrow("Narrow", nullptr);
-    for (auto* pRow : {&whole, &narrow})
-        pRow->setRange(-1000, 1000);
-    QCheckBox box;
-    shortcut::RecordBinding<Record> binding;
-    binding.add(&whole, &Record::whole).add(&narrow, &Record::narrow).add(&box, &Record::isOn);
-    binding.show(record);
-    EXPECT_TRUE(box.isChecked());
-    binding.store(record);
-    EXPECT_EQ(std::memcmp(&record, &asRead, sizeof record), 0) << "what was shown goes back byte for byte";
-
-    whole.setValue(-2.9);
-    narrow.setValue(300);
-    box.setChecked(false);
-    binding.store(record);
-    EXPECT_EQ(record.whole, -2) << "truncated towards zero";
-    EXPECT_EQ(record.narrow, 255) << "held to the width of the field";
-    EXPECT_FALSE(record.isOn);
 }
