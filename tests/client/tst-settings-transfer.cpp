@@ -37,6 +37,7 @@ protected:
         config.preferences.calibration.path = local.path();
         chipWrite("One", {"Auto Exposure"});
         config.setting.chipName = "One";
+        aeEnable(false); // no page that polls
         open();
         QApplication::processEvents();
         board->requestsClear();
