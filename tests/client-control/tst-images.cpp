@@ -1,5 +1,4 @@
 #include <QImage>
-#include <QPixmap>
 #include <gtest/gtest.h>
 
 namespace
@@ -15,14 +14,5 @@ TEST(Images, AreAllThereWithATransparentGround)
     {
         ASSERT_FALSE(image(name).isNull()) << name;
         EXPECT_EQ(image(name).pixelColor(0, 0).alpha(), 0) << name;
-    }
-}
-
-TEST(Images, OfTheStatusBarFitIt)
-{
-    for (const QString name : {"green", "red", "gray"})
-    {
-        EXPECT_EQ(image(name).size(), QSize(16, 16));
-        EXPECT_EQ(image(name + "@2x").size(), QSize(32, 32));
     }
 }
