@@ -79,9 +79,12 @@ struct NoSignals
             silently(pControl, [=] { pControl->setCurrentIndex(index); });
     }
 
-    /// Gives a combo box other items. Where the texts are the same, they and the choice stay as they are.
+    /// Gives a combo box other items. Where the texts are the same, they and the choice stay as they are; so does a box
+    /// that the user has just opened.
     static void refill(QComboBox* pComboBox, const ComboItems& items)
     {
+        if (isBeingEdited(pComboBox))
+            return;
         bool isSame = pComboBox->count() == items.size();
         for (int i = 0; isSame && i < items.size(); ++i)
             isSame = pComboBox->itemText(i) == items[i].first;
