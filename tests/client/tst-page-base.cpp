@@ -231,13 +231,16 @@ TEST_F(PageBaseTest, FailureOfTheFrameStaysAndIsOverWithAnInnerTick)
     frame.fInRead = [] { throw std::runtime_error("frame failed"); };
     show(&frame);
     EXPECT_EQ(status(), "frame failed");
-    frame.fInRead = nullptr;
+    QStringList order;
+    frame.fInRead = [&] { order.append("frame"); };
+    inner[0]->fInRead = [&] { order.append("inner"); };
     for (auto& timer : timers)
         timer.start(100);
     QTest::qSleep(60);
     QMetaObject::invokeMethod(&timers[0], "timeout");
     EXPECT_EQ(status(), "Request update...");
     EXPECT_EQ(led().toolTip(), "Reading ON");
+    EXPECT_EQ(order, (QStringList{"frame", "inner"}));
     EXPECT_GT(timers[1].remainingTime(), 90) << "a slow tick gives all others their interval";
     frame.taken();
     QMetaObject::invokeMethod(&timers[0], "timeout");

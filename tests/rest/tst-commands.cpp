@@ -224,7 +224,7 @@ void Commands::cameras()
           [&] { Camera().calibrationSet(text, true); });
     const auto fComplete = [&](const Json::Value& jResponse) { jAnswer = jResponse; };
     sends("Camera", "capture", R"({"file.name": "a.b c.pgm", "snapshot.type": 4, "lock.type": 4294967295})",
-          [&] { Camera().capture("/home/b.c/a.b c.pgm", Camera::Rgb, UINT32_MAX, fComplete); });
+          [&] { Camera().capture("/data/b.c/a.b c.pgm", Camera::Rgb, UINT32_MAX, fComplete); });
     sends("Camera", "capture", R"({"file.name": "a", "snapshot.type": 5, "lock.type": 0})",
           [&] { Camera().capture("a", Camera::Yuv, 0, fComplete); });
     EXPECT_EQ(jAnswer["file.name"], "a.yuv");

@@ -354,14 +354,13 @@ void AbstractWidget::ticksDelay()
 /// The board is back: reads what failed before, from the outermost page inwards.
 void AbstractWidget::recover(bool hasRead)
 {
-    bool isFrameStale = false;
+    QVector<AbstractWidget*> staleFrames;
     for (auto* pFrame = frame(); pFrame; pFrame = pFrame->frame())
         if (pFrame->isStale)
-        {
-            isFrameStale = true;
-            pFrame->readHandler();
-        }
-    if (isFrameStale || (isStale && !hasRead))
+            staleFrames.prepend(pFrame);
+    for (auto* pFrame : qAsConst(staleFrames))
+        pFrame->readHandler();
+    if (!staleFrames.isEmpty() || (isStale && !hasRead))
         readHandler();
 }
 

@@ -20,13 +20,21 @@
 
 const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
 {
+    // A page a line.
+    // clang-format off
     static const QVector<Entry> entries{
-        {"3A Config", make<_3AWidget>},       {"Auto Exposure", make<AeWidget>},
-        {"Auto Exposure 2", make<Ae2Widget>}, {"Calibration Data", make<CalibrationDataWidget>},
-        {"Exposure Control", make<EcWidget>}, {"High Dynamic Range 2", make<Hdr2Widget>},
-        {"Input Control", make<InputWidget>}, {"ISP Register", make<IspRegisterWidget>},
-        {"Register", make<RegisterWidget>},   {"Wide Dynamic Range 4", make<Wdr4Widget>},
+        {"3A Config", make<_3AWidget>},
+        {"Auto Exposure", make<AeWidget>},
+        {"Auto Exposure 2", make<Ae2Widget>},
+        {"Calibration Data", make<CalibrationDataWidget>},
+        {"Exposure Control", make<EcWidget>},
+        {"High Dynamic Range 2", make<Hdr2Widget>},
+        {"Input Control", make<InputWidget>},
+        {"ISP Register", make<IspRegisterWidget>},
+        {"Register", make<RegisterWidget>},
+        {"Wide Dynamic Range 4", make<Wdr4Widget>},
     };
+    // clang-format on
     return entries;
 }
 
