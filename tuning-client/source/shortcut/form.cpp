@@ -3,14 +3,13 @@
 #include "tuning-client/source/abstract-widget.h"
 #include "tuning-client/source/control/held-change.h"
 #include "tuning-client/source/control/row-names.h"
+#include "tuning-client/source/shortcut/radio-box.h"
 
 #include <QButtonGroup>
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
-#include <QRadioButton>
-#include <QVBoxLayout>
 
 namespace shortcut
 {
@@ -26,12 +25,13 @@ int Form::next() const
     return pGrid->count() == 0 ? 0 : pGrid->rowCount();
 }
 
-template <class Control, class Signal>
-void Form::connectChanged(Control* pControl, Signal signal)
+template <class Sender, class Signal>
+void Form::connectChanged(Sender* pSender, Signal signal, QObject* pControl)
 {
-    QObject::connect(pControl, signal, pPage,
-                     [pChangedPage = pPage, fRun = fChanged, pControl]
-                     { pChangedPage->writeGuarded([&] { fRun(pControl); }); });
+    if (fChanged)
+        QObject::connect(pSender, signal, pPage,
+                         [pChangedPage = pPage, fRun = fChanged, pControl]
+                         { pChangedPage->writeGuarded([&] { fRun(pControl); }); });
 }
 
 void Form::label(const QString& text, int line, QWidget* pBuddy)
@@ -57,7 +57,7 @@ SliderSpinWidget* Form::slider(const QString& text, double min, double max, int 
         pSlider->setDecimals(decimals);
     pSlider->setRange(min, max);
     wide(pSlider);
-    connectChanged(pSlider, &SliderSpinWidget::valueChanged);
+    connectChanged(pSlider, &SliderSpinWidget::valueChanged, pSlider);
     return pSlider;
 }
 
@@ -65,7 +65,7 @@ QCheckBox* Form::checkBox(const QString& text)
 {
     auto* pCheckBox = new QCheckBox;
     labelled(text, pCheckBox);
-    connectChanged(pCheckBox, &QCheckBox::toggled);
+    connectChanged(pCheckBox, &QCheckBox::toggled, pCheckBox);
     return pCheckBox;
 }
 
@@ -73,7 +73,7 @@ QCheckBox* Form::textCheckBox(const QString& text)
 {
     auto* pCheckBox = new QCheckBox(text);
     wide(pCheckBox);
-    connectChanged(pCheckBox, &QCheckBox::toggled);
+    connectChanged(pCheckBox, &QCheckBox::toggled, pCheckBox);
     return pCheckBox;
 }
 
@@ -98,7 +98,7 @@ void Form::comboBoxes(const QString& text, std::initializer_list<QComboBox**> bo
             pGrid->addWidget(pComboBox, line, 1, 1, columns - 1, Qt::AlignLeft);
         else
             pGrid->addWidget(pComboBox, line, 1 + index++);
-        connectChanged(pComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged));
+        connectChanged(pComboBox, QOverload<int>::of(&QComboBox::currentIndexChanged), pComboBox);
     }
     label(text, line, **boxes.begin());
 }
@@ -123,9 +123,7 @@ QVector<Box*> Form::boxesAdd(const QString& text, std::initializer_list<Box**> b
         pHeldChange->watch(pBox);
         using Value = decltype(pBox->value());
         QObject::connect(pBox, QOverload<Value>::of(&Box::valueChanged), pHeldChange, &HeldChange::changed);
-        QObject::connect(pHeldChange, &HeldChange::committed, pPage,
-                         [pChangedPage = pPage, fRun = fChanged, pBox]
-                         { pChangedPage->writeGuarded([&] { fRun(pBox); }); });
+        connectChanged(pHeldChange, &HeldChange::committed, pBox);
         made.append(pBox);
     }
     if (!text.isEmpty())
@@ -161,17 +159,9 @@ void Form::heads(const QStringList& texts)
 
 QButtonGroup* Form::radioGroup(const QString& title, const ComboItems& items)
 {
-    auto* pBox = new QGroupBox(title);
-    wide(pBox);
-    auto* pLayout = new QVBoxLayout(pBox);
-    auto* pGroup = new QButtonGroup(pBox);
-    for (const auto& [text, id] : items)
-    {
-        auto* pButton = new QRadioButton(text);
-        pLayout->addWidget(pButton);
-        pGroup->addButton(pButton, id.toInt());
-    }
-    connectChanged(pGroup, &QButtonGroup::idClicked);
+    auto* pGroup = radioBox(title, items);
+    wide(boxOf(pGroup));
+    connectChanged(pGroup, &QButtonGroup::idClicked, pGroup);
     return pGroup;
 }
 
@@ -182,7 +172,7 @@ Form Form::group(const QString& title, bool isCheckable)
     if (isCheckable)
     {
         pBox->setCheckable(true);
-        connectChanged(pBox, &QGroupBox::toggled);
+        connectChanged(pBox, &QGroupBox::toggled, pBox);
     }
     Form form(pPage, new QGridLayout(pBox), fChanged);
     form.pGroupBox = pBox;

@@ -20,7 +20,7 @@ namespace shortcut
 class Form
 {
 public:
-    /// Receives the control that was changed; of a radio group, its QButtonGroup.
+    /// Receives the control that was changed; of a radio group, its QButtonGroup. An empty one connects nothing.
     using Changed = std::function<void(QObject* pControl)>;
 
     /// Of every grid with rows. The last one takes the width that is left, so that controls stand beside their labels.
@@ -81,8 +81,8 @@ private:
     void label(const QString& text, int line, QWidget* pBuddy);
     void name(QWidget* pControl, const QString& text, int index, int count);
 
-    template <class Control, class Signal>
-    void connectChanged(Control* pControl, Signal signal);
+    template <class Sender, class Signal>
+    void connectChanged(Sender* pSender, Signal signal, QObject* pControl);
 
     template <class Box, class Configure>
     QVector<Box*> boxesAdd(const QString& text, std::initializer_list<Box**> boxes, int perRow, Configure configure);
