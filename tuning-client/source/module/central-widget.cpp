@@ -4,13 +4,32 @@
 #include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/ahdr-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
+#include "tuning-client/source/module/cnr-widget.h"
+#include "tuning-client/source/module/cnr2-widget.h"
+#include "tuning-client/source/module/dnr2-v5-widget.h"
+#include "tuning-client/source/module/dnr2-widget.h"
+#include "tuning-client/source/module/dnr3-v3-widget.h"
+#include "tuning-client/source/module/dnr3-v32-widget.h"
+#include "tuning-client/source/module/dnr3-widget.h"
+#include "tuning-client/source/module/dpcc-widget.h"
+#include "tuning-client/source/module/dpf-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
+#include "tuning-client/source/module/ee-widget.h"
+#include "tuning-client/source/module/filter-widget.h"
+#include "tuning-client/source/module/hdr-widget.h"
+#include "tuning-client/source/module/hdr1_2-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
+#include "tuning-client/source/module/hdr2_lite-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/wdr1-widget.h"
+#include "tuning-client/source/module/wdr2-widget.h"
+#include "tuning-client/source/module/wdr3-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
+#include "tuning-client/source/module/wdr5-widget.h"
 
 #include <QGridLayout>
 #include <QScrollArea>
@@ -23,16 +42,35 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
     // A page a line.
     // clang-format off
     static const QVector<Entry> entries{
+        {"2D Noise Reduction", makeNamed<Dnr2Widget>},
+        {"2D Noise Reduction 5", makeNamed<Dnr2V5Widget>},
         {"3A Config", make<_3AWidget>},
+        {"3D Noise Reduction", makeNamed<Dnr3Widget>},
+        {"3D Noise Reduction 3", makeNamed<Dnr3V3Widget>},
+        {"3D Noise Reduction 3.2", makeNamed<Dnr3V32Widget>},
         {"Auto Exposure", make<AeWidget>},
         {"Auto Exposure 2", make<Ae2Widget>},
+        {"Auto High Dynamic Range", make<AhdrWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Color Noise Reduction", make<CnrWidget>},
+        {"Color Noise Reduction 2", make<Cnr2Widget>},
+        {"Defect Pixel Cluster Correction", make<DpccWidget>},
+        {"Denoising Prefilter", make<DpfWidget>},
+        {"Edge Enhance", make<EeWidget>},
         {"Exposure Control", make<EcWidget>},
+        {"Filter", make<FilterWidget>},
+        {"Global Wide Dynamic Range", make<Wdr1Widget>},
+        {"High Dynamic Range", make<HdrWidget>},
+        {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
+        {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
         {"Register", make<RegisterWidget>},
+        {"Wide Dynamic Range 2", make<Wdr2Widget>},
+        {"Wide Dynamic Range 3", make<Wdr3Widget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
+        {"Wide Dynamic Range 5", make<Wdr5Widget>},
     };
     // clang-format on
     return entries;

@@ -1,0 +1,74 @@
+#include "tuning-client/source/control/wdr-plot.h"
+
+#include "tuning-client/source/control/plot.h"
+
+#include <qwt_plot_curve.h>
+#include <qwt_plot_grid.h>
+#include <qwt_plot_layout.h>
+#include <qwt_scale_draw.h>
+#include <qwt_scale_widget.h>
+
+#include <cmath>
+
+namespace
+{
+constexpr int symbolSize = 8;
+}
+
+void WdrCurveData::append(const double* x, const double* y, int count)
+{
+    const int end = m_count + count;
+    if (end > m_x.size())
+    {
+        m_x.resize(end);
+        m_y.resize(end);
+    }
+    for (int i = 0; i < count; ++i)
+    {
+        m_x[m_count + i] = x[i];
+        m_y[m_count + i] = y[i];
+    }
+    m_count = end;
+}
+
+WdrCurve::WdrCurve(const QString& name_, const QString& title_, const rest::CamEngineWdrCurve_t& curve)
+    : name(name_), title(title_), wdrCurve(curve)
+{
+    double x = 0;
+    for (size_t i = 0; i < std::size(curve.Ym); ++i)
+    {
+        dxes.append(int(std::ldexp(1.0, curve.dY[i] + 3)));
+        x += dxes.last();
+        const double y = curve.Ym[i];
+        append(&x, &y, 1);
+    }
+}
+
+WdrPlot::WdrPlot(const QString& title, QWidget* parent)
+    : QwtPlot(title, parent), m_CurvePlot(plot::curveAdd(*this, {}, Qt::blue, symbolSize))
+{
+    setAccessibleName(tr("Tone Mapping Curve"));
+    plot::shrinkable(*this);
+    setCanvasBackground(Qt::darkBlue);
+    auto* pGrid = plot::gridAdd(*this, Qt::white, Qt::gray);
+    pGrid->enableXMin(true);
+    plot::setAxisTitle(*this, xBottom, tr("Input"));
+    plot::setAxisTitle(*this, yLeft, tr("Output"));
+    setAxisScale(xBottom, 0, 4500);
+    setAxisMaxMinor(xBottom, 10);
+    setAxisScale(yLeft, -10, 4500);
+    // The canvas keeps its place whatever the numbers.
+    auto* pScaleDraw = axisScaleDraw(yLeft);
+    pScaleDraw->setMinimumExtent(pScaleDraw->extent(axisWidget(yLeft)->font()));
+    plotLayout()->setAlignCanvasToScales(true);
+    setAutoReplot(true);
+    replot();
+}
+
+void WdrPlot::insertCurve(Qt::Orientation, const QColor& color, const QString& title, WdrCurveData* pData)
+{
+    setTitle(title);
+    plot::curveDress(*m_CurvePlot, color, symbolSize);
+    plot::samplesSet(*m_CurvePlot, pData->x(), pData->y(), size_t(pData->count()));
+    replot();
+}

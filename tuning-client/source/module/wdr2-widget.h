@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tuning-client/source/enable-slider-abstract-widget.h"
+
+/// "Wide Dynamic Range 2": one strength.
+class Wdr2Widget : public EnableSliderAbstractWidget
+{
+    Q_OBJECT
+
+public:
+    explicit Wdr2Widget(QWidget* pParent);
+
+    void configSet() override;
+    void enableSet(bool isEnable) override;
+    void reset() override;
+    void updateStatus() override;
+
+    enum
+    {
+        Strength,
+        Sum
+    };
+};
