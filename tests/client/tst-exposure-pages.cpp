@@ -1,6 +1,7 @@
 // What the exposure pages do beside their rows.
 
 #include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
 #include "tests/support/files.h"
 #include "tuning-client/source/control/exposure-plot.h"
 #include "tuning-client/source/control/histogram-plot.h"
@@ -51,14 +52,6 @@ protected:
     EcWidget& ec() { return dynamic_cast<EcWidget&>(page("Exposure Control")); }
 
     static void tick(QTimer* pTimer) { QMetaObject::invokeMethod(pTimer, "timeout"); }
-
-    static void type(SliderSpinWidget* pRow, const char* text)
-    {
-        auto* pBox = pRow->findChild<QDoubleSpinBox*>();
-        pBox->selectAll();
-        QTest::keyClicks(pBox, text);
-        QTest::keyClick(pBox, Qt::Key_Return);
-    }
 
     static std::vector<double> bars(const AeWidget& widget)
     {

@@ -151,7 +151,8 @@ protected:
         exposureSet();
         auto& widget = settled(name);
         switchSet(false);
-        stream << "[" << name << "]\n";
+        stream << "[" << name << "]" << (widget.objectName() == name ? "" : " stored as " + widget.objectName())
+               << "\n";
         QSet<QWidget*> met;
         QString place;
         const auto controls = [&]

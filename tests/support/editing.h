@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCoreApplication>
+#include <QDoubleSpinBox>
 #include <QEvent>
 #include <QLineEdit>
 #include <QTest>
@@ -20,4 +21,13 @@ inline bool typeOver(QLineEdit* pLineEdit, const QString& text)
     QTest::keyClick(pLineEdit, Qt::Key_Escape);
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     return isOpen;
+}
+
+/// Enters a number into a row's box.
+inline void type(QWidget* pRow, const char* text)
+{
+    auto* pBox = pRow->findChild<QDoubleSpinBox*>();
+    pBox->selectAll();
+    QTest::keyClicks(pBox, text);
+    QTest::keyClick(pBox, Qt::Key_Return);
 }

@@ -11,7 +11,7 @@ SideBySide::SideBySide(AbstractWidget* pFrame_, const QVector<QWidget*>& pages_)
       pFrame(pFrame_),
       pScrollArea(pFrame->findChild<QScrollArea*>()),
       pages(pages_),
-      row(pFrame->pGridLayoutScrollArea->rowCount())
+      row(pFrame->pGridLayoutScrollArea->count() == 0 ? 0 : pFrame->pGridLayoutScrollArea->rowCount())
 {
     for (int i = 0; i < pages.size(); ++i)
     {
@@ -26,6 +26,7 @@ SideBySide::SideBySide(AbstractWidget* pFrame_, const QVector<QWidget*>& pages_)
 /// Gives the page the size of its content.
 void SideBySide::unscroll(QWidget* pPage)
 {
+    pPage->layout()->setContentsMargins(0, 0, 0, 0);
     auto* pInner = pPage->findChild<QScrollArea*>();
     pInner->setFrameShape(QFrame::NoFrame);
     pInner->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);

@@ -62,6 +62,7 @@ WdrPlot::WdrPlot(const QString& title, QWidget* parent)
     pScaleDraw->setMinimumExtent(pScaleDraw->extent(axisWidget(yLeft)->font()));
     plotLayout()->setAlignCanvasToScales(true);
     setAutoReplot(true);
+    m_CurvePlot->setRenderHint(QwtPlotItem::RenderAntialiased);
     replot();
 }
 
@@ -69,6 +70,8 @@ void WdrPlot::insertCurve(Qt::Orientation, const QColor& color, const QString& t
 {
     setTitle(title);
     plot::curveDress(*m_CurvePlot, color, symbolSize);
+    // A thin line is lost on the dark canvas.
+    m_CurvePlot->setPen(color, 3);
     plot::samplesSet(*m_CurvePlot, pData->x(), pData->y(), size_t(pData->count()));
     replot();
 }

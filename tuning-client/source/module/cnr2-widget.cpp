@@ -14,6 +14,8 @@ Cnr2Widget::Cnr2Widget(QWidget* pParent)
     auto values = page.group(QString());
     pGroupBoxCnr2 = values.groupBox();
     auto* pGrid = static_cast<QGridLayout*>(pGroupBoxCnr2->layout());
+    pGrid->setColumnStretch(shortcut::Form::columns - 1, 0);
+    pGrid->setColumnStretch(1, 1);
     int column = 0;
     for (auto* pCheckBox : {pCheckBoxYnrEnable, pCheckBoxCnrEnable})
     {

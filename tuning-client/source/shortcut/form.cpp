@@ -154,7 +154,7 @@ void Form::heads(const QStringList& texts)
     const int line = next();
     for (int i = 0; i < texts.size(); ++i)
         if (!texts[i].isEmpty())
-            pGrid->addWidget(new QLabel(texts[i]), line, i, Qt::AlignHCenter);
+            pGrid->addWidget(new QLabel(texts[i]), line, i, i == 0 ? Qt::AlignLeft : Qt::AlignHCenter);
 }
 
 QButtonGroup* Form::radioGroup(const QString& title, const ComboItems& items)

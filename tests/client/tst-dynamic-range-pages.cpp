@@ -1,0 +1,203 @@
+// What the pages of high and wide dynamic range do beside their rows.
+
+#include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
+#include "tuning-client/source/control/wdr-plot.h"
+#include "tuning-client/source/module/ahdr-widget.h"
+#include "tuning-client/source/module/hdr-widget.h"
+#include "tuning-client/source/module/hdr1_2-widget.h"
+#include "tuning-client/source/module/wdr1-widget.h"
+#include "tuning-client/source/module/wdr2-widget.h"
+
+#include <QComboBox>
+#include <QRadioButton>
+#include <QSignalSpy>
+#include <qwt_plot_curve.h>
+
+using board::Fault;
+using rest::Ahdr;
+using rest::Hdr;
+using rest::Wdr;
+
+namespace
+{
+enum Id
+{
+    AhdrConfigGet = 4000301,
+    AhdrConfigSet,
+    HdrEnableSet = 4002304,
+    WdrConfigGet = 4003101,
+    WdrConfigSet,
+    WdrEnableSet = 4003104
+};
+
+class DynamicRangePagesTest : public BoardTest
+{
+protected:
+    template <class Page>
+    Page& shown(const char* name)
+    {
+        return dynamic_cast<Page&>(page(name));
+    }
+
+    void refresh() { emit pMainWindow->refresh(); }
+};
+} // namespace
+
+TEST_F(DynamicRangePagesTest, SwitchWithoutGreyingFollowsWithTheNextRead)
+{
+    for (auto* pPage : std::initializer_list<EnableSliderAbstractWidget*>{&shown<HdrWidget>("High Dynamic Range"),
+                                                                          &shown<Wdr2Widget>("Wide Dynamic Range 2")})
+    {
+        page(pPage->objectName());
+        pPage->pCheckBoxEnable->click();
+        EXPECT_TRUE(pPage->sliderSpinWidgets[0]->isEnabled());
+        refresh();
+        EXPECT_FALSE(pPage->sliderSpinWidgets[0]->isEnabled());
+        EXPECT_TRUE(pPage->pCheckBoxEnable->isChecked());
+    }
+}
+
+TEST_F(DynamicRangePagesTest, CombinedRangeStaysOrdered)
+{
+    CombineWidget combine("Frames", nullptr);
+    auto* pBegin = combine.pSliderSpinWidgetTransRangeBegin;
+    auto* pEnd = combine.pSliderSpinWidgetTransRangeEnd;
+    const struct
+    {
+        SliderSpinWidget* pMoved;
+        double value, begin, end;
+        int changes;
+    } rows[] = {{pBegin, 0.6, 0.5, 0.5, 2}, {pEnd, 0.3, 0.4, 0.4, 2}, {pBegin, 0.2, 0.2, 0.5, 1}};
+    for (const auto& row : rows)
+    {
+        pEnd->setValue(0.5);
+        pBegin->setValue(0.4);
+        QSignalSpy changes(&combine, &CombineWidget::valueChanged);
+        row.pMoved->setValue(row.value);
+        EXPECT_DOUBLE_EQ(pBegin->value(), row.begin);
+        EXPECT_DOUBLE_EQ(pEnd->value(), row.end);
+        EXPECT_EQ(changes.count(), row.changes);
+    }
+}
+
+TEST_F(DynamicRangePagesTest, FramesAreShownAndGreyed)
+{
+    auto& hdr = shown<Hdr1_2Widget>("High Dynamic Range 1.2");
+    EXPECT_TRUE(hdr.pRadioButton3Dol->isChecked());
+    hdr.pRadioButton2Dol->click();
+    EXPECT_FALSE(hdr.pCombineWidgetLongShortVeryShort->isVisible());
+    EXPECT_TRUE(hdr.pCombineWidgetLongShort->isVisible());
+    // The first generation tells no mode, which leaves the one of before.
+    Hdr::Status told;
+    told.v1_2.mode = Hdr::Status::V1_2::_3Dol;
+    Hdr().statusGet(told, Hdr::V1);
+    EXPECT_EQ(told.v1_2.mode, Hdr::Status::V1_2::_3Dol);
+
+    const auto free = [&]
+    {
+        return hdr.pGroupBoxMode->isEnabled() + hdr.pGroupBoxBaseFrame->isEnabled() +
+               hdr.pCombineWidgetLongShort->isEnabled() + hdr.pCombineWidgetLongShortVeryShort->isEnabled();
+    };
+    hdr.pCheckBoxNative->click();
+    EXPECT_EQ(free(), 0);
+    hdr.pCheckBoxNative->click();
+    EXPECT_EQ(free(), 4);
+    board->faultSet({Fault::Error, HdrEnableSet});
+    hdr.pCheckBoxEnable->click();
+    EXPECT_EQ(free(), 0) << "after a failure too";
+    EXPECT_TRUE(status().startsWith("Server: "));
+}
+
+TEST_F(DynamicRangePagesTest, BaseFrameTravelsWithTheNextChange)
+{
+    auto& hdr = shown<Hdr1_2Widget>("High Dynamic Range 1.2");
+    const auto mode = [this] { return record<Hdr::Config>("Hdr", "config", Hdr::V1_2).v1_2.mode; };
+    hdr.pRadioButtonShort->click();
+    EXPECT_EQ(mode(), Hdr::Config::V1_2::LongShort);
+    type(hdr.pCombineWidgetLongShort->pSliderSpinWidgetExtensionBit, "2");
+    EXPECT_EQ(mode(), Hdr::Config::V1_2::LongShortVeryShort);
+    hdr.pRadioButtonLong->click();
+    refresh();
+    EXPECT_TRUE(hdr.pRadioButtonShort->isChecked());
+}
+
+TEST_F(DynamicRangePagesTest, MovedRatioGivesWay)
+{
+    auto& ahdr = shown<AhdrWidget>("Auto High Dynamic Range");
+    const auto ratio = [this] { return record<Ahdr::Config>("Ahdr").v1.ratio; };
+    auto* pMax = ahdr.sliderSpinWidgets[AhdrWidget::RatioMax];
+    auto* pMin = ahdr.sliderSpinWidgets[AhdrWidget::RatioMin];
+    type(pMin, "4");
+    type(pMax, "2");
+    EXPECT_EQ(ratio().max, 4);
+    EXPECT_EQ(pMax->value(), 4);
+    type(pMax, "8");
+    type(pMin, "9");
+    EXPECT_EQ(ratio().min, 8);
+    EXPECT_EQ(pMin->value(), 8);
+}
+
+TEST_F(DynamicRangePagesTest, AutomaticSetPointsBelongToAuto)
+{
+    auto& ahdr = shown<AhdrWidget>("Auto High Dynamic Range");
+    board->requestsClear();
+    ahdr.pCheckBoxSetPointAuto->toggle();
+    EXPECT_EQ(board->requestCount(), 0u) << "hidden in Manual";
+    refresh();
+    ahdr.pComboBoxWorkMode->setCurrentText("Auto");
+    EXPECT_TRUE(ahdr.pCheckBoxSetPointAuto->isVisible() && ahdr.pCheckBoxSetPoint2Auto->isVisible());
+
+    // What a read brings goes back as it came, whatever was shown before.
+    auto answer = record<Ahdr::Config>("Ahdr");
+    answer.v1.isAuto = false;
+    answer.v1.isAutoSetPoint = false;
+    answer.v1.c = 7.5;
+    answerSet(AhdrConfigGet, "config", answer);
+    board->requestsClear();
+    refresh();
+    EXPECT_EQ(sent(AhdrConfigSet), 1u);
+    EXPECT_EQ(lastQuery(AhdrConfigSet)["config"].asString(), t_common::Base64::encode(answer));
+    EXPECT_FALSE(ahdr.pCheckBoxSetPointAuto->isVisible() || ahdr.pCheckBoxSetPoint2Auto->isVisible());
+}
+
+TEST_F(DynamicRangePagesTest, CurveThatAReadChecksIsDrawnAndSent)
+{
+    auto& wdr = shown<Wdr1Widget>("Global Wide Dynamic Range");
+    const auto& curve = *static_cast<QwtPlotCurve*>(wdr.pWdrPlot->itemList(QwtPlotItem::Rtti_PlotCurve).first());
+    EXPECT_EQ(curve.sample(0), QPointF(8, 0));
+    EXPECT_EQ(curve.sample(1), QPointF(136, 724)) << "WDR_0.45";
+    EXPECT_EQ(curve.sample(32), QPointF(4104, 4095));
+
+    const auto checked = [&]
+    {
+        for (const auto* pButton : wdr.pGroupBoxCurves->findChildren<QRadioButton*>())
+            if (pButton->isChecked())
+                return pButton->text();
+        return QString();
+    };
+    // One value apart from WDR_1.00, in either array: not that curve, and the last one stays.
+    auto answer = rest::recordZero<Wdr::Config>();
+    answer.v1.curve = wdr.wdrCurves.last()->wdrCurve;
+    const auto read = [&]
+    {
+        answerSet(WdrConfigGet, "curve", answer);
+        board->requestsClear();
+        refresh();
+        return sent(WdrConfigSet);
+    };
+    answer.v1.curve.dY[32] ^= 1;
+    EXPECT_EQ(read(), 0u);
+    answer.v1.curve.dY[32] ^= 1;
+    answer.v1.curve.Ym[32] ^= 1;
+    EXPECT_EQ(read(), 0u);
+    EXPECT_EQ(checked(), "WDR_0.45");
+    answer.v1.curve.Ym[32] ^= 1;
+    EXPECT_EQ(read(), 1u);
+    EXPECT_EQ(checked(), "WDR_1.00");
+    EXPECT_EQ(curve.sample(32), QPointF(4104, 3971));
+
+    board->faultSet({Fault::Error, WdrEnableSet});
+    wdr.pCheckBoxEnable->click();
+    EXPECT_TRUE(wdr.pGroupBoxCurves->isEnabled()) << "not switched";
+}
