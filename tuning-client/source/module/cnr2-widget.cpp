@@ -16,12 +16,11 @@ Cnr2Widget::Cnr2Widget(QWidget* pParent)
     auto* pGrid = static_cast<QGridLayout*>(pGroupBoxCnr2->layout());
     pGrid->setColumnStretch(shortcut::Form::columns - 1, 0);
     pGrid->setColumnStretch(1, 1);
-    int column = 0;
+    pGrid->addWidget(pCheckBoxYnrEnable, 0, 0);
+    // Its text is longer than a box is wide.
+    pGrid->addWidget(pCheckBoxCnrEnable, 0, 1, 1, 4);
     for (auto* pCheckBox : {pCheckBoxYnrEnable, pCheckBoxCnrEnable})
-    {
-        pGrid->addWidget(pCheckBox, 0, column++);
         connectWrite(pCheckBox, &QCheckBox::toggled, [this, pCheckBox] { switched(pCheckBox); });
-    }
     binding.add(pCheckBoxYnrEnable, &Cnr2::Config::ynr_enable).add(pCheckBoxCnrEnable, &Cnr2::Config::cnr_enable);
     valuesBuild(values);
     page.stretch();
