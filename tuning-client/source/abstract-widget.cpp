@@ -65,10 +65,13 @@ AbstractWidget::~AbstractWidget()
 
 MainWindow* AbstractWidget::mainWindow() const
 {
-    for (auto* pWidget : QApplication::topLevelWidgets())
-        if (auto* pMainWindow = qobject_cast<MainWindow*>(pWidget))
-            return pMainWindow;
-    return nullptr;
+    // Kept: the search passes every widget there is, and each page asks at its building, showing and hiding.
+    static QPointer<MainWindow> pFound;
+    if (!pFound)
+        for (auto* pWidget : QApplication::topLevelWidgets())
+            if ((pFound = qobject_cast<MainWindow*>(pWidget)))
+                break;
+    return pFound;
 }
 
 t_transfer::ClientHolder& AbstractWidget::clientHolder() const
