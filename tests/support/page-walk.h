@@ -19,6 +19,7 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <sstream>
@@ -55,28 +56,8 @@ struct Service
     }
 };
 
-/// The elements in which a record differs from what it was, with their new values.
-inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const std::string& before,
-                                   const std::string& after)
-{
-    board::RecordBytes bytes(record, layout);
-    bytes.bytesSet(after);
-    QStringList changed;
-    for (const auto& field : layout.fields)
-        for (size_t i = 0; i < field.elementCount(); ++i)
-        {
-            const auto offset = field.offset + i * field.elementSize();
-            if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
-                continue;
-            const auto index = field.elementCount() > 1 ? QString("[%1]").arg(i) : QString();
-            changed.append(QString::fromStdString(field.name) + index + "=" +
-                           QString::number(bytes.number(field.name, i)));
-        }
-    return changed;
-}
-
-/// The layout that a module's record has in the generation, by the board's own description.
-inline const board::Layout& layoutOf(const Service& service, const board::Key& key)
+/// What the board's own description says of a key of a module's settings in the generation.
+inline const Json::Value& descriptionOf(const Service& service, const board::Key& key)
 {
     static const auto modules = []
     {
@@ -86,8 +67,36 @@ inline const board::Layout& layoutOf(const Service& service, const board::Key& k
     }();
     const auto& generations = modules[service.className];
     const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
-    const auto name = generations.empty() ? "" : generations[index]["config"][key.name]["layout"].asString();
-    return board::Wire::instance().record(key.recordName()).layout(name);
+    static const Json::Value none;
+    return generations.empty() ? none : generations[index]["config"][key.name];
+}
+
+/// The elements in which a record differs from what it was, with their new values; without what the board keeps.
+inline QStringList elementsChanged(const Service& service, const board::Key& key, const std::string& before,
+                                   const std::string& after)
+{
+    const auto& record = board::Wire::instance().record(key.recordName());
+    const auto& description = descriptionOf(service, key);
+    const auto& layout = record.layout(description["layout"].asString());
+    const auto isKept = [&](const std::string& name)
+    {
+        const auto& kept = description["kept"];
+        return std::find(kept.begin(), kept.end(), Json::Value(name)) != kept.end();
+    };
+    board::RecordBytes bytes(record, layout);
+    bytes.bytesSet(after);
+    QStringList changed;
+    for (const auto& field : layout.fields)
+        for (size_t i = 0; i < field.elementCount() && !isKept(field.name); ++i)
+        {
+            const auto offset = field.offset + i * field.elementSize();
+            if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
+                continue;
+            const auto index = field.elementCount() > 1 ? QString("[%1]").arg(i) : QString();
+            changed.append(QString::fromStdString(field.name) + index + "=" +
+                           QString::number(bytes.number(field.name, i)));
+        }
+    return changed;
 }
 
 inline std::string bytesOf(const Json::Value& text) { return t_common::Base64::decode(text.asString()); }
@@ -103,8 +112,7 @@ inline QStringList changes(const Service& service, const Json::Value& before, co
         const auto& old = before[key.name];
         const auto& fresh = query[key.name];
         if (!key.recordName().empty())
-            changed += elementsChanged(board::Wire::instance().record(key.recordName()), layoutOf(service, key),
-                                       bytesOf(old), bytesOf(fresh));
+            changed += elementsChanged(service, key, bytesOf(old), bytesOf(fresh));
         else if (old.isDouble() ? std::fabs(old.asDouble() - fresh.asDouble()) > 1e-6 : old != fresh)
             changed.append(QString::fromStdString(key.name + "=") + QString::number(fresh.asDouble()));
     }

@@ -4,12 +4,16 @@
 #include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/af-widget.h"
+#include "tuning-client/source/module/avs-widget.h"
+#include "tuning-client/source/module/awb-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/wb-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 
 #include <QGridLayout>
@@ -26,12 +30,16 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"3A Config", make<_3AWidget>},
         {"Auto Exposure", make<AeWidget>},
         {"Auto Exposure 2", make<Ae2Widget>},
+        {"Auto Focus", make<AfWidget>},
+        {"Auto Video Stabilization", make<AvsWidget>},
+        {"Auto White Balance", make<AwbWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
         {"Exposure Control", make<EcWidget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
         {"Register", make<RegisterWidget>},
+        {"White Balance", make<WbWidget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
     };
     // clang-format on
