@@ -143,6 +143,7 @@ protected:
         // The loop of the last page may have run for a frame or two.
         exposureSet();
         auto& widget = settled(name);
+        switchSet(false);
         stream << "[" << name << "]\n";
         QSet<QWidget*> met;
         QString place;

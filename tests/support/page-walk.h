@@ -19,7 +19,6 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
 #include <sstream>
@@ -56,38 +55,19 @@ struct Service
     }
 };
 
-/// What the board's own description says of a key of a module's settings in the generation.
-inline const Json::Value& descriptionOf(const Service& service, const board::Key& key)
+/// The elements in which a board's record differs from what it was once it has taken the one that was sent, with their
+/// new values; `kept` are the fields that it does not take.
+inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const Json::Value& kept,
+                                   const std::string& before, const std::string& sent)
 {
-    static const auto modules = []
-    {
-        Json::Value value;
-        std::istringstream(board::modulesText) >> value;
-        return value;
-    }();
-    const auto& generations = modules[service.className];
-    const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
-    static const Json::Value none;
-    return generations.empty() ? none : generations[index]["config"][key.name];
-}
-
-/// The elements in which a record differs from what it was, with their new values; without what the board keeps.
-inline QStringList elementsChanged(const Service& service, const board::Key& key, const std::string& before,
-                                   const std::string& after)
-{
-    const auto& record = board::Wire::instance().record(key.recordName());
-    const auto& description = descriptionOf(service, key);
-    const auto& layout = record.layout(description["layout"].asString());
-    const auto isKept = [&](const std::string& name)
-    {
-        const auto& kept = description["kept"];
-        return std::find(kept.begin(), kept.end(), Json::Value(name)) != kept.end();
-    };
     board::RecordBytes bytes(record, layout);
-    bytes.bytesSet(after);
+    bytes.bytesSet(before);
+    bytes.keep(kept);
+    bytes.bytesSet(sent);
+    const auto& after = bytes.bytes();
     QStringList changed;
     for (const auto& field : layout.fields)
-        for (size_t i = 0; i < field.elementCount() && !isKept(field.name); ++i)
+        for (size_t i = 0; i < field.elementCount(); ++i)
         {
             const auto offset = field.offset + i * field.elementSize();
             if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
@@ -97,6 +77,20 @@ inline QStringList elementsChanged(const Service& service, const board::Key& key
                            QString::number(bytes.number(field.name, i)));
         }
     return changed;
+}
+
+/// What the board's own description says of a setting in the generation.
+inline Json::Value descriptionOf(const Service& service, const board::Key& key)
+{
+    static const auto modules = []
+    {
+        Json::Value value;
+        std::istringstream(board::modulesText) >> value;
+        return value;
+    }();
+    const auto& generations = modules[service.className];
+    const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
+    return generations.empty() ? Json::Value() : generations[index]["config"][key.name];
 }
 
 inline std::string bytesOf(const Json::Value& text) { return t_common::Base64::decode(text.asString()); }
@@ -112,7 +106,12 @@ inline QStringList changes(const Service& service, const Json::Value& before, co
         const auto& old = before[key.name];
         const auto& fresh = query[key.name];
         if (!key.recordName().empty())
-            changed += elementsChanged(service, key, bytesOf(old), bytesOf(fresh));
+        {
+            const auto& record = board::Wire::instance().record(key.recordName());
+            const auto description = descriptionOf(service, key);
+            changed += elementsChanged(record, record.layout(description["layout"].asString()), description["kept"],
+                                       bytesOf(old), bytesOf(fresh));
+        }
         else if (old.isDouble() ? std::fabs(old.asDouble() - fresh.asDouble()) > 1e-6 : old != fresh)
             changed.append(QString::fromStdString(key.name + "=") + QString::number(fresh.asDouble()));
     }

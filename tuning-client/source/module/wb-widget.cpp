@@ -80,7 +80,6 @@ void WbWidget::updateStatus()
 {
     bool awbEnabled = false;
     rest::Awb().enableGet(awbEnabled);
-    const bool isWatching = awbEnabled && pTimer->isActive();
     awbEnabled ? pTimer->start() : pTimer->stop();
     setEnabled(!awbEnabled);
     // Green while the white balance is in manual hands.
@@ -94,5 +93,5 @@ void WbWidget::updateStatus()
         before.append(pSlider->value());
     binding.show(config);
     for (int i = 0; i < sliders.size(); ++i)
-        sliders[i]->valueStress(isWatching && sliders[i]->value() != before[i]);
+        sliders[i]->valueStress(awbEnabled && sliders[i]->value() != before[i]);
 }
