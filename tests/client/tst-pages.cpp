@@ -64,6 +64,7 @@ protected:
             set["enable"] = isEnable;
             run(service.id("enableSet"), set);
         }
+        isOn = isEnable;
         emit pMainWindow->refresh();
     }
 
@@ -105,7 +106,7 @@ protected:
                 back["generation"] = generation["generation"];
             run(setting.first.id("configSet"), back);
         }
-        switchSet(false);
+        switchSet(isOn);
     }
 
     static int freeCount(const QWidget* pPage)
@@ -190,6 +191,7 @@ protected:
                      free.append(nameOf(pControl));
              });
         stream << "Free while on: " << (isAllFree ? "all" : free.join(", ")) << "\n";
+        controls();
         stream << "Other labels: ";
         for (const auto* pLabel : widget.findChildren<QLabel*>(QString()))
             if (!pLabel->buddy() && !pLabel->autoFillBackground() && !pLabel->text().isEmpty())
@@ -198,6 +200,8 @@ protected:
         switchSet(false);
         return text;
     }
+
+    bool isOn = false; ///< the modules of the page
 };
 } // namespace
 

@@ -55,12 +55,16 @@ struct Service
     }
 };
 
-/// The elements in which a record differs from what it was, with their new values.
-inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const std::string& before,
-                                   const std::string& after)
+/// The elements in which a board's record differs from what it was once it has taken the one that was sent, with their
+/// new values; `kept` are the fields that it does not take.
+inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const Json::Value& kept,
+                                   const std::string& before, const std::string& sent)
 {
     board::RecordBytes bytes(record, layout);
-    bytes.bytesSet(after);
+    bytes.bytesSet(before);
+    bytes.keep(kept);
+    bytes.bytesSet(sent);
+    const auto& after = bytes.bytes();
     QStringList changed;
     for (const auto& field : layout.fields)
         for (size_t i = 0; i < field.elementCount(); ++i)
@@ -75,8 +79,8 @@ inline QStringList elementsChanged(const board::Record& record, const board::Lay
     return changed;
 }
 
-/// The layout that a module's record has in the generation, by the board's own description.
-inline const board::Layout& layoutOf(const Service& service, const board::Key& key)
+/// What the board's own description says of a setting in the generation.
+inline Json::Value descriptionOf(const Service& service, const board::Key& key)
 {
     static const auto modules = []
     {
@@ -86,8 +90,7 @@ inline const board::Layout& layoutOf(const Service& service, const board::Key& k
     }();
     const auto& generations = modules[service.className];
     const auto index = generations.size() > 1 ? Json::ArrayIndex(service.generation) : 0;
-    const auto name = generations.empty() ? "" : generations[index]["config"][key.name]["layout"].asString();
-    return board::Wire::instance().record(key.recordName()).layout(name);
+    return generations.empty() ? Json::Value() : generations[index]["config"][key.name];
 }
 
 inline std::string bytesOf(const Json::Value& text) { return t_common::Base64::decode(text.asString()); }
@@ -103,8 +106,12 @@ inline QStringList changes(const Service& service, const Json::Value& before, co
         const auto& old = before[key.name];
         const auto& fresh = query[key.name];
         if (!key.recordName().empty())
-            changed += elementsChanged(board::Wire::instance().record(key.recordName()), layoutOf(service, key),
+        {
+            const auto& record = board::Wire::instance().record(key.recordName());
+            const auto description = descriptionOf(service, key);
+            changed += elementsChanged(record, record.layout(description["layout"].asString()), description["kept"],
                                        bytesOf(old), bytesOf(fresh));
+        }
         else if (old.isDouble() ? std::fabs(old.asDouble() - fresh.asDouble()) > 1e-6 : old != fresh)
             changed.append(QString::fromStdString(key.name + "=") + QString::number(fresh.asDouble()));
     }

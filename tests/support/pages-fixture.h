@@ -18,9 +18,11 @@ class PagesTest : public BoardTest
 protected:
     PagesTest()
     {
-        // Auto exposure off frees the controls of the exposure pages and keeps the exposure still.
+        // Auto exposure and white balance off free the controls of the pages that tune by hand, and keep the exposure
+        // still.
         for (int generation : {0, 1})
             run(4000104, {{"enable", false}, {"generation", generation}});
+        run(4000504, {{"enable", false}});
         exposureSet();
         QFile file(QString::fromStdString(board->directory()) + "/3aconfig.json");
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));

@@ -14,8 +14,6 @@
 
 namespace
 {
-constexpr int binsPerLabel = 16;
-
 /// Bars stand on zero, and the steps of small counts are not below one: all labels would read the same.
 class CountScaleEngine : public QwtLinearScaleEngine
 {
@@ -41,7 +39,7 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
     populate(zeros.size(), zeros.data());
 
     plot::setAxisTitle(*this, xBottom, tr("Luminance"));
-    setAxisScale(xBottom, 0, 256, binsPerLabel);
+    plot::stepsFit(*this, xBottom, 0, 256, 16, "000");
     setAxisMaxMinor(xBottom, 0);
     setAxisMaxMajor(xBottom, 16);
     setAxisScaleDraw(xBottom, new XScaleDraw);
@@ -57,16 +55,6 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
 
     itemList(QwtPlotItem::Rtti_PlotHistogram).first()->setVisible(true);
     setAutoReplot(true);
-}
-
-void HistPlot::resizeEvent(QResizeEvent* pEvent)
-{
-    // Where there is no room for all labels, each second one, and so on.
-    int step = binsPerLabel;
-    while (step < 256 && 256 / step + 1 > plot::labelCount(*this, "000"))
-        step *= 2;
-    setAxisScale(xBottom, 0, 256, step);
-    QwtPlot::resizeEvent(pEvent);
 }
 
 void HistPlot::populate(unsigned int size, const double* values)

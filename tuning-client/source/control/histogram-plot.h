@@ -16,9 +16,6 @@ public:
     void populate(unsigned int size, const double* values);
     void populate(unsigned int size, const unsigned int* values);
 
-protected:
-    void resizeEvent(QResizeEvent* pEvent) override;
-
 private:
     Histogram* histogram;
 };

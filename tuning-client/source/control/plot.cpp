@@ -10,14 +10,15 @@
 #include <QEvent>
 
 #include <cmath>
+#include <functional>
 
 namespace
 {
-/// Adapts the number of an axis's labels to the size of its plot.
-class LabelFilter : public QObject
+/// Runs `fFit` whenever the plot gets another size.
+class SizeFilter : public QObject
 {
 public:
-    LabelFilter(QwtPlot* pPlot_, int axis_, int most_) : QObject(pPlot_), pPlot(pPlot_), axis(axis_), most(most_)
+    SizeFilter(QwtPlot* pPlot_, std::function<void()> fFit_) : QObject(pPlot_), pPlot(pPlot_), fFit(std::move(fFit_))
     {
         pPlot->installEventFilter(this);
     }
@@ -27,26 +28,26 @@ protected:
     {
         if (pEvent->type() == QEvent::Resize)
         {
-            pPlot->setAxisMaxMajor(axis, qBound(2, fitting(), most));
-            // A plot that is drawn piece by piece would show them with its next page only.
+            fFit();
+            // A plot that is drawn piece by piece would show it with its next page only.
             pPlot->replot();
         }
         return QObject::eventFilter(pWatched, pEvent);
     }
 
 private:
-    int fitting() const
-    {
-        const bool isHorizontal = axis == QwtPlot::xBottom || axis == QwtPlot::xTop;
-        // The axis below takes the height of two lines.
-        return isHorizontal ? plot::labelCount(*pPlot, "-0000.0")
-                            : 2 * pPlot->height() / (3 * pPlot->fontMetrics().lineSpacing()) - 2;
-    }
-
     QwtPlot* pPlot;
-    int axis;
-    int most;
+    std::function<void()> fFit;
 };
+
+/// How many labels such as `widest` have room on an axis.
+int fitting(const QwtPlot& plot, int axis, const QString& widest)
+{
+    const bool isHorizontal = axis == QwtPlot::xBottom || axis == QwtPlot::xTop;
+    // The axis below takes the height of two lines.
+    return isHorizontal ? plot::labelCount(plot, widest)
+                        : 2 * plot.height() / (3 * plot.fontMetrics().lineSpacing()) - 2;
+}
 } // namespace
 
 namespace plot
@@ -65,7 +66,23 @@ void shrinkable(QwtPlot& plot)
     plot.setMinimumSize(24 * metrics.averageCharWidth(), 14 * metrics.lineSpacing());
 }
 
-void labelsFit(QwtPlot& plot, int axis, int most) { new LabelFilter(&plot, axis, most); }
+void labelsFit(QwtPlot& plot, int axis, int most)
+{
+    new SizeFilter(&plot, [=, &plot] { plot.setAxisMaxMajor(axis, qBound(2, fitting(plot, axis, "-0000.0"), most)); });
+}
+
+void stepsFit(QwtPlot& plot, int axis, double min, double max, double step, const QString& widest)
+{
+    plot.setAxisScale(axis, min, max, step);
+    new SizeFilter(&plot,
+                   [=, &plot]
+                   {
+                       double wide = step;
+                       while (wide < max - min && qRound((max - min) / wide) + 1 > fitting(plot, axis, widest))
+                           wide *= 2;
+                       plot.setAxisScale(axis, min, max, wide);
+                   });
+}
 
 int labelCount(const QwtPlot& plot, const QString& widest)
 {

@@ -20,6 +20,10 @@ void shrinkable(QwtPlot& plot);
 /// Gives an axis whose steps Qwt chooses as many labels as it has room for, at most `most`.
 void labelsFit(QwtPlot& plot, int axis, int most = 8);
 
+/// Gives an axis a scale with a label such as `widest` at each step; where there is no room, at each second one, and so
+/// on.
+void stepsFit(QwtPlot& plot, int axis, double min, double max, double step, const QString& widest);
+
 /// How many labels such as `widest` have room on the bottom axis, by the size that the plot has now.
 int labelCount(const QwtPlot& plot, const QString& widest);
 

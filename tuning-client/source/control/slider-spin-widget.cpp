@@ -121,6 +121,13 @@ void SliderSpinWidget::readValueSet(double value)
     toolTipUpdate();
 }
 
+void SliderSpinWidget::valueStress(bool isStressed)
+{
+    auto font = pDoubleSpinBox->font();
+    font.setBold(isStressed);
+    pDoubleSpinBox->setFont(font);
+}
+
 bool SliderSpinWidget::isBeingEdited() const
 {
     return pHeldChange->isHeld() || pSlider->isSliderDown() || isHalfTyped(pDoubleSpinBox);

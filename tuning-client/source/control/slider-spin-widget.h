@@ -40,6 +40,9 @@ public:
     /// Remembers `value` as what the board reported, for the tool tip and the label's menu.
     void readValueSet(double value);
 
+    /// Sets the value in bold, or back: for a change that is to be seen though the user did not make it.
+    void valueStress(bool isStressed);
+
     /// The user holds the slider or a key down, or the spin box holds half-typed text: not the moment to show another
     /// value.
     bool isBeingEdited() const;

@@ -4,7 +4,10 @@
 #include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/af-widget.h"
 #include "tuning-client/source/module/ahdr-widget.h"
+#include "tuning-client/source/module/avs-widget.h"
+#include "tuning-client/source/module/awb-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/cnr-widget.h"
 #include "tuning-client/source/module/cnr2-widget.h"
@@ -25,6 +28,7 @@
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/wb-widget.h"
 #include "tuning-client/source/module/wdr1-widget.h"
 #include "tuning-client/source/module/wdr2-widget.h"
 #include "tuning-client/source/module/wdr3-widget.h"
@@ -50,7 +54,10 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"3D Noise Reduction 3.2", makeNamed<Dnr3V32Widget>},
         {"Auto Exposure", make<AeWidget>},
         {"Auto Exposure 2", make<Ae2Widget>},
+        {"Auto Focus", make<AfWidget>},
         {"Auto High Dynamic Range", make<AhdrWidget>},
+        {"Auto Video Stabilization", make<AvsWidget>},
+        {"Auto White Balance", make<AwbWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
         {"Color Noise Reduction", make<CnrWidget>},
         {"Color Noise Reduction 2", make<Cnr2Widget>},
@@ -67,10 +74,15 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
         {"Register", make<RegisterWidget>},
+        {"White Balance", make<WbWidget>},
         {"Wide Dynamic Range 2", make<Wdr2Widget>},
         {"Wide Dynamic Range 3", make<Wdr3Widget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
         {"Wide Dynamic Range 5", make<Wdr5Widget>},
+        {"High Dynamic Range", make<HdrWidget>},
+        {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
+        {"High Dynamic Range 2", make<Hdr2Widget>},
+        {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
     };
     // clang-format on
     return entries;

@@ -103,6 +103,20 @@ void Form::comboBoxes(const QString& text, std::initializer_list<QComboBox**> bo
     label(text, line, **boxes.begin());
 }
 
+template <class Box>
+void Form::boxPlace(Box* pBox, int line, int column)
+{
+    pBox->setObjectName(row::value);
+    pBox->setKeyboardTracking(false);
+    pBox->setToolTip(valueTip(*pBox));
+    pGrid->addWidget(pBox, line, column);
+    auto* pHeldChange = new HeldChange(pBox);
+    pHeldChange->watch(pBox);
+    using Value = decltype(pBox->value());
+    QObject::connect(pBox, QOverload<Value>::of(&Box::valueChanged), pHeldChange, &HeldChange::changed);
+    connectChanged(pHeldChange, &HeldChange::committed, pBox);
+}
+
 template <class Box, class Configure>
 QVector<Box*> Form::boxesAdd(const QString& text, std::initializer_list<Box**> boxes, int perRow, Configure configure)
 {
@@ -114,16 +128,8 @@ QVector<Box*> Form::boxesAdd(const QString& text, std::initializer_list<Box**> b
     {
         auto* pBox = *ppBox = new Box;
         configure(pBox);
-        pBox->setObjectName(row::value);
-        pBox->setKeyboardTracking(false);
-        pBox->setToolTip(valueTip(*pBox));
         name(pBox, text, made.size(), int(boxes.size()));
-        pGrid->addWidget(pBox, line + made.size() / perRow, column + made.size() % perRow);
-        auto* pHeldChange = new HeldChange(pBox);
-        pHeldChange->watch(pBox);
-        using Value = decltype(pBox->value());
-        QObject::connect(pBox, QOverload<Value>::of(&Box::valueChanged), pHeldChange, &HeldChange::changed);
-        connectChanged(pHeldChange, &HeldChange::committed, pBox);
+        boxPlace(pBox, line + made.size() / perRow, column + made.size() % perRow);
         made.append(pBox);
     }
     if (!text.isEmpty())
@@ -147,6 +153,15 @@ QVector<QSpinBox*> Form::spinBoxes(const QString& text, std::initializer_list<QS
                                    int perRow)
 {
     return boxesAdd(text, boxes, perRow, [=](QSpinBox* pBox) { pBox->setRange(min, max); });
+}
+
+QSpinBox* Form::spinBoxBeside(const QString& accessibleName, int column, int min, int max)
+{
+    auto* pBox = new QSpinBox;
+    pBox->setRange(min, max);
+    pBox->setAccessibleName(accessibleName);
+    boxPlace(pBox, pGrid->rowCount() - 1, column);
+    return pBox;
 }
 
 void Form::heads(const QStringList& texts)

@@ -55,6 +55,10 @@ public:
     QVector<QSpinBox*> spinBoxes(const QString& text, std::initializer_list<QSpinBox**> boxes, int min, int max,
                                  int perRow = 5);
 
+    /// A box for a whole number in `column` of the row that was made last, behind what stands there. It has no label
+    /// but its own accessible name.
+    QSpinBox* spinBoxBeside(const QString& accessibleName, int column, int min, int max);
+
     /// Titles of columns, the first one for the labels.
     void heads(const QStringList& texts);
 
@@ -83,6 +87,9 @@ private:
 
     template <class Sender, class Signal>
     void connectChanged(Sender* pSender, Signal signal, QObject* pControl);
+
+    template <class Box>
+    void boxPlace(Box* pBox, int line, int column);
 
     template <class Box, class Configure>
     QVector<Box*> boxesAdd(const QString& text, std::initializer_list<Box**> boxes, int perRow, Configure configure);
