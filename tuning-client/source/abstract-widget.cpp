@@ -66,12 +66,13 @@ AbstractWidget::~AbstractWidget()
 MainWindow* AbstractWidget::mainWindow() const
 {
     // Kept: the search passes every widget there is, and each page asks at its building, showing and hiding.
-    static QPointer<MainWindow> pFound;
-    if (!pFound)
+    // A window that is being destroyed is none any more, which the cast sees before the pointer does.
+    static QPointer<QWidget> pFound;
+    if (!qobject_cast<MainWindow*>(pFound))
         for (auto* pWidget : QApplication::topLevelWidgets())
-            if ((pFound = qobject_cast<MainWindow*>(pWidget)))
-                break;
-    return pFound;
+            if (qobject_cast<MainWindow*>(pWidget))
+                pFound = pWidget;
+    return qobject_cast<MainWindow*>(pFound);
 }
 
 t_transfer::ClientHolder& AbstractWidget::clientHolder() const
