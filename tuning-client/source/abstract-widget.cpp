@@ -22,6 +22,8 @@
 #include <QScrollArea>
 #include <QStatusBar>
 
+#include <algorithm>
+
 AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi, Role role_)
     : QWidget(pParent), role(role_)
 {
@@ -69,9 +71,12 @@ MainWindow* AbstractWidget::mainWindow() const
     // A window that is being destroyed is none any more, which the cast sees before the pointer does.
     static QPointer<QWidget> pFound;
     if (!qobject_cast<MainWindow*>(pFound))
-        for (auto* pWidget : QApplication::topLevelWidgets())
-            if (qobject_cast<MainWindow*>(pWidget))
-                pFound = pWidget;
+    {
+        const auto widgets = QApplication::topLevelWidgets();
+        const auto found = std::find_if(widgets.begin(), widgets.end(),
+                                        [](QWidget* pWidget) { return qobject_cast<MainWindow*>(pWidget); });
+        pFound = found == widgets.end() ? nullptr : *found;
+    }
     return qobject_cast<MainWindow*>(pFound);
 }
 
