@@ -14,12 +14,12 @@
 
 namespace
 {
-/// Fusion measures a group box's title by its ink and draws it from the pen's position, so that wide fonts lose the end
-/// of the last letter.
-class WholeTitles : public QProxyStyle
+/// The title of a group box and the longest item of a combo box are measured by their ink and drawn from the pen's
+/// position, so that wide fonts lose the end of the last letter.
+class WholeTexts : public QProxyStyle
 {
 public:
-    explicit WholeTitles(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
+    explicit WholeTexts(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
 
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* pOption, SubControl subControl,
                          const QWidget* pWidget) const override
@@ -28,6 +28,15 @@ public:
         if (control == CC_GroupBox && subControl == SC_GroupBoxLabel)
             rect.setWidth(rect.width() + pOption->fontMetrics.averageCharWidth());
         return rect;
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* pOption, const QSize& contents,
+                           const QWidget* pWidget) const override
+    {
+        auto size = QProxyStyle::sizeFromContents(type, pOption, contents, pWidget);
+        if (type == CT_ComboBox)
+            size.rwidth() += pOption->fontMetrics.averageCharWidth();
+        return size;
     }
 };
 
@@ -70,7 +79,7 @@ void Font::Kestrix()
 
 void Style::Kestrix()
 {
-    QApplication::setStyle(new WholeTitles(QStyleFactory::create("Fusion")));
+    QApplication::setStyle(new WholeTexts(QStyleFactory::create("Fusion")));
     QApplication::setPalette(palette());
 
     auto locale = QLocale::c();
