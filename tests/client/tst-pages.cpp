@@ -142,6 +142,8 @@ protected:
         // The loop of the last page may have run for a frame or two.
         exposureSet();
         auto& widget = settled(name);
+        // A running block has its controls greyed.
+        switchSet(false);
         stream << "[" << name << "]\n";
         QSet<QWidget*> met;
         QString place;

@@ -19,8 +19,10 @@
 #include <QTabWidget>
 #include <QTest>
 
+#include <algorithm>
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -214,14 +216,19 @@ void walk(QWidget& page, const Action& action)
         if (page.isAncestorOf(pWidget) && isControl(pWidget))
             chain.append(pWidget);
     QSet<QWidget*> met;
-    const auto visible = [&]
+    // An action may read the page, and so choose another radio button than the one that shows the controls.
+    const auto visible = [&](QRadioButton* pButton = nullptr)
     {
         for (auto* pWidget : qAsConst(chain))
+        {
+            if (pButton && !pButton->isChecked())
+                pButton->click();
             if (pWidget->isVisible() && !met.contains(pWidget))
             {
                 met.insert(pWidget);
                 action(pWidget);
             }
+        }
     };
     bool hasParts = false;
     for (auto* pTabWidget : page.findChildren<QTabWidget*>())
@@ -243,11 +250,15 @@ void walk(QWidget& page, const Action& action)
         }
     if (!hasParts)
         visible();
-    // What is hidden still may stand behind a radio button.
-    for (auto* pButton : page.findChildren<QRadioButton*>())
+    // What is hidden still may stand behind a radio button. At the end the choice is as it was.
+    const auto buttons = page.findChildren<QRadioButton*>();
+    QVector<QRadioButton*> chosen;
+    std::copy_if(buttons.begin(), buttons.end(), std::back_inserter(chosen),
+                 [](const QRadioButton* pButton) { return pButton->isChecked(); });
+    for (auto* pButton : buttons)
         if (met.size() < chain.size() && pButton->isVisible() && pButton->isEnabled() && !pButton->isChecked())
-        {
+            visible(pButton);
+    for (auto* pButton : qAsConst(chosen))
+        if (!pButton->isChecked())
             pButton->click();
-            visible();
-        }
 }
