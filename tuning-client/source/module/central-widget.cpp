@@ -4,11 +4,16 @@
 #include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/bls-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
+#include "tuning-client/source/module/dehaze-widget.h"
+#include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
+#include "tuning-client/source/module/ge-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
+#include "tuning-client/source/module/lut3d-widget.h"
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 
@@ -26,11 +31,16 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"3A Config", make<_3AWidget>},
         {"Auto Exposure", make<AeWidget>},
         {"Auto Exposure 2", make<Ae2Widget>},
+        {"Black Level Subtraction", make<BlsWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Dehaze", makeNamed<DehazeWidget>},
+        {"Digital Gain", make<DgWidget>},
         {"Exposure Control", make<EcWidget>},
+        {"Green Equilibrate", make<GeWidget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
+        {"LUT 3D", make<Lut3dWidget>},
         {"Register", make<RegisterWidget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
     };
