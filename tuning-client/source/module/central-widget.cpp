@@ -6,6 +6,7 @@
 #include "tuning-client/source/module/ae2-widget.h"
 #include "tuning-client/source/module/bls-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
+#include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/dehaze-widget.h"
 #include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
@@ -33,6 +34,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Auto Exposure 2", make<Ae2Widget>},
         {"Black Level Subtraction", make<BlsWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Color Processing", make<CProcWidget>},
         {"Dehaze", makeNamed<DehazeWidget>},
         {"Digital Gain", make<DgWidget>},
         {"Exposure Control", make<EcWidget>},
