@@ -12,6 +12,7 @@
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/ge-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
+#include "tuning-client/source/module/img-effects-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-client/source/module/lut3d-widget.h"
@@ -40,6 +41,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Exposure Control", make<EcWidget>},
         {"Green Equilibrate", make<GeWidget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
+        {"Image Effects", make<ImgEffectsWidget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
         {"LUT 3D", make<Lut3dWidget>},

@@ -1,0 +1,201 @@
+// What the pages of single blocks do beside their rows.
+
+#include "tests/support/board-fixture.h"
+#include "tests/support/files.h"
+#include "tests/support/modals.h"
+#include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/module/cproc-widget.h"
+#include "tuning-client/source/module/img-effects-widget.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QRadioButton>
+
+using board::Fault;
+
+namespace
+{
+enum Id
+{
+    CprocConfigGet = 4001101,
+    CprocEnableSet = 4001104,
+    IeConfigGet = 4002401,
+    IeConfigSet,
+    IeEnableGet,
+    IeEnableSet
+};
+
+class BlockPagesTest : public BoardTest
+{
+protected:
+    template <class Page>
+    Page& shown(const char* name)
+    {
+        auto& widget = dynamic_cast<Page&>(page(name));
+        board->requestsClear();
+        return widget;
+    }
+
+    void refuse(int64_t id) { board->faultSet({Fault::Error, id, -1, 0, "not now"}); }
+
+    /// Switches a block by the command of that number.
+    void switchSet(int64_t id, bool isEnable)
+    {
+        Json::Value query;
+        query["function"] = "test";
+        query["id"] = Json::Int64(id);
+        query["enable"] = isEnable;
+        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
+    }
+};
+} // namespace
+
+TEST_F(BlockPagesTest, ColorProcessingGreysByItsBoxAfterAFailureToo)
+{
+    switchSet(CprocEnableSet, false);
+    auto& widget = shown<CProcWidget>("Color Processing");
+    refuse(CprocEnableSet);
+    for (const bool isFree : {false, true})
+    {
+        widget.pCheckBoxEnable->click();
+        EXPECT_EQ(status(), "Server: not now");
+        for (const QWidget* pControl : std::initializer_list<const QWidget*>{
+                 widget.pQLabelChrominanceclippingrangeatoutput, widget.pQLabelLuminanceinputrangeoffsetprocessing,
+                 widget.pQLabelLuminanceclippingrangeatoutput, widget.pComboBoxLumaIn, widget.pSliderSpinWidgetHue})
+            EXPECT_EQ(pControl->isEnabled(), isFree);
+    }
+}
+
+TEST_F(BlockPagesTest, ColorProcessingKeepsTheRangeThatHasNoItem)
+{
+    auto& widget = shown<CProcWidget>("Color Processing");
+    auto settings = record<rest::CamEngineCprocConfig_t>("Cproc");
+    settings.ChromaOut = rest::OPTRIX_CPROC_CHROM_RANGE_OUT_BT601;
+    settings.LumaIn = rest::OPTRIX_CPROC_LUM_RANGE_IN_MAX;
+    answerSet(CprocConfigGet, "config", settings);
+    emit pMainWindow->refresh();
+    EXPECT_EQ(widget.pComboBoxChromaOut->currentText(), "BT.601 (16..240)");
+    EXPECT_EQ(widget.pComboBoxLumaIn->currentText(), "Full Range (0..1023)");
+}
+
+namespace
+{
+class ImageEffectsTest : public BlockPagesTest
+{
+protected:
+    using Config = rest::OptrixIeConfig_t;
+
+    /// What the board has after the block was switched on, and off again.
+    Config switched()
+    {
+        board->requestsClear();
+        widget.pCheckBoxEnable->click();
+        widget.pCheckBoxEnable->click();
+        EXPECT_EQ(sent(IeConfigSet), 1u);
+        return record<Config>("Ie");
+    }
+
+    void planesSet(bool isRed, bool isGreen, bool isBlue)
+    {
+        widget.pCheckBoxRed->setChecked(isRed);
+        widget.pCheckBoxGreen->setChecked(isGreen);
+        widget.pCheckBoxBlue->setChecked(isBlue);
+    }
+
+    QString planes() const
+    {
+        return QString("%1%2%3")
+            .arg(widget.pCheckBoxRed->isChecked() ? "r" : "")
+            .arg(widget.pCheckBoxGreen->isChecked() ? "g" : "")
+            .arg(widget.pCheckBoxBlue->isChecked() ? "b" : "");
+    }
+
+    ImgEffectsWidget& widget = shown<ImgEffectsWidget>("Image Effects");
+};
+} // namespace
+
+TEST_F(ImageEffectsTest, SwitchingOnSendsWhatIsChosen)
+{
+    const QByteArray none(12, 0);
+    widget.pSliderSpinWidgetTintCb->setValue(200);
+    widget.pSliderSpinWidgetTintCr->setValue(3);
+    auto sepia = switched();
+    EXPECT_EQ(sepia.mode, rest::OPTRIX_IE_MODE_SEPIA);
+    EXPECT_EQ(sepia.ModeConfig.Sepia.TintCb, 200);
+    EXPECT_EQ(sepia.ModeConfig.Sepia.TintCr, 3);
+
+    widget.pRadioButtonRangeFull->click();
+    for (auto* pButton : {widget.pRadioButtonGrayScale, widget.pRadioButtonNegative})
+    {
+        pButton->click();
+        const auto plain = switched();
+        EXPECT_EQ(plain.mode, pButton == widget.pRadioButtonNegative ? 2u : 1u);
+        EXPECT_EQ(plain.range, rest::OPTRIX_IE_RANGE_FULL_RANGE);
+        EXPECT_EQ(std::memcmp(&plain.ModeConfig, none.constData(), sizeof plain.ModeConfig), 0);
+    }
+
+    widget.pRadioButtonColorSelection->click();
+    widget.pSliderSpinWidgetColorThreshold->setValue(77);
+    const struct
+    {
+        bool isRed, isGreen, isBlue;
+        uint32_t selection;
+    } rows[] = {{true, true, true, 1},  {true, true, false, 7},  {true, false, true, 6}, {true, false, false, 5},
+                {false, true, true, 4}, {false, true, false, 3}, {false, false, true, 2}};
+    for (const auto& row : rows)
+    {
+        planesSet(row.isRed, row.isGreen, row.isBlue);
+        const auto color = switched();
+        EXPECT_EQ(color.mode, rest::OPTRIX_IE_MODE_COLOR);
+        EXPECT_EQ(color.ModeConfig.ColorSelection.col_selection, row.selection);
+        EXPECT_EQ(color.ModeConfig.ColorSelection.col_threshold, 77);
+        // A read checks what the record names, and leaves the rest.
+        const auto before = planes();
+        planesSet(false, false, false);
+        emit pMainWindow->refresh();
+        EXPECT_EQ(planes(), before);
+        planesSet(true, true, true);
+        emit pMainWindow->refresh();
+        EXPECT_EQ(planes(), "rgb");
+    }
+}
+
+TEST_F(ImageEffectsTest, NoColorIsToldOnceAndSwitchesOff)
+{
+    widget.pRadioButtonColorSelection->click();
+    planesSet(false, false, false);
+    const auto texts = boxesDuring([&] { widget.pCheckBoxEnable->click(); });
+    EXPECT_EQ(texts, QStringList("Image Effects: Please select a color!"));
+    EXPECT_FALSE(widget.pCheckBoxEnable->isChecked());
+    EXPECT_TRUE(widget.pGroupBoxMode->isEnabled());
+    EXPECT_EQ(sent(IeConfigSet), 0u);
+    EXPECT_EQ(sent(IeEnableSet), 1u);
+    EXPECT_EQ(lastQuery(IeEnableSet)["enable"], false);
+}
+
+TEST_F(ImageEffectsTest, ReadShowsTheGroupOfTheModeOnly)
+{
+    auto settings = record<Config>("Ie");
+    settings.mode = rest::OPTRIX_IE_MODE_COLOR;
+    settings.range = rest::OPTRIX_IE_RANGE_FULL_RANGE;
+    answerSet(IeConfigGet, "config", settings);
+    emit pMainWindow->refresh();
+    EXPECT_TRUE(widget.pRadioButtonColorSelection->isChecked());
+    EXPECT_TRUE(widget.pGroupBoxColorSelection->isVisible());
+    EXPECT_FALSE(widget.pGroupBoxSepia->isVisible());
+    EXPECT_TRUE(widget.pRadioButtonRangeBt601->isChecked()) << "no read sets the range";
+    settings.mode = rest::OPTRIX_IE_MODE_SKETCH;
+    answerSet(IeConfigGet, "config", settings);
+    emit pMainWindow->refresh();
+    EXPECT_TRUE(widget.pRadioButtonColorSelection->isChecked()) << "a mode without a button";
+    EXPECT_FALSE(widget.pGroupBoxColorSelection->isVisible());
+}
+
+TEST_F(ImageEffectsTest, RefusedSettingsSwitchNothing)
+{
+    refuse(IeConfigSet);
+    widget.pCheckBoxEnable->click();
+    EXPECT_EQ(status(), "Server: not now");
+    EXPECT_EQ(sent(IeEnableSet), 0u);
+    EXPECT_TRUE(widget.pGroupBoxMode->isEnabled());
+}
