@@ -15,6 +15,7 @@
 #include "tuning-client/source/module/img-effects-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
+#include "tuning-client/source/module/lsc-widget.h"
 #include "tuning-client/source/module/lut3d-widget.h"
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
@@ -44,6 +45,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Image Effects", make<ImgEffectsWidget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
+        {"Lens Shading Correction", make<LscWidget>},
         {"LUT 3D", make<Lut3dWidget>},
         {"Register", make<RegisterWidget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
