@@ -6,10 +6,14 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/img-effects-widget.h"
+#include "tuning-client/source/module/lsc-widget.h"
+#include "tuning-client/source/module/rgbir-widget.h"
 
 #include <QComboBox>
 #include <QGroupBox>
+#include <QPushButton>
 #include <QRadioButton>
+#include <QStandardItemModel>
 
 using board::Fault;
 
@@ -17,12 +21,17 @@ namespace
 {
 enum Id
 {
-    CprocConfigGet = 4001101,
     CprocEnableSet = 4001104,
     IeConfigGet = 4002401,
     IeConfigSet,
     IeEnableGet,
-    IeEnableSet
+    IeEnableSet,
+    LscEnableSet = 4002604,
+    LscStatusGet,
+    RgbirConfigGet = 4002801,
+    RgbirConfigSet,
+    RgbirEnableGet,
+    RgbirEnableSet
 };
 
 class BlockPagesTest : public BoardTest
@@ -50,32 +59,77 @@ protected:
 };
 } // namespace
 
-TEST_F(BlockPagesTest, ColorProcessingGreysByItsBoxAfterAFailureToo)
+TEST_F(BlockPagesTest, SomeGreyByTheirBoxAfterAFailureToo)
 {
-    switchSet(CprocEnableSet, false);
-    auto& widget = shown<CProcWidget>("Color Processing");
-    refuse(CprocEnableSet);
+    for (const int id : {CprocEnableSet, LscEnableSet})
+    {
+        switchSet(id, false);
+        refuse(id);
+    }
+    auto& color = shown<CProcWidget>("Color Processing");
     for (const bool isFree : {false, true})
     {
-        widget.pCheckBoxEnable->click();
+        color.pCheckBoxEnable->click();
         EXPECT_EQ(status(), "Server: not now");
         for (const QWidget* pControl : std::initializer_list<const QWidget*>{
-                 widget.pQLabelChrominanceclippingrangeatoutput, widget.pQLabelLuminanceinputrangeoffsetprocessing,
-                 widget.pQLabelLuminanceclippingrangeatoutput, widget.pComboBoxLumaIn, widget.pSliderSpinWidgetHue})
+                 color.pQLabelChrominanceclippingrangeatoutput, color.pQLabelLuminanceinputrangeoffsetprocessing,
+                 color.pQLabelLuminanceclippingrangeatoutput, color.pComboBoxLumaIn, color.pSliderSpinWidgetHue})
             EXPECT_EQ(pControl->isEnabled(), isFree);
+    }
+    auto& shading = shown<LscWidget>("Lens Shading Correction");
+    for (const bool isFree : {false, true})
+    {
+        shading.pCheckBoxEnable->click();
+        EXPECT_EQ(status(), "Server: not now");
+        EXPECT_EQ(shading.pGroupBoxGridConfig->isEnabled(), isFree);
+        EXPECT_EQ(shading.pGroupBoxGainMatTab->isEnabled(), isFree);
     }
 }
 
-TEST_F(BlockPagesTest, ColorProcessingKeepsTheRangeThatHasNoItem)
+TEST_F(BlockPagesTest, LensShadingShowsEachTableRowByRow)
 {
-    auto& widget = shown<CProcWidget>("Color Processing");
-    auto settings = record<rest::CamEngineCprocConfig_t>("Cproc");
-    settings.ChromaOut = rest::OPTRIX_CPROC_CHROM_RANGE_OUT_BT601;
-    settings.LumaIn = rest::OPTRIX_CPROC_LUM_RANGE_IN_MAX;
-    answerSet(CprocConfigGet, "config", settings);
-    emit pMainWindow->refresh();
-    EXPECT_EQ(widget.pComboBoxChromaOut->currentText(), "BT.601 (16..240)");
-    EXPECT_EQ(widget.pComboBoxLumaIn->currentText(), "Full Range (0..1023)");
+    auto status = rest::recordZero<rest::Lsc::Status>();
+    auto& [grid, gain] = status.config;
+    for (int i = 0; i < 8; ++i)
+    {
+        grid.LscXSizeTbl[i] = uint16_t(10 + i);
+        grid.LscYSizeTbl[i] = uint16_t(20 + i);
+        grid.LscXGradTbl[i] = uint16_t(30 + i);
+        grid.LscYGradTbl[i] = uint16_t(40 + i);
+    }
+    uint16_t* tables[] = {gain.LscRDataTbl, gain.LscGRDataTbl, gain.LscGBDataTbl, gain.LscBDataTbl};
+    for (int table = 0; table < 4; ++table)
+        for (int i = 0; i < 289; ++i)
+            tables[table][i] = uint16_t(1000 * table + i);
+    answerSet(LscStatusGet, "config", status);
+    auto& widget = shown<LscWidget>("Lens Shading Correction");
+    for (int column = 0; column < 4; ++column)
+        EXPECT_EQ(str(widget.pStandardItemModelSector->item(7, column)->text()), std::to_string(10 * column + 17));
+    const QStandardItemModel* models[] = {widget.pStandardItemModelGainRed, widget.pStandardItemModelGainGreenRed,
+                                          widget.pStandardItemModelGainGreenBlue, widget.pStandardItemModelGainBlue};
+    for (int table = 0; table < 4; ++table)
+        for (const auto& [row, column, i] : {std::tuple(0, 0, 0), {1, 0, 17}, {16, 16, 288}})
+            EXPECT_EQ(str(models[table]->item(row, column)->text()), std::to_string(1000 * table + i));
+}
+
+// What no control shows stays as the board has it at that moment, not as the page has read it.
+TEST_F(BlockPagesTest, RgbirChangesOnlyItsOwnFields)
+{
+    auto& widget = shown<RgbirWidget>("Rgbir");
+    EXPECT_FALSE(widget.pPushButtonEditTable->isVisible()) << "there is no table";
+    auto settings = record<rest::Rgbir::Config>("Rgbir");
+    settings.gain_r = 3.5;
+    settings.rgbirBpt = rest::CAM_ENGINE_RGBIR_BPT_IRGGR;
+    const auto bytes = [&] { return std::string(reinterpret_cast<const char*>(&settings), sizeof settings); };
+    board->recordSet("Rgbir", 0, bytes());
+    widget.pSliderSpinWidgetBlsIr->setValue(99);
+    settings.bls_ir = 99;
+    EXPECT_EQ(board->recordGet("Rgbir", 0), bytes());
+    refuse(RgbirConfigGet);
+    board->requestsClear();
+    widget.pSliderSpinWidgetBlsIr->setValue(100);
+    EXPECT_EQ(status(), "Server: not now");
+    EXPECT_EQ(sent(RgbirConfigSet), 0u);
 }
 
 namespace

@@ -18,6 +18,7 @@
 #include "tuning-client/source/module/lsc-widget.h"
 #include "tuning-client/source/module/lut3d-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/rgbir-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 
 #include <QGridLayout>
@@ -48,6 +49,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Lens Shading Correction", make<LscWidget>},
         {"LUT 3D", make<Lut3dWidget>},
         {"Register", make<RegisterWidget>},
+        {"Rgbir", make<RgbirWidget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
     };
     // clang-format on
