@@ -93,9 +93,9 @@ protected:
 
     /// The bytes of a record of the board.
     template <class Record>
-    Record record(const char* className, const char* key = "config")
+    Record record(const char* className, const char* key = "config", int generation = 0)
     {
-        const auto bytes = board->recordGet(className, 0, key);
+        const auto bytes = board->recordGet(className, generation, key);
         EXPECT_EQ(bytes.size(), sizeof(Record));
         auto value = rest::recordZero<Record>();
         std::memcpy(&value, bytes.data(), sizeof value);

@@ -85,13 +85,18 @@ QwtPlotGrid* gridAdd(QwtPlot& plot, const QColor& major, const QColor& minor)
     return pGrid;
 }
 
+void curveDress(QwtPlotCurve& curve, const QColor& color, int symbolSize)
+{
+    curve.setPen(color);
+    if (symbolSize > 0)
+        curve.setSymbol(
+            new QwtSymbol(QwtSymbol::Ellipse, QBrush(Qt::gray), QPen(color), QSize(symbolSize, symbolSize)));
+}
+
 QwtPlotCurve* curveAdd(QwtPlot& plot, const QString& title, const QColor& color, int symbolSize)
 {
     auto* pCurve = new QwtPlotCurve(title);
-    pCurve->setPen(color);
-    if (symbolSize > 0)
-        pCurve->setSymbol(
-            new QwtSymbol(QwtSymbol::Ellipse, QBrush(Qt::gray), QPen(color), QSize(symbolSize, symbolSize)));
+    curveDress(*pCurve, color, symbolSize);
     pCurve->attach(&plot);
     return pCurve;
 }

@@ -26,7 +26,10 @@ int labelCount(const QwtPlot& plot, const QString& widest);
 /// A dotted grid; its lines are enabled as Qwt does it, all but the minor ones. Belongs to the plot.
 QwtPlotGrid* gridAdd(QwtPlot& plot, const QColor& major, const QColor& minor);
 
-/// A curve in one colour, belonging to the plot. With `symbolSize`, in pixels, its points are gray circles.
+/// Draws the curve in one colour. With `symbolSize`, in pixels, its points are gray circles.
+void curveDress(QwtPlotCurve& curve, const QColor& color, int symbolSize = 0);
+
+/// A curve so dressed, belonging to the plot.
 QwtPlotCurve* curveAdd(QwtPlot& plot, const QString& title, const QColor& color, int symbolSize = 0);
 
 /// Gives the curve `count` points. Those that are not finite are left out: they would spoil the axes.
