@@ -144,9 +144,9 @@ protected:
         // The loop of the last page may have run for a frame or two.
         exposureSet();
         auto& widget = settled(name);
-        // A running block has its controls greyed.
         switchSet(false);
-        stream << "[" << name << "]\n";
+        stream << "[" << name << "]" << (widget.objectName() == name ? "" : " stored as " + widget.objectName())
+               << "\n";
         QSet<QWidget*> met;
         QString place;
         const auto controls = [&]

@@ -7,6 +7,7 @@
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-common/source/base64.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -19,10 +20,8 @@
 #include <QTabWidget>
 #include <QTest>
 
-#include <algorithm>
 #include <cmath>
 #include <functional>
-#include <iterator>
 #include <sstream>
 #include <vector>
 
@@ -166,6 +165,13 @@ inline QString kindOf(const QWidget* pControl)
     return QString(pControl->metaObject()->className()).mid(1).toLower();
 }
 
+/// The button that is checked where `pControl` may be.
+inline QAbstractButton* checkedInGroup(const QWidget* pControl)
+{
+    const auto* pButton = qobject_cast<const QRadioButton*>(pControl);
+    return pButton && pButton->group() ? pButton->group()->checkedButton() : nullptr;
+}
+
 /// How a user changes the control: a step for a number, each other choice of a combo box, there and back for a box.
 /// Empty when there is nothing to choose.
 inline std::vector<std::function<void()>> operations(QWidget* pControl)
@@ -250,15 +256,15 @@ void walk(QWidget& page, const Action& action)
         }
     if (!hasParts)
         visible();
-    // What is hidden still may stand behind a radio button. At the end the choice is as it was.
-    const auto buttons = page.findChildren<QRadioButton*>();
-    QVector<QRadioButton*> chosen;
-    std::copy_if(buttons.begin(), buttons.end(), std::back_inserter(chosen),
-                 [](const QRadioButton* pButton) { return pButton->isChecked(); });
-    for (auto* pButton : buttons)
+    // What is hidden still may stand behind a radio button. In the end all are as before.
+    QVector<QAbstractButton*> checkedBefore;
+    for (auto* pButton : page.findChildren<QRadioButton*>())
         if (met.size() < chain.size() && pButton->isVisible() && pButton->isEnabled() && !pButton->isChecked())
+        {
+            if (auto* pChecked = checkedInGroup(pButton))
+                checkedBefore.prepend(pChecked);
             visible(pButton);
-    for (auto* pButton : qAsConst(chosen))
-        if (!pButton->isChecked())
-            pButton->click();
+        }
+    for (auto* pButton : qAsConst(checkedBefore))
+        pButton->click();
 }
