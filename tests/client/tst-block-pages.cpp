@@ -3,7 +3,9 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
+#include "tuning-client/source/control/cac-plot.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/module/cac-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/img-effects-widget.h"
 #include "tuning-client/source/module/lsc-widget.h"
@@ -14,6 +16,7 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStandardItemModel>
+#include <qwt_plot_curve.h>
 
 using board::Fault;
 
@@ -21,6 +24,9 @@ namespace
 {
 enum Id
 {
+    CacEnableGet = 4000801,
+    CacEnableSet,
+    CacStatusGet,
     CprocEnableSet = 4001104,
     IeConfigGet = 4002401,
     IeConfigSet,
@@ -30,8 +36,7 @@ enum Id
     LscStatusGet,
     RgbirConfigGet = 4002801,
     RgbirConfigSet,
-    RgbirEnableGet,
-    RgbirEnableSet
+    SensorStatusGet = 80007
 };
 
 class BlockPagesTest : public BoardTest
@@ -130,6 +135,86 @@ TEST_F(BlockPagesTest, RgbirChangesOnlyItsOwnFields)
     widget.pSliderSpinWidgetBlsIr->setValue(100);
     EXPECT_EQ(status(), "Server: not now");
     EXPECT_EQ(sent(RgbirConfigSet), 0u);
+}
+
+namespace
+{
+class AberrationTest : public BlockPagesTest
+{
+protected:
+    AberrationTest()
+    {
+        switchSet(CacEnableSet, false);
+        emit pMainWindow->refresh();
+        board->requestsClear();
+    }
+
+    void tick() { QMetaObject::invokeMethod(widget.pTimer, "timeout"); }
+
+    /// The red value at the middle of the picture.
+    double middle() const { return widget.pCacPlot->curve->sample(256).y(); }
+
+    CacWidget& widget = shown<CacWidget>("Chromatic Aberration Correction");
+};
+} // namespace
+
+TEST_F(AberrationTest, PollsWhileOnAndShown)
+{
+    const auto expect = [&](bool isOn)
+    {
+        EXPECT_EQ(widget.pTimer->isActive(), isOn);
+        for (const auto* pBox : {widget.pGroupBox, widget.pGroupBox2, widget.pGroupBox3})
+            EXPECT_EQ(pBox->isEnabled(), !isOn);
+    };
+    EXPECT_EQ(widget.pTimer->interval(), 1000);
+    expect(false);
+    refuse(CacEnableSet);
+    widget.pCheckBoxEnable->click();
+    EXPECT_EQ(status(), "Server: not now");
+    expect(false);
+    board->faultsClear();
+    widget.pCheckBoxEnable->click();
+    widget.pCheckBoxEnable->click();
+    expect(true);
+    refuse(CacStatusGet);
+    tick();
+    EXPECT_EQ(status(), "Server: not now");
+    expect(true);
+    page("Register");
+    EXPECT_FALSE(widget.pTimer->isActive());
+    page("Chromatic Aberration Correction");
+    expect(true);
+    switchSet(CacEnableSet, false);
+    emit pMainWindow->refresh();
+    expect(false);
+}
+
+TEST_F(AberrationTest, DrawsWhatTheBoxesHold)
+{
+    auto coeffs = rest::recordZero<rest::Cac::Status>();
+    coeffs.coeff[rest::Cac::Status::Red] = {20, 0, 0.00004};
+    coeffs.coeff[rest::Cac::Status::Blue] = {1, 2, 3};
+    coeffs.hCenterOffset = 640;
+    coeffs.vCenterOffset = 9000;
+    answerSet(CacStatusGet, "status", coeffs);
+    refuse(SensorStatusGet);
+    widget.pCheckBoxEnable->click();
+    tick();
+    EXPECT_EQ(widget.pDoubleSpinBoxRedLinearCoeff->value(), 15.9375);
+    EXPECT_EQ(widget.pDoubleSpinBoxRedCubicalCoeff->value(), 0);
+    EXPECT_EQ(widget.pDoubleSpinBoxBlueLinearCoeff->value(), 1);
+    EXPECT_EQ(widget.pDoubleSpinBoxBlueSquareCoeff->value(), 2);
+    EXPECT_EQ(widget.pDoubleSpinBoxBlueCubicalCoeff->value(), 3);
+    EXPECT_EQ(widget.pSpinBoxCenterVertOffset->value(), 8191);
+    EXPECT_EQ(widget.pCacPlot->curve1->sample(512).y(), 6);
+    EXPECT_EQ(widget.pCacPlot->curve->sample(512).y(), 15.9375);
+    EXPECT_EQ(middle(), 0) << "the width is not known";
+    EXPECT_FALSE(status().startsWith("Server")) << "which is nobody's concern";
+
+    board->faultsClear();
+    emit pMainWindow->refresh();
+    tick();
+    EXPECT_DOUBLE_EQ(middle(), 15.9375 * 640 * 513 / 1920 / 256);
 }
 
 namespace

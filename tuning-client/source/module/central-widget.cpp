@@ -5,6 +5,7 @@
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
 #include "tuning-client/source/module/bls-widget.h"
+#include "tuning-client/source/module/cac-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/dehaze-widget.h"
@@ -37,6 +38,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Auto Exposure 2", make<Ae2Widget>},
         {"Black Level Subtraction", make<BlsWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Chromatic Aberration Correction", make<CacWidget>},
         {"Color Processing", make<CProcWidget>},
         {"Dehaze", makeNamed<DehazeWidget>},
         {"Digital Gain", make<DgWidget>},
