@@ -9,6 +9,7 @@
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/dehaze-widget.h"
+#include "tuning-client/source/module/demosaic-widget.h"
 #include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/ge-widget.h"
@@ -41,6 +42,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Chromatic Aberration Correction", make<CacWidget>},
         {"Color Processing", make<CProcWidget>},
         {"Dehaze", makeNamed<DehazeWidget>},
+        {"Demosaicing", make<DeMosaicWidget>},
         {"Digital Gain", make<DgWidget>},
         {"Exposure Control", make<EcWidget>},
         {"Green Equilibrate", make<GeWidget>},
