@@ -7,6 +7,8 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/cac-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
+#include "tuning-client/source/module/demosaic-widget.h"
+#include "tuning-client/source/module/demosaic2-widget.h"
 #include "tuning-client/source/module/img-effects-widget.h"
 #include "tuning-client/source/module/lsc-widget.h"
 #include "tuning-client/source/module/rgbir-widget.h"
@@ -16,9 +18,11 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QStandardItemModel>
+#include <QTabWidget>
 #include <qwt_plot_curve.h>
 
 using board::Fault;
+using V2 = rest::DeMosaic::Config::V2;
 
 namespace
 {
@@ -28,6 +32,7 @@ enum Id
     CacEnableSet,
     CacStatusGet,
     CprocEnableSet = 4001104,
+    DeMosaicConfigSet = 4001302,
     IeConfigGet = 4002401,
     IeConfigSet,
     IeEnableGet,
@@ -48,6 +53,12 @@ protected:
         auto& widget = dynamic_cast<Page&>(page(name));
         board->requestsClear();
         return widget;
+    }
+
+    template <class Record>
+    static std::string bytes(const Record& record)
+    {
+        return {reinterpret_cast<const char*>(&record), sizeof record};
     }
 
     void refuse(int64_t id) { board->faultSet({Fault::Error, id, -1, 0, "not now"}); }
@@ -125,16 +136,59 @@ TEST_F(BlockPagesTest, RgbirChangesOnlyItsOwnFields)
     auto settings = record<rest::Rgbir::Config>("Rgbir");
     settings.gain_r = 3.5;
     settings.rgbirBpt = rest::CAM_ENGINE_RGBIR_BPT_IRGGR;
-    const auto bytes = [&] { return std::string(reinterpret_cast<const char*>(&settings), sizeof settings); };
-    board->recordSet("Rgbir", 0, bytes());
+    board->recordSet("Rgbir", 0, bytes(settings));
     widget.pSliderSpinWidgetBlsIr->setValue(99);
     settings.bls_ir = 99;
-    EXPECT_EQ(board->recordGet("Rgbir", 0), bytes());
+    EXPECT_EQ(board->recordGet("Rgbir", 0), bytes(settings));
     refuse(RgbirConfigGet);
     board->requestsClear();
     widget.pSliderSpinWidgetBlsIr->setValue(100);
     EXPECT_EQ(status(), "Server: not now");
     EXPECT_EQ(sent(RgbirConfigSet), 0u);
+}
+
+TEST_F(BlockPagesTest, DemosaicingIsBypassedByItsBox)
+{
+    auto& widget = shown<DeMosaicWidget>("Demosaicing");
+    for (const bool isOn : {false, true})
+    {
+        widget.pCheckBoxEnable->setChecked(isOn);
+        widget.sliderSpinWidgets[0]->setValue(isOn ? 90 : 80);
+        const auto settings = record<rest::DeMosaic::Config>("DeMosaic");
+        EXPECT_EQ(settings.v1.threshold, isOn ? 90 : 80);
+        EXPECT_EQ(settings.v1.isBypass, isOn);
+    }
+}
+
+TEST_F(BlockPagesTest, Demosaicing2StoresTheMovedFieldOnly)
+{
+    auto settings = record<rest::DeMosaic::Config>("DeMosaic", "config", 1);
+    auto& v2 = settings.v2;
+    v2.isBypass = true;
+    v2.sharpenLine.shift2 = 200;
+    v2.cac.c.blue = 0x1234;
+    v2.dePurple.threshold = 3;
+    v2.dePurple.cbCrMode = V2::DePurple::CbCrMode(77);
+    board->recordSet("DeMosaic", 1, bytes(settings));
+    auto& widget = shown<DeMosaic2Widget>("Demosaicing 2");
+    const auto& purple = *widget.pDeMosaic2PageDePurple;
+    widget.pTabWidget->setCurrentWidget(widget.pDeMosaic2PageDePurple);
+    EXPECT_EQ(board->requestCount(), 0u) << "a tab shows what the page has read";
+    EXPECT_EQ(purple.pSliderSpinWidgetThreshold->value(), 8);
+    EXPECT_EQ(purple.pComboBoxCbCrMode->currentText(), "Off");
+    purple.pSliderSpinWidgetSaturationShrink->setValue(5);
+    v2.dePurple.saturationShrink = 5;
+    EXPECT_EQ(board->recordGet("DeMosaic", 1), bytes(settings));
+
+    // A refused change is in the record, and so in the next one.
+    refuse(DeMosaicConfigSet);
+    purple.pComboBoxCbCrMode->setCurrentIndex(2);
+    EXPECT_EQ(status(), "Server: not now");
+    board->faultsClear();
+    widget.pDeMosaic2PageSharppen->pSliderSpinWidgetSharppenLineShift1->setValue(9);
+    v2.dePurple.cbCrMode = V2::DePurple::Blue;
+    v2.sharpenLine.shift1 = 9;
+    EXPECT_EQ(board->recordGet("DeMosaic", 1), bytes(settings));
 }
 
 namespace

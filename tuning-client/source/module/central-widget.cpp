@@ -10,6 +10,7 @@
 #include "tuning-client/source/module/cproc-widget.h"
 #include "tuning-client/source/module/dehaze-widget.h"
 #include "tuning-client/source/module/demosaic-widget.h"
+#include "tuning-client/source/module/demosaic2-widget.h"
 #include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/ge-widget.h"
@@ -43,6 +44,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Color Processing", make<CProcWidget>},
         {"Dehaze", makeNamed<DehazeWidget>},
         {"Demosaicing", make<DeMosaicWidget>},
+        {"Demosaicing 2", make<DeMosaic2Widget>},
         {"Digital Gain", make<DgWidget>},
         {"Exposure Control", make<EcWidget>},
         {"Green Equilibrate", make<GeWidget>},
