@@ -297,6 +297,13 @@ TEST_F(FormTest, NumberTableKeepsItsCells)
     EXPECT_EQ(model.item(1, 2), pCell);
     EXPECT_EQ(pCell->text(), "100002");
     EXPECT_EQ(pView->editTriggers(), QAbstractItemView::NoEditTriggers);
+
+    const auto range = number_table::heatShow(model, [](int row, int column) { return 5 - row - 2 * column; });
+    EXPECT_EQ(range, std::pair(0LL, 5LL));
+    EXPECT_EQ(pCell->background().color(), QColor(Qt::white)) << "the least";
+    EXPECT_EQ(model.item(0, 0)->background().color(), QColor(255, 130, 50)) << "the most";
+    number_table::heatShow(model, [](int, int) { return 7; });
+    EXPECT_EQ(model.item(0, 0)->background().color(), QColor(Qt::white)) << "all the same";
 }
 
 TEST_F(FormTest, PlotTakesFinitePointsAndThinsItsLabels)

@@ -7,6 +7,7 @@
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-common/source/base64.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -171,6 +172,13 @@ inline QString kindOf(const QWidget* pControl)
     return QString(pControl->metaObject()->className()).mid(1).toLower();
 }
 
+/// The button that is checked where `pControl` may be.
+inline QAbstractButton* checkedInGroup(const QWidget* pControl)
+{
+    const auto* pButton = qobject_cast<const QRadioButton*>(pControl);
+    return pButton && pButton->group() ? pButton->group()->checkedButton() : nullptr;
+}
+
 /// How a user changes the control: a step for a number, each other choice of a combo box, there and back for a box.
 /// Empty when there is nothing to choose.
 inline std::vector<std::function<void()>> operations(QWidget* pControl)
@@ -221,14 +229,19 @@ void walk(QWidget& page, const Action& action)
         if (page.isAncestorOf(pWidget) && isControl(pWidget))
             chain.append(pWidget);
     QSet<QWidget*> met;
-    const auto visible = [&]
+    // An action may read the page, and so choose another radio button than the one that shows the controls.
+    const auto visible = [&](QRadioButton* pButton = nullptr)
     {
         for (auto* pWidget : qAsConst(chain))
+        {
+            if (pButton && !pButton->isChecked())
+                pButton->click();
             if (pWidget->isVisible() && !met.contains(pWidget))
             {
                 met.insert(pWidget);
                 action(pWidget);
             }
+        }
     };
     bool hasParts = false;
     for (auto* pTabWidget : page.findChildren<QTabWidget*>())
@@ -250,11 +263,15 @@ void walk(QWidget& page, const Action& action)
         }
     if (!hasParts)
         visible();
-    // What is hidden still may stand behind a radio button.
+    // What is hidden still may stand behind a radio button. In the end all are as before.
+    QVector<QAbstractButton*> checkedBefore;
     for (auto* pButton : page.findChildren<QRadioButton*>())
         if (met.size() < chain.size() && pButton->isVisible() && pButton->isEnabled() && !pButton->isChecked())
         {
-            pButton->click();
-            visible();
+            if (auto* pChecked = checkedInGroup(pButton))
+                checkedBefore.prepend(pChecked);
+            visible(pButton);
         }
+    for (auto* pButton : qAsConst(checkedBefore))
+        pButton->click();
 }

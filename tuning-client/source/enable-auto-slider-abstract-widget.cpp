@@ -59,6 +59,12 @@ void EnableAutoSliderAbstractWidget::afterShow() { stateFollow(isAuto()); }
 
 bool EnableAutoSliderAbstractWidget::isAuto() const { return pComboBoxWorkMode->currentText() == tr("Auto"); }
 
+void EnableAutoSliderAbstractWidget::tableHide()
+{
+    hasTable = false;
+    pPushButtonEditTable->hide();
+}
+
 void EnableAutoSliderAbstractWidget::workModeShow(bool isAuto)
 {
     shortcut::NoSignals::setCurrentText(pComboBoxWorkMode, isAuto ? tr("Auto") : tr("Manual"));
@@ -93,7 +99,7 @@ void EnableAutoSliderAbstractWidget::tableEdit(const std::function<void(Json::Va
 /// The state table. In Manual the order of a page's own steps decides over the sliders.
 void EnableAutoSliderAbstractWidget::stateFollow(bool isAuto)
 {
-    pPushButtonEditTable->setVisible(isAuto);
+    pPushButtonEditTable->setVisible(isAuto && hasTable);
     if (isAuto)
         for (auto* pSlider : qAsConst(sliderSpinWidgets))
             pSlider->setEnabled(false);

@@ -45,6 +45,9 @@ protected:
 
     bool isAuto() const;
 
+    /// For a module without a table: the button that opens it is never shown.
+    void tableHide();
+
     /// Shows the mode as read, without the combo box's signals.
     void workModeShow(bool isAuto);
 
@@ -65,4 +68,6 @@ private:
                    const std::function<void(const Json::Value&)>& fTableSet);
     void stateFollow(bool isAuto);
     void timerSet(bool isRunning);
+
+    bool hasTable = true;
 };

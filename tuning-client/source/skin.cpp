@@ -3,6 +3,7 @@
 #include "tuning-client/source/shortcut/number-fields.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QFont>
 #include <QLocale>
 #include <QPalette>
@@ -14,20 +15,48 @@
 
 namespace
 {
-/// Fusion measures a group box's title by its ink and draws it from the pen's position, so that wide fonts lose the end
-/// of the last letter.
-class WholeTitles : public QProxyStyle
+/// The title of a group box and the items of a combo box are measured by their ink and drawn with the pen's way, so
+/// that wide fonts lose the end of a long text.
+class WholeTexts : public QProxyStyle
 {
 public:
-    explicit WholeTitles(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
+    explicit WholeTexts(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
 
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* pOption, SubControl subControl,
                          const QWidget* pWidget) const override
     {
         auto rect = QProxyStyle::subControlRect(control, pOption, subControl, pWidget);
-        if (control == CC_GroupBox && subControl == SC_GroupBoxLabel)
-            rect.setWidth(rect.width() + pOption->fontMetrics.averageCharWidth());
+        const auto* pBox = qstyleoption_cast<const QStyleOptionGroupBox*>(pOption);
+        if (pBox && subControl == SC_GroupBoxLabel)
+            rect.setWidth(rect.width() + lost(pBox->fontMetrics, {pBox->text}));
         return rect;
+    }
+
+    QSize sizeFromContents(ContentsType type, const QStyleOption* pOption, const QSize& contents,
+                           const QWidget* pWidget) const override
+    {
+        auto size = QProxyStyle::sizeFromContents(type, pOption, contents, pWidget);
+        const auto* pBox = qobject_cast<const QComboBox*>(pWidget);
+        if (!pBox || type != CT_ComboBox)
+            return size;
+        QStringList items;
+        for (int i = 0; i < pBox->count(); ++i)
+            items.append(pBox->itemText(i));
+        return size + QSize(lost(pOption->fontMetrics, items), 0);
+    }
+
+private:
+    /// By how much the longest text is longer than its ink.
+    static int lost(const QFontMetrics& metrics, const QStringList& texts)
+    {
+        int ink = 0;
+        int way = 0;
+        for (const auto& text : texts)
+        {
+            ink = qMax(ink, metrics.boundingRect(text).width());
+            way = qMax(way, metrics.horizontalAdvance(text));
+        }
+        return qMax(way - ink, 0);
     }
 };
 
@@ -70,7 +99,7 @@ void Font::Kestrix()
 
 void Style::Kestrix()
 {
-    QApplication::setStyle(new WholeTitles(QStyleFactory::create("Fusion")));
+    QApplication::setStyle(new WholeTexts(QStyleFactory::create("Fusion")));
     QApplication::setPalette(palette());
 
     auto locale = QLocale::c();

@@ -8,9 +8,16 @@
 #include "tuning-client/source/module/ahdr-widget.h"
 #include "tuning-client/source/module/avs-widget.h"
 #include "tuning-client/source/module/awb-widget.h"
+#include "tuning-client/source/module/bls-widget.h"
+#include "tuning-client/source/module/cac-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/cnr-widget.h"
 #include "tuning-client/source/module/cnr2-widget.h"
+#include "tuning-client/source/module/cproc-widget.h"
+#include "tuning-client/source/module/dehaze-widget.h"
+#include "tuning-client/source/module/demosaic-widget.h"
+#include "tuning-client/source/module/demosaic2-widget.h"
+#include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/dnr2-v5-widget.h"
 #include "tuning-client/source/module/dnr2-widget.h"
 #include "tuning-client/source/module/dnr3-v3-widget.h"
@@ -21,13 +28,18 @@
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/ee-widget.h"
 #include "tuning-client/source/module/filter-widget.h"
+#include "tuning-client/source/module/ge-widget.h"
 #include "tuning-client/source/module/hdr-widget.h"
 #include "tuning-client/source/module/hdr1_2-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/hdr2_lite-widget.h"
+#include "tuning-client/source/module/img-effects-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
+#include "tuning-client/source/module/lsc-widget.h"
+#include "tuning-client/source/module/lut3d-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/module/rgbir-widget.h"
 #include "tuning-client/source/module/wb-widget.h"
 #include "tuning-client/source/module/wdr1-widget.h"
 #include "tuning-client/source/module/wdr2-widget.h"
@@ -58,22 +70,34 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Auto High Dynamic Range", make<AhdrWidget>},
         {"Auto Video Stabilization", make<AvsWidget>},
         {"Auto White Balance", make<AwbWidget>},
+        {"Black Level Subtraction", make<BlsWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Chromatic Aberration Correction", make<CacWidget>},
         {"Color Noise Reduction", make<CnrWidget>},
         {"Color Noise Reduction 2", make<Cnr2Widget>},
+        {"Color Processing", make<CProcWidget>},
         {"Defect Pixel Cluster Correction", make<DpccWidget>},
+        {"Dehaze", makeNamed<DehazeWidget>},
+        {"Demosaicing", make<DeMosaicWidget>},
+        {"Demosaicing 2", make<DeMosaic2Widget>},
         {"Denoising Prefilter", make<DpfWidget>},
+        {"Digital Gain", make<DgWidget>},
         {"Edge Enhance", make<EeWidget>},
         {"Exposure Control", make<EcWidget>},
         {"Filter", make<FilterWidget>},
         {"Global Wide Dynamic Range", make<Wdr1Widget>},
+        {"Green Equilibrate", make<GeWidget>},
         {"High Dynamic Range", make<HdrWidget>},
         {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
         {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
+        {"Image Effects", make<ImgEffectsWidget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
+        {"Lens Shading Correction", make<LscWidget>},
+        {"LUT 3D", make<Lut3dWidget>},
         {"Register", make<RegisterWidget>},
+        {"Rgbir", make<RgbirWidget>},
         {"White Balance", make<WbWidget>},
         {"Wide Dynamic Range 2", make<Wdr2Widget>},
         {"Wide Dynamic Range 3", make<Wdr3Widget>},

@@ -194,12 +194,14 @@ Form Form::group(const QString& title, bool isCheckable)
     return form;
 }
 
-void Form::labelled(const QString& text, QWidget* pControl)
+void Form::labelled(const QString& text, QWidget* pControl, const QString& behind)
 {
     const int line = next();
     label(text, line, pControl);
     name(pControl, text, 0, 1);
-    pGrid->addWidget(pControl, line, 1, 1, columns - 1, Qt::AlignLeft);
+    pGrid->addWidget(pControl, line, 1, 1, behind.isEmpty() ? columns - 1 : 1, Qt::AlignLeft);
+    if (!behind.isEmpty())
+        pGrid->addWidget(new QLabel(behind), line, 2, 1, columns - 2);
 }
 
 void Form::wide(QWidget* pWidget) { pGrid->addWidget(pWidget, next(), 0, 1, columns); }

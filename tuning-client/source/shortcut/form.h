@@ -71,8 +71,9 @@ public:
     /// Of a form that `group` has made; else null.
     QGroupBox* groupBox() const { return pGroupBox; }
 
-    /// Takes a control of the page's own into the next row; its changes stay the page's.
-    void labelled(const QString& text, QWidget* pControl);
+    /// Takes a control of the page's own into the next row; its changes stay the page's. `behind`, such as a unit,
+    /// follows it.
+    void labelled(const QString& text, QWidget* pControl, const QString& behind = QString());
 
     /// Takes a widget of the page's own over the whole width of the next row.
     void wide(QWidget* pWidget);
