@@ -4,10 +4,8 @@
 #include "tests/support/editing.h"
 #include "tuning-client/source/control/wdr-plot.h"
 #include "tuning-client/source/module/ahdr-widget.h"
-#include "tuning-client/source/module/hdr-widget.h"
 #include "tuning-client/source/module/hdr1_2-widget.h"
 #include "tuning-client/source/module/wdr1-widget.h"
-#include "tuning-client/source/module/wdr2-widget.h"
 
 #include <QComboBox>
 #include <QRadioButton>
@@ -43,20 +41,6 @@ protected:
     void refresh() { emit pMainWindow->refresh(); }
 };
 } // namespace
-
-TEST_F(DynamicRangePagesTest, SwitchWithoutGreyingFollowsWithTheNextRead)
-{
-    for (auto* pPage : std::initializer_list<EnableSliderAbstractWidget*>{&shown<HdrWidget>("High Dynamic Range"),
-                                                                          &shown<Wdr2Widget>("Wide Dynamic Range 2")})
-    {
-        page(pPage->objectName());
-        pPage->pCheckBoxEnable->click();
-        EXPECT_TRUE(pPage->sliderSpinWidgets[0]->isEnabled());
-        refresh();
-        EXPECT_FALSE(pPage->sliderSpinWidgets[0]->isEnabled());
-        EXPECT_TRUE(pPage->pCheckBoxEnable->isChecked());
-    }
-}
 
 TEST_F(DynamicRangePagesTest, CombinedRangeStaysOrdered)
 {

@@ -13,6 +13,11 @@
 #include "tuning-rest/source/dpcc.h"
 
 #include <QComboBox>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+
+#include <cstdlib>
 
 using board::Fault;
 using rest::Dnr2;
@@ -71,9 +76,24 @@ TEST_F(NoisePagesTest, StaticOpacityGivesWayInASecondRecord)
     {
         auto sentConfig = rest::recordZero<Dnr2::Config>();
         t_common::Base64::decode(requests[size_t(i)].query["config"].asString(), sentConfig);
-        EXPECT_EQ(sentConfig.v5.blendOpacity._static, i == 0 ? 30 : 20) << "as it stood, then as it was corrected";
+        EXPECT_EQ(sentConfig.v5.blendOpacity._static, i == 0 ? 30 : 20) << "record " << i;
         EXPECT_EQ(sentConfig.v5.blendOpacity.moving, 20);
     }
+}
+
+// One failure, one limit of time: nothing follows a record that was not sent.
+TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
+{
+    boardSwitch(Dnr2EnableSet, Dnr2::V5, false);
+    auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
+    auto jConfig = clientConfig("http", "");
+    jConfig["port"] = board->port();
+    pMainWindow->clientHolderSet(jConfig);
+    type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
+    EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
+    board->faultSet({Fault::Error, Dnr2ConfigSet});
+    type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
+    EXPECT_EQ(sent(Dnr2ConfigSet), 1u);
 }
 
 TEST_F(NoisePagesTest, FrameFreesItsInnerPagesWhileItsModuleIsOff)
@@ -81,54 +101,108 @@ TEST_F(NoisePagesTest, FrameFreesItsInnerPagesWhileItsModuleIsOff)
     auto& v3 = shown<Dnr3V3Widget>("3D Noise Reduction 3");
     EXPECT_TRUE(v3.pTnrParamWidget->isEnabled() && v3.pDnr2V5Widget->isEnabled());
     boardSwitch(Dnr3EnableSet, 1, true);
+    board->requestsClear();
     refresh();
     EXPECT_FALSE(v3.pTnrParamWidget->isEnabled() || v3.pDnr2V5Widget->isEnabled());
     EXPECT_TRUE(v3.pCheckBoxEnable->isChecked());
-    EXPECT_EQ(led().toolTip(), "2DNR v5 ON") << "of the inner page";
+    EXPECT_EQ(sent(Dnr3ConfigGet), 2u) << "the frame and the temporal page";
 
     boardSwitch(Dnr3EnableSet, 2, true);
-    board->requestsClear();
     auto& v32 = shown<Dnr3V32Widget>("3D Noise Reduction 3.2");
+    board->requestsClear();
+    refresh();
     EXPECT_TRUE(v32.pTnr2ParamWidget->isEnabled() && v32.pDnr2V5Widget->isEnabled());
+    EXPECT_TRUE(v32.pCheckBoxEnable->isChecked());
     EXPECT_EQ(sent(Dnr3EnableGet), 0u);
-    EXPECT_EQ(sent(Dnr3ConfigGet), 4u) << "the frame and the temporal page, twice each";
+    EXPECT_EQ(sent(Dnr3ConfigGet), 2u);
+    for (const auto& request : board->requests())
+        EXPECT_TRUE(request.id != Dnr3ConfigGet || request.query["generation"] == 2);
     for (const auto* pBox : {v3.pCheckBoxEnable, v3.pCheckBoxNoiseCurveEnable, v32.pCheckBoxEnable})
         EXPECT_TRUE(pBox->isHidden());
+}
+
+TEST_F(NoisePagesTest, TemporalFiltersShowTheSwitchOfTheirRecord)
+{
+    const auto switchedExpect = [this](EnableAutoLevelSliderAbstractWidget& temporal, bool isSliderFree)
+    {
+        temporal.pCheckBoxEnable->click();
+        refresh();
+        EXPECT_TRUE(temporal.pCheckBoxEnable->isChecked());
+        EXPECT_FALSE(temporal.pPushButtonRest->isEnabled());
+        EXPECT_EQ(temporal.sliderSpinWidgets[0]->isEnabled(), isSliderFree);
+        const auto* pLevel = temporal.pSliderSpinWidgetLevel->findChild<QDoubleSpinBox*>();
+        EXPECT_EQ(pLevel->decimals(), 1);
+        EXPECT_EQ(pLevel->minimum(), 1);
+        EXPECT_EQ(pLevel->maximum(), 3);
+    };
+    switchedExpect(*shown<Dnr3V3Widget>("3D Noise Reduction 3").pTnrParamWidget, true);
+    switchedExpect(*shown<Dnr3V32Widget>("3D Noise Reduction 3.2").pTnr2ParamWidget, false);
+}
+
+TEST_F(NoisePagesTest, LedOfAFrameComesBackAfterAFailureBesideIt)
+{
+    auto& v3 = shown<Dnr3V3Widget>("3D Noise Reduction 3");
+    EXPECT_EQ(led().toolTip(), "2DNR v5 ON");
+    v3.pTnrParamWidget->pPushButtonRest->click();
+    EXPECT_EQ(led().toolTip(), "2DNR v5 ON");
+    board->faultSet({Fault::Error, Dnr3ConfigGet});
+    v3.pTnrParamWidget->pPushButtonRest->click();
+    EXPECT_EQ(led().toolTip(), "");
+    board->faultsClear();
+    v3.pTnrParamWidget->pPushButtonRest->click();
+    EXPECT_EQ(led().toolTip(), "2DNR v5 ON");
 }
 
 TEST_F(NoisePagesTest, InnerPagesStandWhereThereIsRoom)
 {
     auto& frame = shown<Dnr3V3Widget>("3D Noise Reduction 3");
-    const auto isBeside = [&]
+    const auto* pArea = frame.findChild<QScrollArea*>();
+    int stacked = 0;
+    for (int step = -20; step <= 20; ++step)
     {
+        SCOPED_TRACE(step);
+        frame.setFixedSize(1500 - 50 * std::abs(step), 300);
         QApplication::processEvents();
         const auto temporal = frame.pTnrParamWidget->geometry();
         const auto spatial = frame.pDnr2V5Widget->geometry();
-        return temporal.top() == spatial.top() && temporal.right() < spatial.left();
-    };
-    frame.setFixedWidth(1200);
-    EXPECT_TRUE(isBeside());
-    frame.setFixedWidth(450);
-    EXPECT_FALSE(isBeside());
-    EXPECT_LT(frame.pTnrParamWidget->geometry().bottom(), frame.pDnr2V5Widget->geometry().top());
-    frame.setFixedWidth(1200);
-    EXPECT_TRUE(isBeside());
+        const bool isBeside = temporal.top() == spatial.top() && temporal.right() < spatial.left();
+        EXPECT_TRUE(isBeside || temporal.bottom() < spatial.top());
+        EXPECT_TRUE(isBeside || frame.width() < 1000);
+        stacked += !isBeside;
+        EXPECT_EQ(pArea->horizontalScrollBar()->maximum(), 0);
+    }
+    EXPECT_GT(stacked, 0);
+    // More rows need more room, and it is the frame that scrolls.
+    frame.pTnrParamWidget->pComboBoxWorkMode->setCurrentText("Auto");
+    QApplication::processEvents();
+    const auto* pInner = frame.pTnrParamWidget->findChild<QScrollArea*>();
+    EXPECT_GE(pInner->viewport()->height(), pInner->widget()->sizeHint().height());
 }
 
 TEST_F(NoisePagesTest, LumaOrChromaNoiseReductionStaysOn)
 {
     auto& cnr = shown<Cnr2Widget>("Color Noise Reduction 2");
     EXPECT_FALSE(cnr.pSliderSpinWidgetBit->isEnabled());
-    cnr.pCheckBoxYnrEnable->click();
-    EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
-    EXPECT_TRUE(cnr.pSliderSpinWidgetBit->isEnabled() && cnr.pDoubleSpinBoxMerge3->isEnabled());
-    cnr.pCheckBoxCnrEnable->click();
-    EXPECT_EQ(status(), "Cannot disable YNR and CNR both!");
-    EXPECT_TRUE(cnr.pCheckBoxCnrEnable->isChecked());
-    EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
-    EXPECT_TRUE(cnr.pSliderSpinWidgetBit->isEnabled()) << "as before";
-    refresh();
-    EXPECT_FALSE(cnr.pSliderSpinWidgetBit->isEnabled()) << "the other one is on";
+    for (auto* pLast : {cnr.pCheckBoxCnrEnable, cnr.pCheckBoxYnrEnable})
+    {
+        auto* pFirst = pLast == cnr.pCheckBoxCnrEnable ? cnr.pCheckBoxYnrEnable : cnr.pCheckBoxCnrEnable;
+        board->requestsClear();
+        pFirst->click();
+        EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
+        const auto values = cnr.pGroupBoxCnr2->findChildren<QAbstractSpinBox*>();
+        EXPECT_EQ(values.size(), 14);
+        for (const auto* pValue : values)
+            EXPECT_TRUE(pValue->isEnabled());
+        pLast->click();
+        EXPECT_EQ(status(), "Cannot disable YNR and CNR both!");
+        EXPECT_TRUE(pLast->isChecked());
+        EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
+        EXPECT_TRUE(cnr.pSliderSpinWidgetBit->isEnabled()) << "as before";
+        refresh();
+        for (const auto* pValue : values)
+            EXPECT_FALSE(pValue->isEnabled()) << "the other one is on";
+        pFirst->click();
+    }
 }
 
 TEST_F(NoisePagesTest, PrefilterSendsItsValuesWhenItIsSwitchedOn)

@@ -89,6 +89,8 @@ protected:
                 emit pMainWindow->refresh();
                 EXPECT_EQ(str(told), str(led().toolTip())) << "the LED follows the switch";
             }
+            else if (service.method == "reset")
+                text += board->requests().back().id == request.id ? ", nothing after it" : ", then a read";
             parts.append(text);
             EXPECT_TRUE(isRead() || !status().startsWith("Server")) << str(status());
         }
@@ -129,8 +131,12 @@ protected:
         {
             board->requestsClear();
             fOperate();
+            const int freeNow = freeCount(pPage);
             const auto choice = qobject_cast<QComboBox*>(pControl) ? "\"" + valueOf(pControl) + "\" " : QString();
             effects.append(choice + effect(before));
+            const bool isSwitch = qobject_cast<QCheckBox*>(pControl) || qobject_cast<QGroupBox*>(pControl);
+            if (isSwitch && freeNow != freeBefore && effects.last() != "nothing")
+                effects.last() += QString(" (%1 of %2 free)").arg(freeNow).arg(freeBefore);
             // A box that greys the rest goes back.
             if (effects.last() == "nothing" && freeCount(pPage) >= freeBefore)
                 break;
@@ -357,11 +363,15 @@ bool isReadAfter(const QWidget* pFirst, const QWidget* pNext)
 }
 } // namespace
 
-TEST_F(PagesTest, ControlsHaveNamesAndTheTabKeyReadsThem)
+TEST_F(PagesTest, ControlsHaveNamesRoomAndATabOrderThatReads)
 {
+    open().resize(1280, 960);
     for (const auto& name : names())
     {
         auto& widget = settled(name);
+        QApplication::processEvents();
+        for (const auto* pArea : widget.findChildren<QScrollArea*>())
+            EXPECT_EQ(pArea->horizontalScrollBar()->maximum(), 0) << str(name);
         QWidget* pLast = nullptr;
         walk(widget,
              [&](QWidget* pControl)

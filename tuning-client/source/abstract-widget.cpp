@@ -52,7 +52,9 @@ AbstractWidget::AbstractWidget(QWidget* pParent, const QString& name, bool isSet
                        if (isVisible())
                            readStatus();
                    });
-    if (isSizeKept())
+    // A page that is made in another one leaves the size of its name to the page that stands alone.
+    isSizeKept = role != Role::Part && !name.isEmpty() && !isInFrame();
+    if (isSizeKept)
         AbstractWidget::settingRestore();
 }
 
@@ -61,7 +63,7 @@ AbstractWidget::~AbstractWidget()
     // A box that goes with the focus in it commits its text, and the page that would send it is gone already.
     for (auto* pChild : findChildren<QObject*>())
         disconnect(pChild, nullptr, this, nullptr);
-    if (isSizeKept())
+    if (isSizeKept)
         AbstractWidget::settingStore();
 }
 
@@ -165,8 +167,6 @@ QVector<AbstractWidget*> AbstractWidget::innerPages() const
     return pages;
 }
 
-bool AbstractWidget::isSizeKept() const { return role != Role::Part && !objectName().isEmpty(); }
-
 /// Whether another page is around this one, and with it the window's size and the LED's failure.
 bool AbstractWidget::isInFrame() const
 {
@@ -177,7 +177,7 @@ bool AbstractWidget::isInFrame() const
 bool AbstractWidget::isWindowSizeFree() const
 {
     auto* pMainWindow = mainWindow();
-    return isSizeKept() && !isInFrame() && config.preferences.window.isAutoResize && pMainWindow &&
+    return isSizeKept && !isInFrame() && config.preferences.window.isAutoResize && pMainWindow &&
            !pMainWindow->isMaximized();
 }
 
@@ -213,7 +213,9 @@ void AbstractWidget::announceRead()
             return;
     if (auto* pStatusBar = statusBar())
         pStatusBar->showMessage(tr("Request update..."), 2000);
-    ledGrey();
+    // A page without words would not light it again.
+    if (ledNeighbours().isEmpty())
+        ledGrey();
 }
 
 void AbstractWidget::ledGrey()
@@ -264,6 +266,20 @@ void AbstractWidget::readStatus()
     isStale = isSkipped && wasStale;
     if (!std::exchange(isSkipped, false))
         connection = rest::Abstract::connection();
+    if (wasStale && !isStale)
+        for (auto* pPage : ledNeighbours())
+            pPage->guarded([pPage] { pPage->readStatus(); });
+}
+
+/// Whose the LED is while this page has no words for it: those beside it in a frame.
+QVector<AbstractWidget*> AbstractWidget::ledNeighbours() const
+{
+    QVector<AbstractWidget*> neighbours;
+    if (ledOn.isEmpty() && isInFrame())
+        for (auto* pPage : frame()->innerPages())
+            if (pPage->isVisible() && !pPage->ledOn.isEmpty())
+                neighbours.append(pPage);
+    return neighbours;
 }
 
 void AbstractWidget::showEvent(QShowEvent* pEvent)
@@ -290,7 +306,8 @@ void AbstractWidget::showRead()
             if (role != Role::Container || !objectName().isEmpty())
             {
                 shortcut::wheelIgnore(this);
-                shortcut::columnsAlign(this);
+                if (!isInFrame())
+                    shortcut::columnsAlign(this);
                 shortcut::tabOrderSet(this);
             }
             if (isWindowSizeFree() && sizeStore.isValid())

@@ -160,7 +160,6 @@ protected:
 private:
     AbstractWidget* frame() const;
     QVector<AbstractWidget*> innerPages() const;
-    bool isSizeKept() const;
     bool isWindowSizeFree() const;
     bool isInFrame() const;
     bool isRead() const;
@@ -168,12 +167,14 @@ private:
     bool isWriteFree();
     void announceRead();
     void ledGrey();
+    QVector<AbstractWidget*> ledNeighbours() const;
     void ticksDelay();
     void recover(bool hasRead);
     void readHandler();
     void showRead();
 
     const Role role;
+    bool isSizeKept = false;      ///< the window's size belongs to this page
     bool isShown = false;         ///< its show has been worked off
     bool isReading = false;       ///< in the middle of `readStatus()`
     bool isSilent = false;        ///< the last read ended without an answer

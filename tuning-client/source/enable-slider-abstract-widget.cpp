@@ -48,6 +48,8 @@ void EnableSliderAbstractWidget::childrenWidgetsEnableSet(bool isEnable)
 
 void EnableSliderAbstractWidget::configSet() {}
 
+void EnableSliderAbstractWidget::changed(QObject*) { configSet(); }
+
 void EnableSliderAbstractWidget::enableSet(bool isEnable) { childrenWidgetsEnableSet(!isEnable); }
 
 void EnableSliderAbstractWidget::reset() {}
@@ -65,7 +67,7 @@ SliderSpinWidget* EnableSliderAbstractWidget::slider(int index, const QString& t
 
 shortcut::Form EnableSliderAbstractWidget::form(QGridLayout* pGrid)
 {
-    return {this, pGrid, [this](QObject*) { configSet(); }};
+    return {this, pGrid, [this](QObject* pControl) { changed(pControl); }};
 }
 
 void EnableSliderAbstractWidget::enableBoxShow(bool isEnable)

@@ -44,6 +44,9 @@ protected:
     /// Rows on `pGrid` that send the record when they change.
     shortcut::Form form(QGridLayout* pGrid);
 
+    /// A control of `form` was changed: sends the record.
+    virtual void changed(QObject* pControl);
+
     /// What `childrenWidgetsEnableSet` greys: all controls of the page but the enable box.
     virtual QVector<QWidget*> childrenWidgets() const;
 

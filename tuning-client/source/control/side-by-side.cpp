@@ -7,19 +7,15 @@
 #include <QScrollArea>
 
 SideBySide::SideBySide(AbstractWidget* pFrame_, const QVector<QWidget*>& pages_)
-    : QObject(pFrame_),
-      pFrame(pFrame_),
-      pScrollArea(pFrame->findChild<QScrollArea*>()),
-      pages(pages_),
-      row(pFrame->pGridLayoutScrollArea->count() == 0 ? 0 : pFrame->pGridLayoutScrollArea->rowCount())
+    : QObject(pFrame_), pFrame(pFrame_), pScrollArea(pFrame->findChild<QScrollArea*>()), pages(pages_)
 {
     for (int i = 0; i < pages.size(); ++i)
     {
         unscroll(pages[i]);
-        pFrame->pGridLayoutScrollArea->addWidget(pages[i], row, i);
+        pFrame->pGridLayoutScrollArea->addWidget(pages[i], 0, i);
         pFrame->pGridLayoutScrollArea->setColumnStretch(i, 1);
     }
-    pFrame->pGridLayoutScrollArea->setRowStretch(row + pages.size(), 1);
+    pFrame->pGridLayoutScrollArea->setRowStretch(pages.size(), 1);
     pScrollArea->viewport()->installEventFilter(this);
 }
 
@@ -51,7 +47,7 @@ void SideBySide::arrange()
     isStacked = isNarrow;
     for (int i = 0; i < pages.size(); ++i)
     {
-        pGrid->addWidget(pages[i], isStacked ? row + i : row, isStacked ? 0 : i);
+        pGrid->addWidget(pages[i], isStacked ? i : 0, isStacked ? 0 : i);
         pGrid->setColumnStretch(i, isStacked && i > 0 ? 0 : 1);
     }
 }

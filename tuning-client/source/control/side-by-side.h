@@ -14,7 +14,7 @@ class SideBySide : public QObject
     Q_OBJECT
 
 public:
-    /// Adds the pages below what stands on the frame's grid. Belongs to the frame.
+    /// Fills the grid of the frame, to which it belongs, with the pages.
     SideBySide(AbstractWidget* pFrame, const QVector<QWidget*>& pages);
 
 protected:
@@ -27,6 +27,5 @@ private:
     AbstractWidget* pFrame;
     QScrollArea* pScrollArea;
     QVector<QWidget*> pages;
-    int row;
     bool isStacked = false;
 };

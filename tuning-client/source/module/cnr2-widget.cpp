@@ -13,7 +13,7 @@ Cnr2Widget::Cnr2Widget(QWidget* pParent)
     shortcut::Form page(this, pGridLayoutScrollArea, [this](QObject*) { configSet(); });
     auto values = page.group(QString());
     pGroupBoxCnr2 = values.groupBox();
-    auto* pGrid = static_cast<QGridLayout*>(pGroupBoxCnr2->layout());
+    auto* pGrid = values.grid();
     pGrid->setColumnStretch(shortcut::Form::columns - 1, 0);
     pGrid->setColumnStretch(1, 1);
     pGrid->addWidget(pCheckBoxYnrEnable, 0, 0);
@@ -53,7 +53,8 @@ void Cnr2Widget::switched(QCheckBox* pCheckBox)
     if (!pCheckBoxYnrEnable->isChecked() && !pCheckBoxCnrEnable->isChecked())
     {
         shortcut::NoSignals::setChecked(pCheckBox, true);
-        statusBar()->showMessage(tr("Cannot disable YNR and CNR both!"), 3000);
+        if (auto* pStatusBar = statusBar())
+            pStatusBar->showMessage(tr("Cannot disable YNR and CNR both!"), 3000);
         return;
     }
     configSet();

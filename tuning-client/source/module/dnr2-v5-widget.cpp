@@ -17,16 +17,17 @@ Dnr2V5Widget::Dnr2V5Widget(QWidget* pParent, const QString& name)
         .add(slider(DenoiseStrength, tr("Blending Slope"), 0.1, 32, 1), &V5::denoiseStrength)
         .add(slider(Sigma, tr("Sigma"), 0.01, 100, 2), &V5::sigma);
     form(pGridLayoutScrollArea).stretch();
-    for (int moved : {BlendOpacityStatic, BlendOpacityMoving})
-        connectWrite(sliderSpinWidgets[moved], &SliderSpinWidget::valueChanged, [this, moved] { opacityKeep(moved); });
 }
 
-/// The record has been sent as the slider stood; where the pair was out of order it follows as it stands now.
-void Dnr2V5Widget::opacityKeep(int moved)
+/// Sends the pair even where it is out of order, and then what it has become.
+void Dnr2V5Widget::changed(QObject* pControl)
 {
-    if (shortcut::giveWay(sliderSpinWidgets[moved], sliderSpinWidgets[BlendOpacityStatic],
-                          sliderSpinWidgets[BlendOpacityMoving]))
-        configSet();
+    configSet();
+    auto* pStatic = sliderSpinWidgets[BlendOpacityStatic];
+    auto* pMoving = sliderSpinWidgets[BlendOpacityMoving];
+    for (auto* pSlider : {pStatic, pMoving})
+        if (pControl == pSlider && shortcut::giveWay(pSlider, pStatic, pMoving))
+            configSet();
 }
 
 void Dnr2V5Widget::configSet()

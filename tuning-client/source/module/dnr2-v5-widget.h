@@ -29,8 +29,9 @@ public:
 
     rest::Dnr2::Config config;
 
-private:
-    void opacityKeep(int moved);
+protected:
+    void changed(QObject* pControl) override;
 
+private:
     shortcut::RecordBinding<rest::Dnr2::Config::V5> binding;
 };

@@ -14,8 +14,8 @@ Dnr3V3Widget::Dnr3V3Widget(QWidget* pParent, const QString& name)
     : AbstractWidget(pParent, name),
       pCheckBoxEnable(new QCheckBox(tr("Enable 3D Noise Reduction 3"), this)),
       pCheckBoxNoiseCurveEnable(new QCheckBox(tr("Enable Noise Curve"), this)),
-      pTnrParamWidget(new TnrParamWidget(nullptr)),
-      pDnr2V5Widget(new Dnr2V5Widget(nullptr, "2D Noise Reduction 5")),
+      pTnrParamWidget(new TnrParamWidget(this)),
+      pDnr2V5Widget(new Dnr2V5Widget(this, "2D Noise Reduction 5")),
       config(rest::recordZero<Dnr3::Config>())
 {
     pCheckBoxEnable->hide();

@@ -7,8 +7,8 @@ class Dnr2V5Widget;
 class QCheckBox;
 class TnrParamWidget;
 
-/// "3D Noise Reduction 3": the temporal filter beside the spatial one, which read and send for themselves. The frame
-/// only shows whether the block around them runs; its own boxes stay hidden.
+/// "3D Noise Reduction 3": the pages of the temporal and of the spatial filter, free while the block around both is
+/// off. Nothing here switches that block.
 class Dnr3V3Widget : public AbstractWidget
 {
     Q_OBJECT

@@ -13,8 +13,8 @@ using rest::Dnr3;
 Dnr3V32Widget::Dnr3V32Widget(QWidget* pParent, const QString& name)
     : AbstractWidget(pParent, name),
       pCheckBoxEnable(new QCheckBox(tr("Enable 3D Noise Reduction 3.2"), this)),
-      pTnr2ParamWidget(new Tnr2ParamWidget(nullptr)),
-      pDnr2V5Widget(new Dnr2V5Widget(nullptr, "2D Noise Reduction 5")),
+      pTnr2ParamWidget(new Tnr2ParamWidget(this)),
+      pDnr2V5Widget(new Dnr2V5Widget(this, "2D Noise Reduction 5")),
       config(rest::recordZero<Dnr3::Config>())
 {
     pCheckBoxEnable->hide();

@@ -7,8 +7,7 @@ class Dnr2V5Widget;
 class QCheckBox;
 class Tnr2ParamWidget;
 
-/// "3D Noise Reduction 3.2": the temporal filter beside the spatial one, which read and send for themselves. The block
-/// around them always runs; its box stays hidden.
+/// "3D Noise Reduction 3.2": the pages of the temporal and of the spatial filter, always free.
 class Dnr3V32Widget : public AbstractWidget
 {
     Q_OBJECT

@@ -12,7 +12,7 @@ using rest::Dpcc;
 
 namespace
 {
-const QStringList sets{"set1", "set2", "set3", "set4", "set5", "set6"};
+constexpr int setCount = 6;
 }
 
 DpccWidget::DpccWidget(QWidget* pParent)
@@ -23,9 +23,9 @@ DpccWidget::DpccWidget(QWidget* pParent)
     shortcut::Form page(this, pGridLayoutScrollArea, [this](QObject*) { configSet(); });
     page.wide(pCheckBoxEnable);
     shortcut::ComboItems items;
-    for (const auto& set : sets)
-        items.append({set, {}});
-    pComboBoxSet = page.comboBox("set", items);
+    for (int set = 1; set <= setCount; ++set)
+        items.append({"set" + QString::number(set), {}});
+    pComboBoxSet = page.comboBox(tr("set"), items);
     pLabelSet = findChild<QLabel*>(row::label);
     connectSwitch(
         pCheckBoxEnable, [](bool isEnable) { Dpcc().enableSet(isEnable); },
@@ -33,12 +33,10 @@ DpccWidget::DpccWidget(QWidget* pParent)
     page.stretch();
 }
 
-/// A board's set without an item leaves the box empty, which stands for the last one.
 void DpccWidget::configSet()
 {
-    const int index = sets.indexOf(pComboBoxSet->currentText());
     auto config = rest::recordZero<Dpcc::Config>();
-    config.index_set = index < 0 ? 6 : uint32_t(index + 1);
+    config.index_set = uint32_t(pComboBoxSet->currentIndex() + 1);
     Dpcc().configSet(config);
 }
 
@@ -49,6 +47,7 @@ void DpccWidget::updateStatus()
     Dpcc().enableGet(isEnable).configGet(config);
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
     pComboBoxSet->setEnabled(!isEnable);
-    shortcut::NoSignals::setCurrentIndex(pComboBoxSet, config.index_set <= 6 ? int(config.index_set) - 1 : -1);
+    // A set that has no item leaves the box empty.
+    shortcut::NoSignals::setCurrentIndex(pComboBoxSet, config.index_set <= setCount ? int(config.index_set) - 1 : -1);
     ledShow(isEnable);
 }

@@ -4,7 +4,7 @@
 #include "tuning-client/source/shortcut/record-binding.h"
 #include "tuning-rest/source/dpf.h"
 
-/// "Denoising Prefilter": its values reach the board when it is switched on.
+/// "Denoising Prefilter": the switch carries the values with it.
 class DpfWidget : public AbstractWidget
 {
     Q_OBJECT

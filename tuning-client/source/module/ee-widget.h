@@ -4,7 +4,7 @@
 #include "tuning-client/source/shortcut/record-binding.h"
 #include "tuning-rest/source/ee.h"
 
-/// "Edge Enhance".
+/// "Edge Enhance": gains of edges, brightness and colour.
 class EeWidget : public EnableAutoSliderAbstractWidget
 {
     Q_OBJECT

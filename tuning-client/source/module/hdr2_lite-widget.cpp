@@ -34,7 +34,7 @@ Hdr2_LiteWidget::Hdr2_LiteWidget(QWidget* pParent, const QString& name)
 void Hdr2_LiteWidget::controlBuild(Form control)
 {
     pGroupBoxControl = control.groupBox();
-    static_cast<QGridLayout*>(pGroupBoxControl->layout())->addWidget(pPushButtonRest, 0, 2);
+    control.grid()->addWidget(pPushButtonRest, 0, 2);
     connectGuarded(pPushButtonRest, &QPushButton::clicked,
                    [this]
                    {

@@ -40,7 +40,7 @@ Tnr2ParamWidget::Tnr2ParamWidget(QWidget* pParent)
     page.stretch();
 }
 
-/// Mode and level have no part in it: they go back as they were read.
+/// Whatever mode and level the board has, it keeps them.
 void Tnr2ParamWidget::configSet()
 {
     binding.store(config.v3_2.tnr);

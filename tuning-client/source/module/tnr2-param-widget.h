@@ -4,8 +4,7 @@
 #include "tuning-client/source/shortcut/record-binding.h"
 #include "tuning-rest/source/dnr3.h"
 
-/// The temporal filter of "3D Noise Reduction 3.2". Its switch is a field of the record, and it is always shown as
-/// Manual.
+/// The temporal filter of "3D Noise Reduction 3.2". Its switch is a field of the record, and it has no Auto to show.
 class Tnr2ParamWidget : public EnableAutoLevelSliderAbstractWidget
 {
     Q_OBJECT

@@ -48,8 +48,7 @@ void WbWidget::correctionBuild(shortcut::Form correction)
     const int offsetColumn = 5;
     correction.heads({QString(), QString(), QString(), QString(), QString(), tr("Offset")});
     // Sets the offsets off from the matrix.
-    auto* pGrid = qobject_cast<QGridLayout*>(pGroupBoxColorCorrection->layout());
-    pGrid->setColumnMinimumWidth(offsetColumn - 1, fontMetrics().averageCharWidth());
+    correction.grid()->setColumnMinimumWidth(offsetColumn - 1, fontMetrics().averageCharWidth());
     size_t coefficient = 0;
     const auto row = [&](const QString& text, shortcut::Form::Boxes boxes, int16_t CcOffset::*pOffset)
     {

@@ -7,9 +7,34 @@
 
 #include <QButtonGroup>
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+
+namespace
+{
+/// Greys a label with its control.
+class LabelFollow : public QObject
+{
+public:
+    LabelFollow(QLabel* pLabel_, QWidget* pBuddy) : QObject(pLabel_), pLabel(pLabel_)
+    {
+        pBuddy->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override
+    {
+        if (pEvent->type() == QEvent::EnabledChange)
+            pLabel->setEnabled(static_cast<QWidget*>(pWatched)->isEnabled());
+        return QObject::eventFilter(pWatched, pEvent);
+    }
+
+private:
+    QLabel* pLabel;
+};
+} // namespace
 
 namespace shortcut
 {
@@ -40,6 +65,7 @@ void Form::label(const QString& text, int line, QWidget* pBuddy)
     pLabel->setTextFormat(Qt::PlainText);
     pLabel->setObjectName(row::label);
     pLabel->setBuddy(pBuddy);
+    new LabelFollow(pLabel, pBuddy);
     pGrid->addWidget(pLabel, line, 0);
 }
 

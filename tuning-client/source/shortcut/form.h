@@ -71,6 +71,9 @@ public:
     /// Of a form that `group` has made; else null.
     QGroupBox* groupBox() const { return pGroupBox; }
 
+    /// For what stands beside the rows.
+    QGridLayout* grid() const { return pGrid; }
+
     /// Takes a control of the page's own into the next row; its changes stay the page's. `behind`, such as a unit,
     /// follows it.
     void labelled(const QString& text, QWidget* pControl, const QString& behind = QString());
