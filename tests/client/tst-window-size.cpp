@@ -69,6 +69,13 @@ TEST_F(PageBaseTest, WindowFitsAPageOnceAndReturnsToWhatTheUserLeft)
     EXPECT_EQ(config.widget.jRoot["First"].toObject(), (QJsonObject{{"other", 7}, {"size", jSize}}));
     EXPECT_EQ(ReadingPage("First").sizeStore, QSize(1280, 810));
     EXPECT_FALSE(ReadingPage("Third").sizeStore.isValid());
+
+    // A page of that name inside another one has no part in it.
+    auto& frame = add(new ReadingPage("Frame"));
+    auto* pInner = new ReadingPage("First", AbstractWidget::Role::Page, &frame);
+    pInner->sizeStore = QSize(1, 1);
+    delete &frame;
+    EXPECT_EQ(config.widget.jRoot["First"].toObject()["size"].toObject(), jSize);
 }
 
 TEST_F(PageBaseTest, WindowIsLeftAloneWhileMaximisedOrUnlessTheUserWantsIt)

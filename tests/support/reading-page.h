@@ -21,8 +21,8 @@ inline bool isGrey(const QLabel* pLed)
 class ReadingPage : public AbstractWidget
 {
 public:
-    explicit ReadingPage(const QString& name = "Reading", Role role_ = Role::Page)
-        : AbstractWidget(nullptr, name, false, role_)
+    explicit ReadingPage(const QString& name = "Reading", Role role_ = Role::Page, QWidget* pParent = nullptr)
+        : AbstractWidget(pParent, name, false, role_)
     {
     }
 
