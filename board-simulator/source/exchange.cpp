@@ -41,8 +41,15 @@ Json::Value Exchange::run(const Json::Value& query, int64_t id, const std::optio
     Json::Value answer = isRun ? board.execute(query) : Json::Value(Json::objectValue);
     auto found = overrides.find(id);
     if (isRun && found != overrides.end())
+    {
         for (const auto& [key, value] : found->second)
-            answer[key] = value;
+        {
+            if (value.isNull())
+                answer.removeMember(key);
+            else
+                answer[key] = value;
+        }
+    }
     if (fault)
         spoil(*fault, answer);
     return answer;

@@ -53,7 +53,7 @@ public:
     void faultSet(const Fault& fault);
     void faultsClear();
 
-    /// Puts a value into all later answers of a command.
+    /// Puts a value into all later answers of a command; null leaves the key out.
     void answerSet(int64_t id, const std::string& key, const Json::Value& value);
     void answersClear();
 

@@ -23,7 +23,9 @@ enum Id
 {
     AhdrConfigGet = 4000301,
     AhdrConfigSet,
+    HdrConfigGet = 4002301,
     HdrEnableSet = 4002304,
+    HdrStatusGet = 4002306,
     WdrConfigGet = 4003101,
     WdrConfigSet,
     WdrEnableSet = 4003104
@@ -72,11 +74,19 @@ TEST_F(DynamicRangePagesTest, FramesAreShownAndGreyed)
     hdr.pRadioButton2Dol->click();
     EXPECT_FALSE(hdr.pCombineWidgetLongShortVeryShort->isVisible());
     EXPECT_TRUE(hdr.pCombineWidgetLongShort->isVisible());
-    // The first generation tells no mode, which leaves the one of before.
-    Hdr::Status told;
-    told.v1_2.mode = Hdr::Status::V1_2::_3Dol;
-    Hdr().statusGet(told, Hdr::V1);
-    EXPECT_EQ(told.v1_2.mode, Hdr::Status::V1_2::_3Dol);
+    refresh();
+    EXPECT_TRUE(hdr.pCombineWidgetLongShortVeryShort->isVisible()) << "as the board has it";
+    // A board that does not tell leaves the choice.
+    board->answerSet(HdrStatusGet, "status", Json::Value());
+    for (auto* pChoice : {hdr.pRadioButton2Dol, hdr.pRadioButton3Dol})
+    {
+        pChoice->click();
+        refresh();
+        EXPECT_TRUE(pChoice->isChecked());
+    }
+    const Hdr1_2Widget fresh(nullptr, "Fresh");
+    EXPECT_TRUE(fresh.pRadioButton2Dol->isChecked() && fresh.pRadioButtonLong->isChecked());
+    EXPECT_TRUE(fresh.pCombineWidgetLongShortVeryShort->isHidden());
 
     const auto free = [&]
     {
@@ -101,9 +111,15 @@ TEST_F(DynamicRangePagesTest, BaseFrameTravelsWithTheNextChange)
     EXPECT_EQ(mode(), Hdr::Config::V1_2::LongShort);
     type(hdr.pCombineWidgetLongShort->pSliderSpinWidgetExtensionBit, "2");
     EXPECT_EQ(mode(), Hdr::Config::V1_2::LongShortVeryShort);
-    hdr.pRadioButtonLong->click();
-    refresh();
-    EXPECT_TRUE(hdr.pRadioButtonShort->isChecked());
+    auto answer = record<Hdr::Config>("Hdr", "config", Hdr::V1_2);
+    for (const auto told : {Hdr::Config::V1_2::LongShortVeryShort, Hdr::Config::V1_2::Sum})
+    {
+        answer.v1_2.mode = told;
+        answerSet(HdrConfigGet, "config", answer);
+        hdr.pRadioButtonLong->click();
+        refresh();
+        EXPECT_TRUE(hdr.pRadioButtonShort->isChecked());
+    }
 }
 
 TEST_F(DynamicRangePagesTest, MovedRatioGivesWay)
@@ -132,11 +148,12 @@ TEST_F(DynamicRangePagesTest, AutomaticSetPointsBelongToAuto)
     ahdr.pComboBoxWorkMode->setCurrentText("Auto");
     EXPECT_TRUE(ahdr.pCheckBoxSetPointAuto->isVisible() && ahdr.pCheckBoxSetPoint2Auto->isVisible());
 
-    // What a read brings goes back as it came, whatever was shown before.
+    // What a read brings goes back as it came, whatever the sliders can show.
     auto answer = record<Ahdr::Config>("Ahdr");
     answer.v1.isAuto = false;
     answer.v1.isAutoSetPoint = false;
-    answer.v1.c = 7.5;
+    answer.v1.c = 7.53;
+    answer.v1.ratio.max = 300;
     answerSet(AhdrConfigGet, "config", answer);
     board->requestsClear();
     refresh();
@@ -170,18 +187,41 @@ TEST_F(DynamicRangePagesTest, CurveThatAReadChecksIsDrawnAndSent)
         refresh();
         return sent(WdrConfigSet);
     };
-    answer.v1.curve.dY[32] ^= 1;
-    EXPECT_EQ(read(), 0u);
-    answer.v1.curve.dY[32] ^= 1;
-    answer.v1.curve.Ym[32] ^= 1;
-    EXPECT_EQ(read(), 0u);
+    auto& [Ym, dY, padding] = answer.v1.curve;
+    const std::pair<void*, uint8_t> spots[] = {{&Ym[0], 1}, {&Ym[32], 1}, {&dY[0], 1}, {&dY[32], 1}};
+    for (const auto& [pSpot, bit] : spots)
+    {
+        *static_cast<uint8_t*>(pSpot) ^= bit;
+        EXPECT_EQ(read(), 0u);
+        *static_cast<uint8_t*>(pSpot) ^= bit;
+    }
     EXPECT_EQ(checked(), "WDR_0.45");
-    answer.v1.curve.Ym[32] ^= 1;
     EXPECT_EQ(read(), 1u);
     EXPECT_EQ(checked(), "WDR_1.00");
     EXPECT_EQ(curve.sample(32), QPointF(4104, 3971));
 
+    // What a board refuses is drawn all the same.
+    board->answersClear();
+    board->faultSet({Fault::Error, WdrConfigSet});
+    wdr.pGroupBoxCurves->findChildren<QRadioButton*>().first()->click();
+    EXPECT_EQ(curve.sample(1), QPointF(136, 1218));
+
     board->faultSet({Fault::Error, WdrEnableSet});
     wdr.pCheckBoxEnable->click();
     EXPECT_TRUE(wdr.pGroupBoxCurves->isEnabled()) << "not switched";
+}
+
+// The button that goes off must not count as the refused change of the one that goes on.
+TEST_F(DynamicRangePagesTest, CurveIsNotSentToABoardThatWasNotRead)
+{
+    auto& wdr = shown<Wdr1Widget>("Global Wide Dynamic Range");
+    auto jConfig = clientConfig("http", "");
+    jConfig["port"] = board->port();
+    pMainWindow->clientHolderSet(jConfig);
+    const auto before = record<Wdr::Config>("Wdr", "curve");
+    wdr.pGroupBoxCurves->findChildren<QRadioButton*>().first()->click();
+    const auto after = record<Wdr::Config>("Wdr", "curve");
+    EXPECT_EQ(std::memcmp(&before, &after, sizeof before), 0);
+    EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
+    EXPECT_TRUE(wdr.pGroupBoxCurves->findChildren<QRadioButton*>()[3]->isChecked());
 }

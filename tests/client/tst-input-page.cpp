@@ -221,6 +221,7 @@ TEST_F(InputPageTest, TestPatternBeforeAnyReadKeepsTheResolution)
     pBox->click();
     EXPECT_EQ(board->recordGet("Sensor", 0), expected);
     EXPECT_FALSE(pBox->isChecked());
+    QApplication::processEvents();
     pBox->click();
     expected[offsetof(Sensor::Config, isTestPattern)] = 1;
     EXPECT_EQ(board->recordGet("Sensor", 0), expected);

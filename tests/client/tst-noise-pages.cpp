@@ -91,6 +91,7 @@ TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
     pMainWindow->clientHolderSet(jConfig);
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
     EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
+    QApplication::processEvents();
     board->faultSet({Fault::Error, Dnr2ConfigSet});
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
     EXPECT_EQ(sent(Dnr2ConfigSet), 1u);

@@ -65,7 +65,9 @@ protected:
             run(service.id("enableSet"), set);
         }
         isOn = isEnable;
+        board->requestsClear();
         emit pMainWindow->refresh();
+        EXPECT_TRUE(writes().empty()) << "a read has sent " << writes().front().body;
     }
 
     /// What the requests since have changed on the board.
@@ -294,11 +296,13 @@ TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
         board->faultSet({board::Fault::Error});
         operations(pControl).front()();
         board->faultsClear();
+        QApplication::processEvents();
         EXPECT_TRUE(status().startsWith("Server: ")) << str(status());
         board->requestsClear();
         operations(pControl).front()();
         EXPECT_TRUE(writes().empty()) << nameOf(pControl).toStdString();
         EXPECT_GT(board->requestCount(), 0u) << "read instead";
+        QApplication::processEvents();
         EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
         board->requestsClear();
         operations(pControl).front()();

@@ -6,7 +6,6 @@
 #include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/shortcut/paint-now.h"
 #include "tuning-client/source/shortcut/tab-order.h"
-#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-client/source/shortcut/wheel-filter.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/logic-error.h"
@@ -185,6 +184,10 @@ bool AbstractWidget::isRead() const { return connection != 0 && connection == re
 
 void AbstractWidget::readInstead()
 {
+    // One change may come as several signals: none of them is sent.
+    isRefused = true;
+    QMetaObject::invokeMethod(
+        this, [this] { isRefused = false; }, Qt::QueuedConnection);
     const shortcut::WaitCursor waiting;
     announceRead();
     shortcut::paintNow(this);
@@ -197,9 +200,10 @@ void AbstractWidget::readInstead()
 /// sends, by a control with live signals, is what it has shown just before.
 bool AbstractWidget::isWriteFree()
 {
-    if (role == Role::Part || isReading || isRead())
+    if (role == Role::Part || isReading || (isRead() && !isRefused))
         return true;
-    readInstead();
+    if (!isRefused)
+        readInstead();
     return false;
 }
 

@@ -2,6 +2,7 @@
 
 #include "tuning-client/source/shortcut/enable-box.h"
 #include "tuning-client/source/shortcut/failure-guard.h"
+#include "tuning-client/source/shortcut/wait-cursor.h"
 
 #include <QJsonValue>
 #include <QPointer>
@@ -119,6 +120,18 @@ protected:
         shortcut::connectGuarded(this, pSender, signal, action);
     }
 
+    /// The same for what may take longer than two seconds, such as a command and a read: with the wait cursor.
+    template <class Sender, class Signal, class Action>
+    void connectLong(const Sender* pSender, Signal signal, Action action)
+    {
+        connectGuarded(pSender, signal,
+                       [action]
+                       {
+                           const shortcut::WaitCursor waiting;
+                           action();
+                       });
+    }
+
     /// Connects `signal` to `action`, which writes values of the page: see `writeGuarded`.
     template <class Sender, class Signal, class Action>
     void connectWrite(const Sender* pSender, Signal signal, Action action)
@@ -179,6 +192,7 @@ private:
     bool isReading = false;       ///< in the middle of `readStatus()`
     bool isSilent = false;        ///< the last read ended without an answer
     bool isSkipped = false;       ///< the read that is running asks for nothing
+    bool isRefused = false;       ///< this turn of the event loop has read instead of writing
     bool isStale = false;         ///< the last read or tick failed
     unsigned reads = 0;           ///< calls of `readStatus()`
     std::uint64_t connection = 0; ///< the one that the last good read came through; 0 for none

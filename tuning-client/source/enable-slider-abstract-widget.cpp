@@ -1,7 +1,5 @@
 #include "tuning-client/source/enable-slider-abstract-widget.h"
 
-#include "tuning-client/source/shortcut/wait-cursor.h"
-
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QPushButton>
@@ -23,13 +21,7 @@ EnableSliderAbstractWidget::EnableSliderAbstractWidget(QWidget* pParent, const Q
                  });
 
     pGridLayoutScrollArea->addWidget(pPushButtonRest, 0, 1, Qt::AlignLeft);
-    connectGuarded(pPushButtonRest, &QPushButton::clicked,
-                   [this]
-                   {
-                       // A command and a read, each up to its time limit.
-                       const shortcut::WaitCursor waiting;
-                       reset();
-                   });
+    connectLong(pPushButtonRest, &QPushButton::clicked, [this] { reset(); });
 
     pGridLayoutScrollArea->addLayout(pGridLayoutReserved, 1, 0, 1, shortcut::Form::columns);
     pGridLayoutScrollArea->addLayout(pGridLayoutSliderSpinWidgetCollection, 2, 0, 1, shortcut::Form::columns);

@@ -8,7 +8,7 @@
 #include <qwt_scale_draw.h>
 #include <qwt_scale_widget.h>
 
-#include <cmath>
+#include <algorithm>
 
 namespace
 {
@@ -37,7 +37,7 @@ WdrCurve::WdrCurve(const QString& name_, const QString& title_, const rest::CamE
     double x = 0;
     for (size_t i = 0; i < std::size(curve.Ym); ++i)
     {
-        dxes.append(int(std::ldexp(1.0, curve.dY[i] + 3)));
+        dxes.append(1 << std::min(curve.dY[i] + 3, 30));
         x += dxes.last();
         const double y = curve.Ym[i];
         append(&x, &y, 1);

@@ -3,6 +3,7 @@
 #include "tuning-client/source/shortcut/value-pair.h"
 
 #include <QComboBox>
+#include <QScopedValueRollback>
 
 using rest::Ahdr;
 
@@ -45,9 +46,12 @@ void AhdrWidget::ratioKeep()
 
 void AhdrWidget::configSet()
 {
-    ratioKeep();
-    config.v1.isAuto = isAuto();
-    binding.store(config.v1);
+    if (!isEchoing)
+    {
+        ratioKeep();
+        config.v1.isAuto = isAuto();
+        binding.store(config.v1);
+    }
     Ahdr().configSet(config, Ahdr::V1);
 }
 
@@ -62,8 +66,8 @@ void AhdrWidget::updateStatus()
     bool isEnable = false;
     Ahdr().enableGet(isEnable, Ahdr::V1).configGet(config, Ahdr::V1);
     enableBoxShow(isEnable);
-    // Another mode than the one shown sends the record: what was read is shown before.
     binding.show(config.v1);
+    const QScopedValueRollback<bool> echoing(isEchoing, true);
     pComboBoxWorkMode->setCurrentText(config.v1.isAuto ? tr("Auto") : tr("Manual"));
 }
 

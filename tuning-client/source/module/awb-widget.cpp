@@ -1,7 +1,6 @@
 #include "tuning-client/source/module/awb-widget.h"
 
 #include "tuning-client/source/shortcut/form.h"
-#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-rest/source/awb.h"
 
 #include <QCheckBox>
@@ -42,13 +41,12 @@ AwbWidget::AwbWidget(QWidget* pParent)
     connectSwitch(
         pCheckBoxEnable, [this](bool isEnable) { enableSet(isEnable); },
         [this](bool isFree) { settingsEnable(isFree); });
-    connectGuarded(pPushButtonReset, &QPushButton::clicked,
-                   [this]
-                   {
-                       const shortcut::WaitCursor waiting;
-                       Awb().reset();
-                       readStatus();
-                   });
+    connectLong(pPushButtonReset, &QPushButton::clicked,
+                [this]
+                {
+                    Awb().reset();
+                    readStatus();
+                });
     pTimer->setInterval(500);
     connectTick(pTimer, [this] { statusShow(); });
 }

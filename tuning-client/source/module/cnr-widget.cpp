@@ -11,14 +11,14 @@ CnrWidget::CnrWidget(QWidget* pParent)
     shortcut::Form page(this, pGridLayoutScrollArea, [this](QObject*) { configSet(); });
     page.wide(pCheckBoxEnable);
     connectSwitch(
-        pCheckBoxEnable, [](bool isEnable) { Cnr().enableSet(isEnable); }, [this](bool isFree) { greyed(isFree); });
+        pCheckBoxEnable, [](bool isEnable) { Cnr().enableSet(isEnable); }, [this](bool isFree) { freeSet(isFree); });
     pSliderSpinWidgetThresholdC1 = page.slider(tr("Threshold Color Channel 1"), 0, 32767);
     pSliderSpinWidgetThresholdC2 = page.slider(tr("Threshold Color Channel 2"), 0, 32767);
     binding.add(pSliderSpinWidgetThresholdC1, &Cnr::Config::tc1).add(pSliderSpinWidgetThresholdC2, &Cnr::Config::tc2);
     page.stretch();
 }
 
-void CnrWidget::greyed(bool isFree)
+void CnrWidget::freeSet(bool isFree)
 {
     shortcut::enabledSet({pSliderSpinWidgetThresholdC1, pSliderSpinWidgetThresholdC2}, isFree);
 }
@@ -36,6 +36,6 @@ void CnrWidget::updateStatus()
     Cnr::Config config;
     Cnr().enableGet(isEnable).configGet(config);
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
-    greyed(!isEnable);
+    freeSet(!isEnable);
     binding.show(config);
 }

@@ -21,7 +21,7 @@ public:
     SliderSpinWidget *pSliderSpinWidgetThresholdC1, *pSliderSpinWidgetThresholdC2;
 
 private:
-    void greyed(bool isFree);
+    void freeSet(bool isFree);
 
     shortcut::RecordBinding<rest::Cnr::Config> binding;
 };

@@ -58,10 +58,10 @@ void Cnr2Widget::switched(QCheckBox* pCheckBox)
         return;
     }
     configSet();
-    greyed(!pCheckBox->isChecked());
+    freeSet(!pCheckBox->isChecked());
 }
 
-void Cnr2Widget::greyed(bool isFree)
+void Cnr2Widget::freeSet(bool isFree)
 {
     shortcut::enabledSet({pDoubleSpinBoxLayer1, pDoubleSpinBoxLayer2, pDoubleSpinBoxLayer3, pDoubleSpinBoxLayer4,
                           pDoubleSpinBoxMerge1, pDoubleSpinBoxMerge2, pDoubleSpinBoxMerge3, pSliderSpinWidgetYSigma,
@@ -81,6 +81,6 @@ void Cnr2Widget::updateStatus()
 {
     Cnr2::Config config;
     Cnr2().configGet(config);
-    greyed(!config.ynr_enable && !config.cnr_enable);
+    freeSet(!config.ynr_enable && !config.cnr_enable);
     binding.show(config);
 }

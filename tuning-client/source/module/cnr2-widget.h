@@ -29,7 +29,7 @@ public:
 private:
     void valuesBuild(shortcut::Form values);
     void switched(QCheckBox* pCheckBox);
-    void greyed(bool isFree);
+    void freeSet(bool isFree);
 
     shortcut::RecordBinding<rest::Cnr2::Config> binding;
 };

@@ -11,7 +11,7 @@ DpfWidget::DpfWidget(QWidget* pParent)
     shortcut::Form page(this, pGridLayoutScrollArea, {});
     page.wide(pCheckBoxEnable);
     connectSwitch(
-        pCheckBoxEnable, [this](bool isEnable) { enableSet(isEnable); }, [this](bool isFree) { greyed(isFree); });
+        pCheckBoxEnable, [this](bool isEnable) { enableSet(isEnable); }, [this](bool isFree) { freeSet(isFree); });
     auto strength = page.group(tr("Strength"));
     pGroupBoxStrength = strength.groupBox();
     const auto row = [&](const QString& text, QDoubleSpinBox** ppBox, double min, double max, float Config::*pField)
@@ -34,7 +34,7 @@ void DpfWidget::enableSet(bool isEnable)
     Dpf().enableSet(isEnable);
 }
 
-void DpfWidget::greyed(bool isFree) { shortcut::enabledSet({pGroupBoxStrength, pGroupBoxWeight}, isFree); }
+void DpfWidget::freeSet(bool isFree) { shortcut::enabledSet({pGroupBoxStrength, pGroupBoxWeight}, isFree); }
 
 /// The values are the user's, so the block does not adapt them.
 void DpfWidget::configSet()
@@ -50,6 +50,6 @@ void DpfWidget::updateStatus()
     Dpf::Config config;
     Dpf().enableGet(isEnable).configGet(config);
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
-    greyed(!isEnable);
+    freeSet(!isEnable);
     binding.show(config);
 }

@@ -24,7 +24,7 @@ public:
 
 private:
     void enableSet(bool isEnable);
-    void greyed(bool isFree);
+    void freeSet(bool isFree);
 
     shortcut::RecordBinding<rest::Dpf::Config> binding;
 };

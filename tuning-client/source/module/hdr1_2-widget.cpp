@@ -8,7 +8,6 @@
 #include <QVBoxLayout>
 
 using rest::Hdr;
-using shortcut::element;
 using V1_2 = Hdr::Config::V1_2;
 using Mode = Hdr::Status::V1_2::Mode;
 
@@ -57,22 +56,20 @@ Hdr1_2Widget::Hdr1_2Widget(QWidget* pParent, const QString& name)
     pGridLayoutScrollArea->addWidget(pCombineWidgetLongShortVeryShort, 4, 0, 1, 2);
     pGridLayoutScrollArea->setRowStretch(5, 1);
 
-    // The board's answer does not matter: the boxes tell what the user wants to look at.
+    // The board does not tell its state, so after a failure too the box is all there is to go by.
     connectSwitch(
         pCheckBoxEnable, [](bool isEnable) { Hdr().enableSet(isEnable, Hdr::V1_2); },
-        [this](bool isFree) { greyed(isFree); }, shortcut::Grey::Always);
-    connect(pCheckBoxNative, &QCheckBox::toggled, this, [this](bool isNative) { greyed(!isNative); });
-    const CombineWidget* combines[] = {pCombineWidgetLongShort, pCombineWidgetLongShortVeryShort};
-    for (size_t i = 0; i < std::size(combines); ++i)
+        [this](bool isFree) { freeSet(isFree); }, shortcut::Grey::Always);
+    connect(pCheckBoxNative, &QCheckBox::toggled, this, [this](bool isNative) { freeSet(!isNative); });
+    using Frames = V1_2::Parampeter;
+    size_t index = 0;
+    for (const auto* pCombine : {pCombineWidgetLongShort, pCombineWidgetLongShortVeryShort})
     {
-        const auto* pCombine = combines[i];
-        using Frames = V1_2::Parampeter;
-        binding.add(pCombine->pSliderSpinWidgetExposureRatio, &V1_2::parameters, element(i), &Frames::exposureRatio)
-            .add(pCombine->pSliderSpinWidgetExtensionBit, &V1_2::parameters, element(i), &Frames::extensionBit)
-            .add(pCombine->pSliderSpinWidgetTransRangeBegin, &V1_2::parameters, element(i), &Frames::trans,
-                 &Frames::Trans::begin)
-            .add(pCombine->pSliderSpinWidgetTransRangeEnd, &V1_2::parameters, element(i), &Frames::trans,
-                 &Frames::Trans::end);
+        const auto frames = [i = index++](auto& record) -> auto& { return record.parameters[i]; };
+        binding.add(pCombine->pSliderSpinWidgetExposureRatio, frames, &Frames::exposureRatio)
+            .add(pCombine->pSliderSpinWidgetExtensionBit, frames, &Frames::extensionBit)
+            .add(pCombine->pSliderSpinWidgetTransRangeBegin, frames, &Frames::trans, &Frames::Trans::begin)
+            .add(pCombine->pSliderSpinWidgetTransRangeEnd, frames, &Frames::trans, &Frames::Trans::end);
         connectWrite(pCombine, &CombineWidget::valueChanged, [this] { configSet(); });
     }
 }
@@ -97,7 +94,7 @@ void Hdr1_2Widget::modeBuild()
     pRadioButtonLong->setChecked(true);
 }
 
-void Hdr1_2Widget::greyed(bool isFree)
+void Hdr1_2Widget::freeSet(bool isFree)
 {
     shortcut::enabledSet({pGroupBoxMode, pGroupBoxBaseFrame, pCombineWidgetLongShort, pCombineWidgetLongShortVeryShort},
                          isFree);

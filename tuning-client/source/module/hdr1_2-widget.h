@@ -47,7 +47,7 @@ public:
 
 private:
     void modeBuild();
-    void greyed(bool isFree);
+    void freeSet(bool isFree);
 
     shortcut::RecordBinding<rest::Hdr::Config::V1_2> binding;
 };

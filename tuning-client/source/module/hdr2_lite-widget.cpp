@@ -1,7 +1,5 @@
 #include "tuning-client/source/module/hdr2_lite-widget.h"
 
-#include "tuning-client/source/shortcut/wait-cursor.h"
-
 #include <QGridLayout>
 #include <QPushButton>
 
@@ -35,12 +33,7 @@ void Hdr2_LiteWidget::controlBuild(Form control)
 {
     pGroupBoxControl = control.groupBox();
     control.grid()->addWidget(pPushButtonRest, 0, 2);
-    connectGuarded(pPushButtonRest, &QPushButton::clicked,
-                   [this]
-                   {
-                       const shortcut::WaitCursor waiting;
-                       reset();
-                   });
+    connectLong(pPushButtonRest, &QPushButton::clicked, [this] { reset(); });
     pComboBoxBypassSelect = control.comboBox(tr("Bypass Select"), {{tr("L"), 0}, {tr("S"), 1}, {tr("VS"), 2}});
     binding.add(pComboBoxBypassSelect, &V2_LITE::bypass_select);
 }

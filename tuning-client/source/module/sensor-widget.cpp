@@ -3,7 +3,6 @@
 #include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/shortcut/no-signals.h"
-#include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-rest/source/camera.h"
 
 #include <QCheckBox>
@@ -80,13 +79,12 @@ SensorWidget::SensorWidget(QWidget* pParent)
                                                                      { pPushButtonDriverList->setText(name); });
                                                 });
                    });
-    connectGuarded(pPushButtonDriverChange, &QPushButton::clicked,
-                   [this]
-                   {
-                       const shortcut::WaitCursor waiting;
-                       Sensor().driverChange(pPushButtonDriverList->text().toStdString());
-                       emit refresh();
-                   });
+    connectLong(pPushButtonDriverChange, &QPushButton::clicked,
+                [this]
+                {
+                    Sensor().driverChange(pPushButtonDriverList->text().toStdString());
+                    emit refresh();
+                });
     connectWrite(pComboBoxResolution, QOverload<int>::of(&QComboBox::currentIndexChanged), [this] { configSet(); });
     connectWrite(pCheckBoxTestPattern, &QCheckBox::toggled, [this] { configSet(); });
 

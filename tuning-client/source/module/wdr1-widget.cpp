@@ -59,14 +59,15 @@ void Wdr1Widget::curvesBuild()
         items.append({curve.name, wdrCurves.size()});
         wdrCurves.append(new WdrCurve(curve.name, QString(), wireCurve(curve)));
     }
-    auto* pGroup = shortcut::radioBox(tr("Tone Mapping Curve"), items, columns);
-    pGroupBoxCurves = shortcut::boxOf(pGroup);
-    connectWrite(pGroup, &QButtonGroup::idToggled,
-                 [this](int index, bool isChecked)
-                 {
-                     if (isChecked)
-                         curveChoose(index);
-                 });
+    pCurveButtons = shortcut::radioBox(tr("Tone Mapping Curve"), items, columns);
+    pGroupBoxCurves = shortcut::boxOf(pCurveButtons);
+    // A button that goes off writes nothing.
+    connect(pCurveButtons, &QButtonGroup::idToggled, this,
+            [this](int index, bool isChecked)
+            {
+                if (isChecked)
+                    writeGuarded([this, index] { curveChoose(index); });
+            });
 }
 
 void Wdr1Widget::curveChoose(int index)
@@ -86,7 +87,6 @@ void Wdr1Widget::updateStatus()
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
     pGroupBoxCurves->setEnabled(!isEnable);
     // A curve that becomes checked is drawn and goes back to the board, so the buttons speak here.
-    const auto* pGroup = pGroupBoxCurves->findChild<QButtonGroup*>();
     for (int i = 0; i < wdrCurves.size(); ++i)
-        pGroup->button(i)->setChecked(isEqual(wdrCurves[i]->wdrCurve, config.v1.curve));
+        pCurveButtons->button(i)->setChecked(isEqual(wdrCurves[i]->wdrCurve, config.v1.curve));
 }

@@ -2,6 +2,7 @@
 
 #include "tuning-client/source/abstract-widget.h"
 
+class QButtonGroup;
 class QGroupBox;
 class WdrCurve;
 class WdrPlot;
@@ -23,6 +24,8 @@ public:
     QVector<WdrCurve*> wdrCurves; ///< by the ids of the group's buttons; belong to the page
 
 private:
+    QButtonGroup* pCurveButtons;
+
     void curvesBuild();
     void curveChoose(int index);
 };

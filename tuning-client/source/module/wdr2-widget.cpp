@@ -1,23 +1,18 @@
 #include "tuning-client/source/module/wdr2-widget.h"
 
-#include "tuning-rest/source/wdr.h"
-
-#include <cmath>
-
 using rest::Wdr;
 
 Wdr2Widget::Wdr2Widget(QWidget* pParent) : EnableSliderAbstractWidget(pParent, "Wide Dynamic Range 2", Sum)
 {
     ledWordsSet(tr("WDR2 ON"), tr("WDR2 OFF"));
-    sliderSpinWidgets[Strength]->setText(tr("Strength"));
-    sliderSpinWidgets[Strength]->setDecimals(0);
+    binding.add(slider(Strength, tr("Strength"), 0, 99.99), &Wdr::Config::V2::strength);
     form(pGridLayoutScrollArea).stretch();
 }
 
 void Wdr2Widget::configSet()
 {
     auto config = rest::recordZero<Wdr::Config>();
-    config.v2.strength = float(std::trunc(sliderSpinWidgets[Strength]->value()));
+    binding.store(config.v2);
     Wdr().configSet(config, Wdr::V2);
 }
 
@@ -32,5 +27,5 @@ void Wdr2Widget::updateStatus()
     auto config = rest::recordZero<Wdr::Config>();
     Wdr().enableGet(isEnable, Wdr::V2).configGet(config, Wdr::V2);
     enableShow(isEnable);
-    shortcut::NoSignals::setValue(sliderSpinWidgets[Strength], config.v2.strength);
+    binding.show(config.v2);
 }

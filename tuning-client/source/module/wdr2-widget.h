@@ -1,6 +1,8 @@
 #pragma once
 
 #include "tuning-client/source/enable-slider-abstract-widget.h"
+#include "tuning-client/source/shortcut/record-binding.h"
+#include "tuning-rest/source/wdr.h"
 
 /// "Wide Dynamic Range 2": one strength.
 class Wdr2Widget : public EnableSliderAbstractWidget
@@ -20,4 +22,7 @@ public:
         Strength,
         Sum
     };
+
+private:
+    shortcut::RecordBinding<rest::Wdr::Config::V2> binding;
 };
