@@ -7,6 +7,7 @@
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-common/source/base64.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDoubleSpinBox>
@@ -55,7 +56,7 @@ struct Service
     }
 };
 
-/// The elements in which a record differs from what it was, with their new values.
+/// The elements in which a record differs from what it was, with their new values; of a whole array the first one.
 inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const std::string& before,
                                    const std::string& after)
 {
@@ -63,15 +64,21 @@ inline QStringList elementsChanged(const board::Record& record, const board::Lay
     bytes.bytesSet(after);
     QStringList changed;
     for (const auto& field : layout.fields)
+    {
+        QStringList elements;
         for (size_t i = 0; i < field.elementCount(); ++i)
         {
             const auto offset = field.offset + i * field.elementSize();
             if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
                 continue;
             const auto index = field.elementCount() > 1 ? QString("[%1]").arg(i) : QString();
-            changed.append(QString::fromStdString(field.name) + index + "=" +
-                           QString::number(bytes.number(field.name, i)));
+            elements.append(QString::fromStdString(field.name) + index + "=" +
+                            QString::number(bytes.number(field.name, i)));
         }
+        if (elements.size() > 4)
+            elements = QStringList(elements.first() + QString(" and %1 more").arg(elements.size() - 1));
+        changed += elements;
+    }
     return changed;
 }
 
@@ -111,13 +118,20 @@ inline QStringList changes(const Service& service, const Json::Value& before, co
     return changed;
 }
 
+/// The canvas of a plot with markers to move.
+inline bool isMarkerPlot(const QWidget* pWidget)
+{
+    return pWidget->inherits("QwtPlotCanvas") && pWidget->focusPolicy() & Qt::TabFocus;
+}
+
 inline bool isControl(const QWidget* pWidget)
 {
     const auto* pGroupBox = qobject_cast<const QGroupBox*>(pWidget);
     const auto* pButton = qobject_cast<const QPushButton*>(pWidget);
     return (qobject_cast<const QSlider*>(pWidget) || qobject_cast<const QAbstractSpinBox*>(pWidget) ||
             qobject_cast<const QComboBox*>(pWidget) || qobject_cast<const QCheckBox*>(pWidget) ||
-            qobject_cast<const QRadioButton*>(pWidget) || (pGroupBox && pGroupBox->isCheckable()) ||
+            qobject_cast<const QRadioButton*>(pWidget) || isMarkerPlot(pWidget) ||
+            (pGroupBox && pGroupBox->isCheckable()) ||
             (pButton && (pButton->text() == "Reset" || pButton->text() == "Edit Auto Algorithm Table"))) &&
            pWidget->accessibleName() != "Module";
 }
@@ -161,7 +175,16 @@ inline QString kindOf(const QWidget* pControl)
         return range(pBox, 0);
     if (qobject_cast<const QComboBox*>(pControl))
         return "\"" + valueOf(pControl) + "\" of a choice";
+    if (isMarkerPlot(pControl))
+        return "markers";
     return QString(pControl->metaObject()->className()).mid(1).toLower();
+}
+
+/// The button that is checked where `pControl` may be.
+inline QAbstractButton* checkedInGroup(const QWidget* pControl)
+{
+    const auto* pButton = qobject_cast<const QRadioButton*>(pControl);
+    return pButton && pButton->group() ? pButton->group()->checkedButton() : nullptr;
 }
 
 /// How a user changes the control: a step for a number, each other choice of a combo box, there and back for a box.
@@ -185,6 +208,12 @@ inline std::vector<std::function<void()>> operations(QWidget* pControl)
     }
     if (qobject_cast<QCheckBox*>(pControl) || qobject_cast<QGroupBox*>(pControl))
         return {key(Qt::Key_Space), key(Qt::Key_Space)};
+    if (isMarkerPlot(pControl))
+        return {[fUp = key(Qt::Key_Up)]
+                {
+                    fUp(); // chooses the first marker
+                    fUp();
+                }};
     return {key(Qt::Key_Space)};
 }
 
@@ -243,11 +272,16 @@ void walk(QWidget& page, const Action& action)
         }
     if (!hasParts)
         visible();
-    // What is hidden still may stand behind a radio button.
+    // What is hidden still may stand behind a radio button. In the end all are as before.
+    QVector<QAbstractButton*> checkedBefore;
     for (auto* pButton : page.findChildren<QRadioButton*>())
         if (met.size() < chain.size() && pButton->isVisible() && pButton->isEnabled() && !pButton->isChecked())
         {
+            if (auto* pChecked = checkedInGroup(pButton))
+                checkedBefore.prepend(pChecked);
             pButton->click();
             visible();
         }
+    for (auto* pButton : qAsConst(checkedBefore))
+        pButton->click();
 }

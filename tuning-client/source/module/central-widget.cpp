@@ -4,8 +4,12 @@
 #include "tuning-client/source/module/3a-widget.h"
 #include "tuning-client/source/module/ae-widget.h"
 #include "tuning-client/source/module/ae2-widget.h"
+#include "tuning-client/source/module/ca-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
+#include "tuning-client/source/module/dci-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
+#include "tuning-client/source/module/gc-widget.h"
+#include "tuning-client/source/module/gc2-widget.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/isp-register-widget.h"
@@ -27,7 +31,11 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Auto Exposure", make<AeWidget>},
         {"Auto Exposure 2", make<Ae2Widget>},
         {"Calibration Data", make<CalibrationDataWidget>},
+        {"Color Adjustment", makeNamed<CaWidget>},
+        {"Dynamic Contrast Improvement", make<DciWidget>},
         {"Exposure Control", make<EcWidget>},
+        {"Gamma Correction", make<GcWidget>},
+        {"Gamma Correction 2", make<Gc2Widget>},
         {"High Dynamic Range 2", make<Hdr2Widget>},
         {"Input Control", make<InputWidget>},
         {"ISP Register", make<IspRegisterWidget>},
