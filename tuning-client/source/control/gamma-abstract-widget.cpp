@@ -41,7 +41,6 @@ GammaAbstractWidget::GammaAbstractWidget(QWidget* parent)
     pRow->addWidget(pGroupBoxCurve);
     pRow->addWidget(pGroupBoxUserDefinitions);
     auto* pLayout = new QVBoxLayout(this);
-    pLayout->setContentsMargins(0, 0, 0, 0);
     pLayout->addLayout(pRow);
     pLayout->addWidget(pPlotWidget, 1);
     pPlotWidget->pQwtPlot->setAxisScale(QwtPlot::xBottom, 0, 4100);

@@ -26,11 +26,12 @@ QRectF Marker::valueRect(const QwtScaleMap& xMap, const QwtScaleMap& yMap, const
 {
     const auto symbolAt = symbolRect(xMap, yMap);
     QRectF rect({}, valueText(*this).textSize());
-    rect.moveBottomLeft(symbolAt.topRight());
+    // The coordinates of the mouse stand above it.
+    rect.moveTopLeft(symbolAt.bottomRight());
     if (rect.right() > canvasRect.right())
         rect.moveRight(symbolAt.left());
-    if (rect.top() < canvasRect.top())
-        rect.moveTop(symbolAt.bottom());
+    if (rect.bottom() > canvasRect.bottom())
+        rect.moveBottom(symbolAt.top());
     return rect;
 }
 

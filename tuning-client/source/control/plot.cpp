@@ -109,13 +109,18 @@ public:
     {
         if (pWatched != plot() || pEvent->type() != QEvent::ContextMenu)
             return QwtPlotPicker::eventFilter(pWatched, pEvent);
-        menuShow(static_cast<QContextMenuEvent*>(pEvent)->globalPos());
+        // Not in the middle of a drag.
+        if (!isHeld())
+            menuShow(static_cast<QContextMenuEvent*>(pEvent)->globalPos());
         return true;
     }
 
 protected:
     QwtText trackerText(const QPoint& position) const override
     {
+        // What a held button moves shows its own value.
+        if (isHeld())
+            return {};
         auto text = line(QwtPlot::xBottom, position.x());
         for (const int axis : valueAxes)
             if (plot()->axisEnabled(axis))
@@ -126,6 +131,8 @@ protected:
     void widgetKeyPressEvent(QKeyEvent*) override {}
 
 private:
+    static bool isHeld() { return QGuiApplication::mouseButtons() & Qt::LeftButton; }
+
     /// The coordinate with as many digits as a pixel tells.
     QString line(int axis, int pixel) const
     {
@@ -145,8 +152,9 @@ private:
                            QGuiApplication::clipboard()->setPixmap(plot()->grab());
                            setEnabled(true);
                        });
-        menu.addAction(QObject::tr("Copy values"), this,
-                       [this] { QGuiApplication::clipboard()->setText(valuesOf(*plot())); });
+        const auto values = valuesOf(*plot());
+        menu.addAction(QObject::tr("Copy values"), this, [=] { QGuiApplication::clipboard()->setText(values); })
+            ->setEnabled(!values.isEmpty());
         menu.exec(position);
     }
 };
@@ -219,6 +227,7 @@ QwtText note(const QString& text, const QFont& font)
 {
     QwtText note(text, QwtText::PlainText);
     note.setFont(font);
+    note.setRenderFlags(Qt::AlignLeft | Qt::AlignVCenter);
     note.setColor(QToolTip::palette().color(QPalette::ToolTipText));
     note.setBackgroundBrush(QToolTip::palette().brush(QPalette::ToolTipBase));
     return note;

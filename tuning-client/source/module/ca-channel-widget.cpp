@@ -5,6 +5,7 @@
 #include "tuning-client/source/shortcut/radio-box.h"
 
 #include <QGridLayout>
+#include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <qwt_plot.h>
@@ -45,9 +46,10 @@ void CaChannelWidegt::groupsBuild()
     pRadioButtonBrightnessAndSaturation = button(pMode, Config::BrightnessSaturation);
     pRadioButtonCurveS = button(pCurve, Config::S);
     pRadioButtonCurveParabolic = button(pCurve, Config::Parabolic);
-    auto rows = form(pGridLayoutReserved);
-    rows.wide(shortcut::boxOf(pMode));
-    rows.wide(shortcut::boxOf(pCurve));
+    auto* pRow = new QHBoxLayout;
+    pRow->addWidget(shortcut::boxOf(pMode));
+    pRow->addWidget(shortcut::boxOf(pCurve));
+    pGridLayoutReserved->addLayout(pRow, pGridLayoutReserved->rowCount(), 0, 1, shortcut::Form::columns);
 
     // Each of the two buttons that a switch toggles sends.
     for (auto* pButton : pMode->buttons())

@@ -15,6 +15,7 @@ GcWidget::GcWidget(QWidget* pParent)
       pGammaChannelWidget(new GammaChannelWidget(config.v1.curve, nullptr))
 {
     pGammaChannelWidget->init();
+    pGammaChannelWidget->layout()->setContentsMargins(0, 0, 0, 0);
     pGridLayoutScrollArea->addWidget(pCheckBoxEnable, 0, 0);
     pGridLayoutScrollArea->addWidget(pGammaChannelWidget, 1, 0);
     connectSwitch(
