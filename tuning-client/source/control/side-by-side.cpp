@@ -41,7 +41,8 @@ void SideBySide::arrange()
     for (auto* pPage : qAsConst(pages))
     {
         auto* pInner = pPage->findChild<QScrollArea*>();
-        pInner->setMinimumSize(pInner->widget()->sizeHint());
+        // Plots are content with less height than they would like.
+        pInner->setMinimumSize(pInner->widget()->sizeHint().width(), pInner->widget()->minimumSizeHint().height());
         width += pPage->minimumSizeHint().width();
     }
     const bool isNarrow = width > pScrollArea->viewport()->width();

@@ -1,5 +1,6 @@
 #include "tuning-client/source/module/ca-widget.h"
 
+#include "tuning-client/source/control/side-by-side.h"
 #include "tuning-client/source/module/ca-channel-widget.h"
 #include "tuning-client/source/module/dci-widget.h"
 #include "tuning-client/source/shortcut/radio-box.h"
@@ -8,7 +9,6 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QRadioButton>
-#include <QScrollArea>
 
 using rest::Ca;
 using rest::Dci;
@@ -23,13 +23,14 @@ CaWidget::CaWidget(QWidget* pParent, const QString& name)
     pGridLayoutScrollArea->addWidget(pCheckBoxEnable, 0, 0);
     choiceBuild();
     pGridLayoutScrollArea->addWidget(pGroupBox, 1, 0);
+    // Whole, since a page that is disabled does not scroll. Its plot takes the height that is left.
     for (auto* pChannel : qAsConst(channels))
     {
-        pGridLayoutScrollArea->addWidget(pChannel, pGridLayoutScrollArea->rowCount(), 0);
-        // The frame around this page is enough.
-        pChannel->findChild<QScrollArea*>()->setFrameShape(QFrame::NoFrame);
+        new SideBySide(this, {pChannel});
         pChannel->layout()->setContentsMargins(0, 0, 0, 0);
     }
+    for (int row = 0; row < pGridLayoutScrollArea->rowCount(); ++row)
+        pGridLayoutScrollArea->setRowStretch(row, 0);
     channelShow(true);
     connectSwitch(
         pCheckBoxEnable,
