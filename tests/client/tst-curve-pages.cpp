@@ -131,11 +131,11 @@ TEST_F(CurvePagesTest, DragSendsOneRecordInsideItsLimits)
     auto& widget = dci();
     auto* pPlot = widget.pQwtPlot;
     auto expected = sentConfig();
-    drag(at(pPlot, 32, 900), at(pPlot, 10, 100));
-    EXPECT_EQ(board->requestCount(), 0u) << "beside all markers";
+    drag(at(pPlot, 20, 276), at(pPlot, 10, 100));
+    EXPECT_EQ(board->requestCount(), 0u) << "few pixels, but many units of the plot";
 
     const auto home = at(pPlot, 20, 256);
-    press(home);
+    press(at(pPlot, 27, 256));
     EXPECT_FALSE(widget.pMarkerInflection->isVisible()) << "drawn by the overlay";
     move(at(pPlot, 50, 600));
     QTest::mouseClick(pMainWindow->windowHandle(), Qt::RightButton, {}, at(pPlot, 50, 600));
@@ -146,6 +146,7 @@ TEST_F(CurvePagesTest, DragSendsOneRecordInsideItsLimits)
     // A poll leaves the marker in the hand.
     emit widget.refresh();
     EXPECT_EQ(widget.pMarkerInflection->value(), QPointF(0, 1024));
+    EXPECT_FALSE(widget.pMarkerInflection->isVisible());
     EXPECT_EQ(sent(DciConfigSet), 0u);
     // Onto the other one, which lies above it.
     const auto other = at(pPlot, 44, 768);

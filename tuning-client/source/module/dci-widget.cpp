@@ -91,11 +91,20 @@ bool DciWidget::hasSections() const { return config.mode <= Config::Mode3Section
 /// The user has chosen sections: the buttons tell the mode from now on.
 void DciWidget::sectionsChosen()
 {
+    const bool hadSections = hasSections();
+    config.mode = pRadioButton3Sections->isChecked() ? Config::Mode3Sections : Config::Mode2Sections;
+    histogramTell(hadSections);
+    configSet();
+}
+
+/// Tells why the curve cannot be edited, for as long as that is so.
+void DciWidget::histogramTell(bool hadSections)
+{
     auto* pStatusBar = statusBar();
     if (pStatusBar && !hasSections())
+        pStatusBar->showMessage(tr("Histogram mode: choose sections to edit the curve"), 0);
+    else if (pStatusBar && !hadSections)
         pStatusBar->clearMessage();
-    config.mode = pRadioButton3Sections->isChecked() ? Config::Mode3Sections : Config::Mode2Sections;
-    configSet();
 }
 
 void DciWidget::modeSet(QRadioButton*)
@@ -104,9 +113,9 @@ void DciWidget::modeSet(QRadioButton*)
     sliderSpinWidgets[ExponentMiddle]->setVisible(has3Sections);
     for (const int index : {ExponentLow, ExponentHigh})
         sliderSpinWidgets[index]->setVisible(true);
-    pMarkerInflection2->setVisible(has3Sections);
-    for (auto* pMarker : {pMarkerStart, pMarkerInflection, pMarkerEnd})
-        pMarker->setVisible(true);
+    for (const auto& point : qAsConst(points))
+        if (!pMarkerPicker->isHeld(point.pMarker))
+            point.pMarker->setVisible(has3Sections || point.pMarker != pMarkerInflection2);
 }
 
 void DciWidget::replot()
@@ -144,6 +153,7 @@ void DciWidget::editTable() { tableEdit<Dci>(); }
 void DciWidget::updateStatus()
 {
     bool isEnable = false;
+    const bool hadSections = hasSections();
     Dci().enableGet(isEnable).configGet(config);
     enableBoxShow(isEnable);
     workModeShow(config.isAuto);
@@ -156,6 +166,5 @@ void DciWidget::updateStatus()
             point.pMarker->setValue((config.*point.field).x, (config.*point.field).y);
     EnableAutoSliderAbstractWidget::updateStatus();
     replot();
-    if (auto* pStatusBar = statusBar(); pStatusBar && !hasSections())
-        pStatusBar->showMessage(tr("Histogram mode: choose sections to edit the curve"), 0);
+    histogramTell(hadSections);
 }
