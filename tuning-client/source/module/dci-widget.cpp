@@ -91,19 +91,19 @@ bool DciWidget::hasSections() const { return config.mode <= Config::Mode3Section
 /// The user has chosen sections: the buttons tell the mode from now on.
 void DciWidget::sectionsChosen()
 {
-    const bool hadSections = hasSections();
     config.mode = pRadioButton3Sections->isChecked() ? Config::Mode3Sections : Config::Mode2Sections;
-    histogramTell(hadSections);
+    histogramTell();
     configSet();
 }
 
 /// Tells why the curve cannot be edited, for as long as that is so.
-void DciWidget::histogramTell(bool hadSections)
+void DciWidget::histogramTell()
 {
+    const auto text = tr("Histogram mode: choose sections to edit the curve");
     auto* pStatusBar = statusBar();
     if (pStatusBar && !hasSections())
-        pStatusBar->showMessage(tr("Histogram mode: choose sections to edit the curve"), 0);
-    else if (pStatusBar && !hadSections)
+        pStatusBar->showMessage(text, 0);
+    else if (pStatusBar && pStatusBar->currentMessage() == text)
         pStatusBar->clearMessage();
 }
 
@@ -153,7 +153,6 @@ void DciWidget::editTable() { tableEdit<Dci>(); }
 void DciWidget::updateStatus()
 {
     bool isEnable = false;
-    const bool hadSections = hasSections();
     Dci().enableGet(isEnable).configGet(config);
     enableBoxShow(isEnable);
     workModeShow(config.isAuto);
@@ -166,5 +165,5 @@ void DciWidget::updateStatus()
             point.pMarker->setValue((config.*point.field).x, (config.*point.field).y);
     EnableAutoSliderAbstractWidget::updateStatus();
     replot();
-    histogramTell(hadSections);
+    histogramTell();
 }

@@ -62,7 +62,7 @@ private:
     Marker* markerAdd(const QColor& color, const QPointF& value, const QRectF& constrain, Config::Point Config::*field);
     bool hasSections() const;
     void sectionsChosen();
-    void histogramTell(bool hadSections);
+    void histogramTell();
 
     Config config; ///< as read, with what has no control
     QVector<Point> points;
