@@ -57,7 +57,7 @@ struct Service
 };
 
 /// The elements in which a board's record differs from what it was once it has taken the one that was sent, with their
-/// new values; `kept` are the fields that it does not take.
+/// new values, of a whole array the first one and a sum; `kept` are the fields that it does not take.
 inline QStringList elementsChanged(const board::Record& record, const board::Layout& layout, const Json::Value& kept,
                                    const std::string& before, const std::string& sent)
 {
@@ -68,15 +68,24 @@ inline QStringList elementsChanged(const board::Record& record, const board::Lay
     const auto& after = bytes.bytes();
     QStringList changed;
     for (const auto& field : layout.fields)
+    {
+        QStringList elements;
+        double sum = 0;
         for (size_t i = 0; i < field.elementCount(); ++i)
         {
             const auto offset = field.offset + i * field.elementSize();
             if (before.compare(offset, field.elementSize(), after, offset, field.elementSize()) == 0)
                 continue;
             const auto index = field.elementCount() > 1 ? QString("[%1]").arg(i) : QString();
-            changed.append(QString::fromStdString(field.name) + index + "=" +
-                           QString::number(bytes.number(field.name, i)));
+            sum += double(i + 1) * bytes.number(field.name, i);
+            elements.append(QString::fromStdString(field.name) + index + "=" +
+                            QString::number(bytes.number(field.name, i)));
         }
+        if (elements.size() > 4)
+            elements = QStringList(elements.first() +
+                                   QString(" and %1 more, %2 by index").arg(elements.size() - 1).arg(sum, 0, 'g', 12));
+        changed += elements;
+    }
     return changed;
 }
 
@@ -119,13 +128,20 @@ inline QStringList changes(const Service& service, const Json::Value& before, co
     return changed;
 }
 
+/// The canvas of a plot with markers to move.
+inline bool isMarkerPlot(const QWidget* pWidget)
+{
+    return pWidget->inherits("QwtPlotCanvas") && pWidget->focusPolicy() & Qt::TabFocus;
+}
+
 inline bool isControl(const QWidget* pWidget)
 {
     const auto* pGroupBox = qobject_cast<const QGroupBox*>(pWidget);
     const auto* pButton = qobject_cast<const QPushButton*>(pWidget);
     return (qobject_cast<const QSlider*>(pWidget) || qobject_cast<const QAbstractSpinBox*>(pWidget) ||
             qobject_cast<const QComboBox*>(pWidget) || qobject_cast<const QCheckBox*>(pWidget) ||
-            qobject_cast<const QRadioButton*>(pWidget) || (pGroupBox && pGroupBox->isCheckable()) ||
+            qobject_cast<const QRadioButton*>(pWidget) || isMarkerPlot(pWidget) ||
+            (pGroupBox && pGroupBox->isCheckable()) ||
             (pButton && (pButton->text() == "Reset" || pButton->text() == "Edit Auto Algorithm Table"))) &&
            pWidget->accessibleName() != "Module";
 }
@@ -169,6 +185,8 @@ inline QString kindOf(const QWidget* pControl)
         return range(pBox, 0);
     if (qobject_cast<const QComboBox*>(pControl))
         return "\"" + valueOf(pControl) + "\" of a choice";
+    if (isMarkerPlot(pControl))
+        return "markers";
     return QString(pControl->metaObject()->className()).mid(1).toLower();
 }
 
@@ -200,6 +218,12 @@ inline std::vector<std::function<void()>> operations(QWidget* pControl)
     }
     if (qobject_cast<QCheckBox*>(pControl) || qobject_cast<QGroupBox*>(pControl))
         return {key(Qt::Key_Space), key(Qt::Key_Space)};
+    if (isMarkerPlot(pControl))
+        return {[fUp = key(Qt::Key_Up)]
+                {
+                    fUp(); // chooses the first marker
+                    fUp();
+                }};
     return {key(Qt::Key_Space)};
 }
 

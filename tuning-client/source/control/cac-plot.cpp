@@ -35,6 +35,7 @@ CacPlot::CacPlot(QWidget* parent) : QwtPlot(parent), curve(new QwtPlotCurve), cu
     setToolTip(tr("Red and blue: the displacement of that plane."));
     setTitle(tr("Horizontal Chromatic Aberration Correction curve"));
     plot::shrinkable(*this);
+    plot::inspectable(*this);
     setMinimumHeight(minimumHeight() + titleLabel()->sizeHint().height());
     plot::labelsFit(*this, xBottom);
     plot::labelsFit(*this, yLeft);

@@ -88,6 +88,7 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
 
     m_itimeCurve = curveMake(*this, tr("Integration Time"), Qt::green, yLeft);
     m_gainCurve = curveMake(*this, tr("Gain"), Qt::red, yRight);
+    plot::inspectable(*this);
 }
 
 void ExposurePlot::append(float gain, float itime)

@@ -55,6 +55,7 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
 
     itemList(QwtPlotItem::Rtti_PlotHistogram).first()->setVisible(true);
     setAutoReplot(true);
+    plot::inspectable(*this);
 }
 
 void HistPlot::populate(unsigned int size, const double* values)

@@ -1,12 +1,17 @@
 #pragma once
 
+#include <QVector>
+
 #include <cstddef>
 
 class QColor;
+class QFont;
+class QPointF;
 class QString;
 class QwtPlot;
 class QwtPlotCurve;
 class QwtPlotGrid;
+class QwtText;
 
 /// What all plots of the house share.
 namespace plot
@@ -38,4 +43,14 @@ QwtPlotCurve* curveAdd(QwtPlot& plot, const QString& title, const QColor& color,
 
 /// Gives the curve `count` points. Those that are not finite are left out: they would spoil the axes.
 void samplesSet(QwtPlotCurve& curve, const double* x, const double* y, size_t count);
+void samplesSet(QwtPlotCurve& curve, const QVector<QPointF>& points);
+
+/// A short text on a canvas, legible on whatever is drawn there.
+QwtText note(const QString& text, const QFont& font);
+
+/// Shows the coordinates under the mouse, and gives the plot a context menu that copies its picture or its values.
+void inspectable(QwtPlot& plot);
+
+/// Makes the plot one of a transfer curve: output over input, white on dark blue. Returns the curve.
+QwtPlotCurve* transferDress(QwtPlot& plot, const QString& name, int symbolSize = 0);
 } // namespace plot

@@ -7,15 +7,19 @@
 #include <QScrollArea>
 
 SideBySide::SideBySide(AbstractWidget* pFrame_, const QVector<QWidget*>& pages_)
-    : QObject(pFrame_), pFrame(pFrame_), pScrollArea(pFrame->findChild<QScrollArea*>()), pages(pages_)
+    : QObject(pFrame_),
+      pFrame(pFrame_),
+      pScrollArea(pFrame->findChild<QScrollArea*>()),
+      pages(pages_),
+      row(pFrame->pGridLayoutScrollArea->count() == 0 ? 0 : pFrame->pGridLayoutScrollArea->rowCount())
 {
     for (int i = 0; i < pages.size(); ++i)
     {
         unscroll(pages[i]);
-        pFrame->pGridLayoutScrollArea->addWidget(pages[i], 0, i);
+        pFrame->pGridLayoutScrollArea->addWidget(pages[i], row, i);
         pFrame->pGridLayoutScrollArea->setColumnStretch(i, 1);
     }
-    pFrame->pGridLayoutScrollArea->setRowStretch(pages.size(), 1);
+    pFrame->pGridLayoutScrollArea->setRowStretch(row + pages.size(), 1);
     pScrollArea->viewport()->installEventFilter(this);
 }
 
@@ -38,7 +42,8 @@ void SideBySide::arrange()
     for (auto* pPage : qAsConst(pages))
     {
         auto* pInner = pPage->findChild<QScrollArea*>();
-        pInner->setMinimumSize(pInner->widget()->sizeHint());
+        // Plots are content with less height than they would like.
+        pInner->setMinimumSize(pInner->widget()->sizeHint().width(), pInner->widget()->minimumSizeHint().height());
         width += pPage->minimumSizeHint().width();
     }
     const bool isNarrow = width > pScrollArea->viewport()->width();
@@ -47,7 +52,7 @@ void SideBySide::arrange()
     isStacked = isNarrow;
     for (int i = 0; i < pages.size(); ++i)
     {
-        pGrid->addWidget(pages[i], isStacked ? i : 0, isStacked ? 0 : i);
+        pGrid->addWidget(pages[i], isStacked ? row + i : row, isStacked ? 0 : i);
         pGrid->setColumnStretch(i, isStacked && i > 0 ? 0 : 1);
     }
 }

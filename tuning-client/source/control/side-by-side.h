@@ -14,7 +14,7 @@ class SideBySide : public QObject
     Q_OBJECT
 
 public:
-    /// Fills the grid of the frame, to which it belongs, with the pages.
+    /// Adds the pages below what stands on the frame's grid. Belongs to the frame.
     SideBySide(AbstractWidget* pFrame, const QVector<QWidget*>& pages);
 
 protected:
@@ -27,5 +27,6 @@ private:
     AbstractWidget* pFrame;
     QScrollArea* pScrollArea;
     QVector<QWidget*> pages;
+    int row;
     bool isStacked = false;
 };

@@ -45,15 +45,9 @@ WdrCurve::WdrCurve(const QString& name_, const QString& title_, const rest::CamE
 }
 
 WdrPlot::WdrPlot(const QString& title, QWidget* parent)
-    : QwtPlot(title, parent), m_CurvePlot(plot::curveAdd(*this, {}, Qt::blue, symbolSize))
+    : QwtPlot(title, parent), m_CurvePlot(plot::transferDress(*this, tr("Tone Mapping Curve"), symbolSize))
 {
-    setAccessibleName(tr("Tone Mapping Curve"));
-    plot::shrinkable(*this);
-    setCanvasBackground(Qt::darkBlue);
-    auto* pGrid = plot::gridAdd(*this, Qt::white, Qt::gray);
-    pGrid->enableXMin(true);
-    plot::setAxisTitle(*this, xBottom, tr("Input"));
-    plot::setAxisTitle(*this, yLeft, tr("Output"));
+    static_cast<QwtPlotGrid*>(itemList(QwtPlotItem::Rtti_PlotGrid).first())->enableXMin(true);
     setAxisScale(xBottom, 0, 4500);
     setAxisMaxMinor(xBottom, 10);
     setAxisScale(yLeft, -10, 4500);

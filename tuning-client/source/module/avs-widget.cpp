@@ -80,6 +80,7 @@ void AvsWidget::plotBuild()
     titleFont.setBold(true);
     pPlotDamp->titleLabel()->setFont(titleFont);
     plot::shrinkable(*pPlotDamp);
+    plot::inspectable(*pPlotDamp);
     pPlotDamp->setCanvasBackground(Qt::darkBlue);
     pPlotDamp->plotLayout()->setAlignCanvasToScales(true);
     for (int axis : {QwtPlot::xBottom, QwtPlot::yLeft})

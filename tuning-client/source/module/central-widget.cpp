@@ -9,11 +9,13 @@
 #include "tuning-client/source/module/avs-widget.h"
 #include "tuning-client/source/module/awb-widget.h"
 #include "tuning-client/source/module/bls-widget.h"
+#include "tuning-client/source/module/ca-widget.h"
 #include "tuning-client/source/module/cac-widget.h"
 #include "tuning-client/source/module/calibration-data-widget.h"
 #include "tuning-client/source/module/cnr-widget.h"
 #include "tuning-client/source/module/cnr2-widget.h"
 #include "tuning-client/source/module/cproc-widget.h"
+#include "tuning-client/source/module/dci-widget.h"
 #include "tuning-client/source/module/dehaze-widget.h"
 #include "tuning-client/source/module/demosaic-widget.h"
 #include "tuning-client/source/module/demosaic2-widget.h"
@@ -28,6 +30,8 @@
 #include "tuning-client/source/module/ec-widget.h"
 #include "tuning-client/source/module/ee-widget.h"
 #include "tuning-client/source/module/filter-widget.h"
+#include "tuning-client/source/module/gc-widget.h"
+#include "tuning-client/source/module/gc2-widget.h"
 #include "tuning-client/source/module/ge-widget.h"
 #include "tuning-client/source/module/hdr-widget.h"
 #include "tuning-client/source/module/hdr1_2-widget.h"
@@ -73,6 +77,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Black Level Subtraction", make<BlsWidget>},
         {"Calibration Data", make<CalibrationDataWidget>},
         {"Chromatic Aberration Correction", make<CacWidget>},
+        {"Color Adjustment", makeNamed<CaWidget>},
         {"Color Noise Reduction", make<CnrWidget>},
         {"Color Noise Reduction 2", make<Cnr2Widget>},
         {"Color Processing", make<CProcWidget>},
@@ -82,9 +87,12 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Demosaicing 2", make<DeMosaic2Widget>},
         {"Denoising Prefilter", make<DpfWidget>},
         {"Digital Gain", make<DgWidget>},
+        {"Dynamic Contrast Improvement", make<DciWidget>},
         {"Edge Enhance", make<EeWidget>},
         {"Exposure Control", make<EcWidget>},
         {"Filter", make<FilterWidget>},
+        {"Gamma Correction", make<GcWidget>},
+        {"Gamma Correction 2", make<Gc2Widget>},
         {"Global Wide Dynamic Range", make<Wdr1Widget>},
         {"Green Equilibrate", make<GeWidget>},
         {"High Dynamic Range", make<HdrWidget>},
