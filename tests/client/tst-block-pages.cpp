@@ -269,6 +269,13 @@ TEST_F(AberrationTest, DrawsWhatTheBoxesHold)
     emit pMainWindow->refresh();
     tick();
     EXPECT_DOUBLE_EQ(middle(), 15.9375 * 640 * 513 / 1920 / 256);
+
+    coeffs.coeff[rest::Cac::Status::Red] = {4, 2, 1};
+    coeffs.hCenterOffset = 0;
+    answerSet(CacStatusGet, "status", coeffs);
+    tick();
+    EXPECT_EQ(widget.pCacPlot->curve->sample(384).y(), 2.625);
+    EXPECT_EQ(widget.pCacPlot->curve1->sample(384).y(), 1.375);
 }
 
 namespace
@@ -321,6 +328,7 @@ TEST_F(ImageEffectsTest, SwitchingOnSendsWhatIsChosen)
     for (auto* pButton : {widget.pRadioButtonGrayScale, widget.pRadioButtonNegative})
     {
         pButton->click();
+        EXPECT_TRUE(widget.pGroupBoxSepia->isHidden());
         const auto plain = switched();
         EXPECT_EQ(plain.mode, pButton == widget.pRadioButtonNegative ? 2u : 1u);
         EXPECT_EQ(plain.range, rest::OPTRIX_IE_RANGE_FULL_RANGE);
@@ -345,8 +353,10 @@ TEST_F(ImageEffectsTest, SwitchingOnSendsWhatIsChosen)
         // A read checks what the record names, and leaves the rest.
         const auto before = planes();
         planesSet(false, false, false);
+        widget.pSliderSpinWidgetColorThreshold->setValue(5);
         emit pMainWindow->refresh();
         EXPECT_EQ(planes(), before);
+        EXPECT_EQ(widget.pSliderSpinWidgetColorThreshold->value(), 77);
         planesSet(true, true, true);
         emit pMainWindow->refresh();
         EXPECT_EQ(planes(), "rgb");

@@ -87,5 +87,5 @@ void CacPlot::plot(double red_lin, double red_sqr, double red_cub, double blue_l
     replot();
 }
 
-/// Hands on.
+/// The place for what the canvas should do besides; today nothing.
 bool CacPlot::eventFilter(QObject* pWatched, QEvent* pEvent) { return QwtPlot::eventFilter(pWatched, pEvent); }

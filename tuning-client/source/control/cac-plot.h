@@ -13,7 +13,7 @@ class CacPlot : public QwtPlot
 public:
     explicit CacPlot(QWidget* parent);
 
-    /// Makes line 0 or 1 a sample in that colour. Orientation and base have no effect.
+    /// Makes line 0 or 1 a sample in that colour. Only the colour and the line count.
     void insertCurve(Qt::Orientation orientation, const QColor& color, double base, int lineId);
 
     /// Draws both polynomials, which are odd. The centre is `center_h_offs` pixels off in a picture of `width` pixels;

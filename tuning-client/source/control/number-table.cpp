@@ -50,12 +50,15 @@ std::pair<long long, long long> heatShow(QStandardItemModel& model,
     for (int row = 0; row < model.rowCount(); ++row)
         for (int column = 0; column < model.columnCount(); ++column)
             values.push_back(fValue(row, column));
+    if (values.empty())
+        return {};
     const auto [pLeast, pMost] = std::minmax_element(values.begin(), values.end());
     const double range = double(std::max(*pMost - *pLeast, 1LL));
+    size_t next = 0;
     for (int row = 0; row < model.rowCount(); ++row)
         for (int column = 0; column < model.columnCount(); ++column)
         {
-            const double heat = double(fValue(row, column) - *pLeast) / range;
+            const double heat = double(values[next++] - *pLeast) / range;
             auto* pItem = model.item(row, column);
             pItem->setBackground(QColor(255, int(255 - 125 * heat), int(255 - 205 * heat)));
             // Black on all of these, also while the table is greyed.

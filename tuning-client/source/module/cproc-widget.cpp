@@ -2,21 +2,8 @@
 
 #include "tuning-client/source/shortcut/form.h"
 
-#include <QLabel>
-
 using rest::Cproc;
 using Config = rest::CamEngineCprocConfig_t;
-
-namespace
-{
-QLabel* labelOf(const QWidget* pControl)
-{
-    for (auto* pLabel : pControl->parentWidget()->findChildren<QLabel*>())
-        if (pLabel->buddy() == pControl)
-            return pLabel;
-    return nullptr;
-}
-} // namespace
 
 CProcWidget::CProcWidget(QWidget* pParent)
     : AbstractWidget(pParent, "Color Processing", false), pCheckBoxEnable(new QCheckBox(tr("Enable Color Processing")))
@@ -32,9 +19,9 @@ CProcWidget::CProcWidget(QWidget* pParent)
     pComboBoxLumaOut = page.comboBox(tr("Luminance clipping range at output"),
                                      {{tr("BT.601 (16..235)"), rest::OPTRIX_CPROC_LUM_RANGE_OUT_BT601},
                                       {tr("Full Range (0..255)"), rest::OPTRIX_CPROC_LUM_RANGE_OUT_FULL_RANGE}});
-    pQLabelChrominanceclippingrangeatoutput = labelOf(pComboBoxChromaOut);
-    pQLabelLuminanceinputrangeoffsetprocessing = labelOf(pComboBoxLumaIn);
-    pQLabelLuminanceclippingrangeatoutput = labelOf(pComboBoxLumaOut);
+    pQLabelChrominanceclippingrangeatoutput = shortcut::labelOf(pComboBoxChromaOut);
+    pQLabelLuminanceinputrangeoffsetprocessing = shortcut::labelOf(pComboBoxLumaIn);
+    pQLabelLuminanceclippingrangeatoutput = shortcut::labelOf(pComboBoxLumaOut);
     pSliderSpinWidgetContrast = page.slider(tr("Contrast"), 0.3, 1.9921875, 7);
     pSliderSpinWidgetContrast->setSingleStep(0.0078125);
     pSliderSpinWidgetBrightness = page.slider(tr("Brightness"), -128, 127);

@@ -17,7 +17,7 @@ void DeMosaicWidget::configSet()
 {
     auto config = rest::recordZero<DeMosaic::Config>();
     config.v1.threshold = uint8_t(sliderSpinWidgets[TextureDetectionThreshold]->value());
-    // In the same sense as the box.
+    // The bypass runs with the switch, not against it.
     config.v1.isBypass = pCheckBoxEnable->isChecked();
     childrenWidgetsEnableSet(!pCheckBoxEnable->isChecked());
     DeMosaic().configSet(config, DeMosaic::V1);

@@ -1,12 +1,10 @@
 #include "tuning-client/source/module/dpcc-widget.h"
 
-#include "tuning-client/source/control/row-names.h"
 #include "tuning-client/source/shortcut/form.h"
 #include "tuning-rest/source/dpcc.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QLabel>
 
 using rest::Dpcc;
 
@@ -26,7 +24,7 @@ DpccWidget::DpccWidget(QWidget* pParent)
     for (int set = 1; set <= setCount; ++set)
         items.append({"set" + QString::number(set), {}});
     pComboBoxSet = page.comboBox(tr("set"), items);
-    pLabelSet = findChild<QLabel*>(row::label);
+    pLabelSet = shortcut::labelOf(pComboBoxSet);
     connectSwitch(
         pCheckBoxEnable, [](bool isEnable) { Dpcc().enableSet(isEnable); },
         [this](bool isFree) { pComboBoxSet->setEnabled(isFree); }, shortcut::Grey::Always);

@@ -102,7 +102,7 @@ rest::OptrixIeColorSelection_t ImgEffectsWidget::colors() const
     return rest::OPTRIX_IE_COLOR_SELECTION_INVALID;
 }
 
-/// A box that is not named stays as it is.
+/// Checks the boxes of the planes, and unchecks none.
 void ImgEffectsWidget::colorsShow(rest::OptrixIeColorSelection_t selection)
 {
     const auto check = [](QCheckBox* pCheckBox, bool isNamed)
@@ -129,14 +129,15 @@ void ImgEffectsWidget::configSet()
         bindingSepia.store(effect.ModeConfig.Sepia);
     if (effect.mode == rest::OPTRIX_IE_MODE_COLOR)
     {
-        effect.ModeConfig.ColorSelection.col_selection = colors();
-        bindingThreshold.store(effect.ModeConfig.ColorSelection);
-        if (colors() == rest::OPTRIX_IE_COLOR_SELECTION_INVALID)
+        const auto selection = colors();
+        if (selection == rest::OPTRIX_IE_COLOR_SELECTION_INVALID)
         {
             message_box::information(this, tr("Image Effects"), tr("Please select a color!"));
             NoSignals::setChecked(pCheckBoxEnable, false);
             return;
         }
+        effect.ModeConfig.ColorSelection.col_selection = selection;
+        bindingThreshold.store(effect.ModeConfig.ColorSelection);
     }
     Ie().configSet(config);
 }

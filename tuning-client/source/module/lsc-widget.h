@@ -6,7 +6,7 @@
 class QGroupBox;
 class QStandardItemModel;
 
-/// "Lens Shading Correction": the switch, and a view of the tables that the block uses.
+/// "Lens Shading Correction": the switch, and the gains that the board corrects with.
 class LscWidget : public AbstractWidget
 {
     Q_OBJECT

@@ -233,4 +233,12 @@ void Form::labelled(const QString& text, QWidget* pControl, const QString& behin
 void Form::wide(QWidget* pWidget) { pGrid->addWidget(pWidget, next(), 0, 1, columns); }
 
 void Form::stretch() { pGrid->setRowStretch(next(), 1); }
+
+QLabel* labelOf(const QWidget* pControl)
+{
+    for (auto* pLabel : pControl->parentWidget()->findChildren<QLabel*>())
+        if (pLabel->buddy() == pControl)
+            return pLabel;
+    return nullptr;
+}
 } // namespace shortcut

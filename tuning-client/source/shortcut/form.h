@@ -11,6 +11,7 @@ class QButtonGroup;
 class QCheckBox;
 class QGridLayout;
 class QGroupBox;
+class QLabel;
 
 namespace shortcut
 {
@@ -103,4 +104,7 @@ private:
     QGroupBox* pGroupBox = nullptr;
     Changed fChanged;
 };
+
+/// The label of a control that a form has made, which is its buddy.
+QLabel* labelOf(const QWidget* pControl);
 } // namespace shortcut
