@@ -28,6 +28,7 @@
 #include <qwt_plot_curve.h>
 #include <qwt_plot_picker.h>
 #include <qwt_scale_map.h>
+#include <qwt_symbol.h>
 #include <qwt_text.h>
 
 using board::Fault;
@@ -357,4 +358,68 @@ TEST_F(CurvePagesTest, EveryPlotHasTitlesAndCopiesItsPictureAndValues)
     EXPECT_EQ(QApplication::clipboard()->pixmap().size(), pPlot->size()) << "of a running module too";
     menu(page("Auto Exposure").findChild<HistPlot*>(), "Copy values");
     EXPECT_TRUE(QApplication::clipboard()->text().startsWith("Luminance\tNo. of Pixel\n0\t"));
+}
+
+TEST_F(CurvePagesTest, AxesAndMarkersAreThoseOfTheBlock)
+{
+    const auto expect = [](QwtPlot* pPlot, double xMax, double yMin, double yMax)
+    {
+        pPlot->updateAxes();
+        EXPECT_EQ(pPlot->axisScaleDiv(QwtPlot::xBottom).interval(), QwtInterval(0, xMax));
+        EXPECT_EQ(pPlot->axisScaleDiv(QwtPlot::yLeft).interval(), QwtInterval(yMin, yMax));
+    };
+    expect(ca().pCaChannelWidget->pQwtPlot, 64, 0, 1024);
+    for (const char* name : {"Gamma Correction", "Gamma Correction 2"})
+        expect(page(name).findChild<QwtPlot*>(), 4100, -10, 1040);
+    const DciWidget fresh(nullptr);
+    expect(fresh.pQwtPlot, 64, 0, 1024);
+    const struct
+    {
+        const Marker* pMarker;
+        QColor color;
+        QPointF value;
+        QRectF constrain;
+    } rows[] = {{fresh.pMarkerStart, Qt::gray, {0, 0}, {0, 0, 0, 1024}},
+                {fresh.pMarkerInflection, Qt::yellow, {20, 100}, {0, 0, 64, 1024}},
+                {fresh.pMarkerInflection2, Qt::green, {40, 300}, {0, 0, 64, 1024}},
+                {fresh.pMarkerEnd, Qt::gray, {64, 500}, {64, 0, 0, 1024}}};
+    for (const auto& row : rows)
+    {
+        EXPECT_EQ(row.pMarker->symbol()->brush().color(), row.color);
+        EXPECT_EQ(row.pMarker->value(), row.value);
+        EXPECT_EQ(row.pMarker->constrain, row.constrain);
+    }
+}
+
+TEST_F(CurvePagesTest, HeldMarkerIsDroppedByWhatEndsItsMove)
+{
+    auto& widget = dci();
+    const auto* pPlot = widget.pQwtPlot;
+    const auto value = widget.pMarkerInflection2->value();
+    const auto place = at(pPlot, value.x(), value.y());
+    press(place);
+    move(place + QPoint(20, 0));
+    widget.setEnabled(false);
+    move(place + QPoint(60, 0));
+    release(place + QPoint(60, 0));
+    EXPECT_EQ(sent(DciConfigSet), 0u) << "greyed";
+    widget.setEnabled(true);
+    emit pMainWindow->refresh();
+
+    press(place);
+    auto settings = record<Config>("Dci");
+    settings.mode = Config::Mode2Sections;
+    recordSet("Dci", settings);
+    emit pMainWindow->refresh();
+    EXPECT_FALSE(widget.pMarkerInflection2->isVisible());
+    release(place);
+    EXPECT_FALSE(widget.pMarkerInflection2->isVisible());
+
+    // A key that is down when the picker goes.
+    widget.pMarkerPicker->plot()->canvas()->setFocus(Qt::TabFocusReason);
+    QTest::keyPress(widget.pMarkerPicker->plot()->canvas(), Qt::Key_Right);
+    widget.pMarkerPicker->setEnabled(false);
+    widget.pMarkerPicker->setEnabled(true);
+    QTest::keyRelease(widget.pMarkerPicker->plot()->canvas(), Qt::Key_Right);
+    EXPECT_EQ(sent(DciConfigSet), 0u);
 }

@@ -329,3 +329,21 @@ TEST_F(EnablePagesTest, TableEditorAppliesCancelsOrFails)
         board->faultsClear();
     }
 }
+
+// Greying takes the focus, and the box commits its text: that is not the user's doing.
+TEST_F(EnablePagesTest, TextThatAReadCommitsIsNotSent)
+{
+    auto& plain = dynamic_cast<EnableSliderAbstractWidget&>(page("Wide Dynamic Range 2"));
+    auto* pBox = plain.sliderSpinWidgets[0]->findChild<QDoubleSpinBox*>();
+    pMainWindow->activateWindow();
+    pBox->setFocus();
+    pBox->selectAll();
+    QTest::keyClicks(pBox, "7");
+    board->answerSet(EnableGet, "enable", true);
+    board->requestsClear();
+    emit pMainWindow->refresh();
+    EXPECT_FALSE(pBox->isEnabled());
+    QApplication::processEvents();
+    EXPECT_EQ(sent(ConfigSet), 0u);
+    EXPECT_EQ(pBox->value(), 64) << "as the board has it";
+}

@@ -209,8 +209,9 @@ protected:
         controls();
         stream << "Other labels: ";
         for (const auto* pLabel : widget.findChildren<QLabel*>(QString()))
-            if (!pLabel->buddy() && !pLabel->autoFillBackground() && !pLabel->text().isEmpty())
-                stream << pLabel->text() << ", ";
+            if (!pLabel->autoFillBackground() && !pLabel->text().isEmpty() &&
+                !(pLabel->buddy() && isControl(pLabel->buddy())))
+                stream << pLabel->text() << (pLabel->buddy() && !pLabel->buddy()->isEnabled() ? " (greyed), " : ", ");
         stream << "\nLED: " << off << " | " << led().toolTip() << "\n";
         switchSet(false);
         restore(before);

@@ -17,7 +17,6 @@
 #include <QElapsedTimer>
 #include <QGridLayout>
 #include <QLabel>
-#include <QScopedValueRollback>
 #include <QScrollArea>
 #include <QStatusBar>
 
@@ -196,10 +195,15 @@ void AbstractWidget::readInstead()
         pStatusBar->showMessage(tr("Not sent: the board's values had not been read yet"), 0);
 }
 
-/// A page must not write what it has not read from this board. A part leaves that to its frame, and what a read itself
-/// sends, by a control with live signals, is what it has shown just before.
+/// A page must not write what it has not read from this board. A part leaves that to its frame.
 bool AbstractWidget::isWriteFree()
 {
+    if (isReading && !isEchoing)
+    {
+        // The control shows what nobody has sent: once more, when this read is over.
+        QMetaObject::invokeMethod(this, &AbstractWidget::refresh, Qt::QueuedConnection);
+        return false;
+    }
     if (role == Role::Part || isReading || (isRead() && !isRefused))
         return true;
     if (!isRefused)
@@ -362,6 +366,8 @@ void AbstractWidget::connectSwitch(QCheckBox* pCheckBox, const std::function<voi
                     guarded([this] { readInstead(); });
                     return;
                 }
+                // Some switches take two commands.
+                const shortcut::WaitCursor waiting;
                 const bool isDone = guarded([&] { fEnableSet(isEnable); });
                 // The command may have set the box back.
                 if (isDone)

@@ -6,6 +6,7 @@
 
 #include <QJsonValue>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QSize>
 #include <QTimer>
 #include <QVector>
@@ -148,6 +149,15 @@ protected:
     /// asked again at once. Throws what `updateStatus()` throws.
     void readStatus();
 
+    /// Runs `action` in the middle of a read: what its controls send by their own signals goes out, since it is what
+    /// was read. Nothing else does, such as a half-typed text that greying commits.
+    template <class Action>
+    void echo(Action&& action)
+    {
+        const QScopedValueRollback<bool> echoing(isEchoing, true);
+        action();
+    }
+
     /// For an `updateStatus()` that asked the board for nothing: it does not count as a read.
     void readSkip() { isSkipped = true; }
 
@@ -169,6 +179,8 @@ protected:
 
     /// The LED in the page's words.
     void ledShow(bool isOn);
+
+    bool isEchoing = false; ///< in the middle of `echo()`
 
 private:
     AbstractWidget* frame() const;

@@ -96,6 +96,14 @@ void MarkerPicker::setEnabled(bool isEnabled)
         return;
     }
     pCanvas->removeEventFilter(this);
+    drop(pMarkerSelected);
+}
+
+void MarkerPicker::drop(const Marker* pMarker)
+{
+    if (!pMarker || pMarker != pMarkerSelected)
+        return;
+    isKeyHeld = false;
     letGo();
     delete pointerOverlay;
 }
@@ -141,6 +149,11 @@ bool MarkerPicker::eventFilter(QObject* pWatched, QEvent* pEvent)
         if (pointerOverlay)
             released(pointCurrentPosition.toPoint());
         delete pointerOverlay;
+        break;
+    case QEvent::EnabledChange:
+        // Greyed in the middle of a move: what runs now is not moved any more.
+        if (!plot()->canvas()->isEnabled())
+            drop(pMarkerSelected);
         break;
     default:
         break;

@@ -71,6 +71,9 @@ public:
     /// Whether the user holds that marker: not the moment to give it another value.
     bool isHeld(const Marker* pMarker) const { return pMarker == pMarkerSelected; }
 
+    /// Ends the move of that marker, if the user holds it, and tells nobody.
+    void drop(const Marker* pMarker);
+
 signals:
     /// Once for each move, at its end.
     void markerMoved(Marker* pMarker);

@@ -50,7 +50,7 @@ DciCurve3SectionData::DciCurve3SectionData(double low_, double middle_, double h
 {
 }
 
-// The middle section leaves the second inflection backwards, the last one forwards.
+// The middle section is measured from its right end.
 double DciCurve3SectionData::y(double x) const
 {
     if (x < inflectionX)

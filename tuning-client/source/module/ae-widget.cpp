@@ -101,7 +101,7 @@ void AeWidget::updateStatus()
     bool isEnable = false;
     Ae().enableGet(isEnable, generation).configGet(config, generation);
     enableShow(isEnable);
-    isEnable ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, isEnable);
     binding.show(config.v1);
 }
 

@@ -48,7 +48,7 @@ void AfWidget::updateStatus()
     Af::Config config;
     Af().enableGet(isEnable).configGet(config);
     settingsEnable(!isEnable);
-    NoSignals::setCurrentIndex(pComboBoxSearchAlgorithm, int(config.searchAlgorithm) - 1);
+    NoSignals::setCurrentIndex(pComboBoxSearchAlgorithm, int(config.searchAlgorithm - 1));
     NoSignals::setChecked(pCheckBoxOneshot, config.isOneshort);
     ledShow(isEnable);
 }

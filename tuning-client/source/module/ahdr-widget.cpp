@@ -3,7 +3,6 @@
 #include "tuning-client/source/shortcut/value-pair.h"
 
 #include <QComboBox>
-#include <QScopedValueRollback>
 
 using rest::Ahdr;
 
@@ -46,6 +45,7 @@ void AhdrWidget::ratioKeep()
 
 void AhdrWidget::configSet()
 {
+    // The mode that a read brings sends the record, as the board has it.
     if (!isEchoing)
     {
         ratioKeep();
@@ -67,8 +67,7 @@ void AhdrWidget::updateStatus()
     Ahdr().enableGet(isEnable, Ahdr::V1).configGet(config, Ahdr::V1);
     enableBoxShow(isEnable);
     binding.show(config.v1);
-    const QScopedValueRollback<bool> echoing(isEchoing, true);
-    pComboBoxWorkMode->setCurrentText(config.v1.isAuto ? tr("Auto") : tr("Manual"));
+    echo([this] { pComboBoxWorkMode->setCurrentText(config.v1.isAuto ? tr("Auto") : tr("Manual")); });
 }
 
 void AhdrWidget::workModeChanged(bool isAuto)

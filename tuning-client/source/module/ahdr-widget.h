@@ -38,6 +38,5 @@ public:
 private:
     void ratioKeep();
 
-    bool isEchoing = false; ///< the mode that a read brings sends the record, as the board has it
     shortcut::RecordBinding<rest::Ahdr::Config::V1> binding;
 };

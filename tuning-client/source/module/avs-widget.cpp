@@ -30,7 +30,7 @@ AvsWidget::AvsWidget(QWidget* pParent)
         [this](bool isEnable)
         {
             Avs().enableSet(isEnable);
-            isEnable ? pTimer->start() : pTimer->stop();
+            shortcut::timerSet(pTimer, isEnable);
         },
         [this](bool isFree) { pGroupBoxUseParams->setEnabled(isFree); }, shortcut::Grey::Always);
     pTimer->setInterval(1000);
@@ -109,7 +109,7 @@ void AvsWidget::updateStatus()
     bool isEnable = false;
     Avs::Config config;
     Avs().enableGet(isEnable).configGet(config);
-    isEnable ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, isEnable);
     NoSignals::setChecked(pCheckBoxEnable, isEnable);
     binding.show(config);
     pGroupBoxUseParams->setEnabled(isEnable);

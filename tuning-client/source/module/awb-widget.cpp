@@ -82,7 +82,7 @@ void AwbWidget::enableSet(bool isEnable)
     if (isEnable)
         configSet();
     Awb().enableSet(isEnable);
-    isEnable ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, isEnable);
 }
 
 void AwbWidget::settingsEnable(bool isEnabled)
@@ -96,7 +96,7 @@ void AwbWidget::updateStatus()
     auto config = rest::recordZero<Awb::Config>();
     Awb().enableGet(isEnable).configGet(config);
     NoSignals::setChecked(pCheckBoxEnable, isEnable);
-    isEnable ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, isEnable);
     NoSignals::setCurrentText(pComboBoxMode, config.isAuto ? tr("Auto") : tr("Manual"));
 
     shortcut::ComboItems profiles;

@@ -31,9 +31,12 @@ CaWidget::CaWidget(QWidget* pParent, const QString& name)
     channelShow(true);
     connectSwitch(
         pCheckBoxEnable,
-        [](bool isEnable)
+        [this](bool isEnable)
         {
             Ca().enableSet(isEnable);
+            // Lit by now, whatever the second module answers.
+            if (pRadioButtonCa->isChecked())
+                ledShow(isEnable);
             Dci().enableSet(isEnable);
         },
         [this](bool isFree)

@@ -129,7 +129,7 @@ void CacWidget::stateShow(bool isEnable)
 {
     for (auto* pBox : {pGroupBox, pGroupBox2, pGroupBox3})
         pBox->setEnabled(!isEnable);
-    isEnable ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, isEnable);
 }
 
 void CacWidget::updateStatus()

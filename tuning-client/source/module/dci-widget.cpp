@@ -113,6 +113,8 @@ void DciWidget::modeSet(QRadioButton*)
     sliderSpinWidgets[ExponentMiddle]->setVisible(has3Sections);
     for (const int index : {ExponentLow, ExponentHigh})
         sliderSpinWidgets[index]->setVisible(true);
+    if (!has3Sections)
+        pMarkerPicker->drop(pMarkerInflection2);
     for (const auto& point : qAsConst(points))
         if (!pMarkerPicker->isHeld(point.pMarker))
             point.pMarker->setVisible(has3Sections || point.pMarker != pMarkerInflection2);
@@ -126,13 +128,11 @@ void DciWidget::replot()
     const double startY = pMarkerStart->yValue();
     const double endY = pMarkerEnd->yValue();
     // By a histogram the board has another curve: the last one stays.
-    if (!hasSections())
-        return;
-    if (pRadioButton3Sections->isChecked())
+    if (hasSections() && pRadioButton3Sections->isChecked())
         pQwtPlotCurve->setData(new DciCurve3SectionData(exponent(ExponentLow), exponent(ExponentMiddle),
                                                         exponent(ExponentHigh), inflection.x(), inflection.y(), startY,
                                                         endY, inflection2.x(), inflection2.y()));
-    else if (pRadioButton2Sections->isChecked())
+    else if (hasSections() && pRadioButton2Sections->isChecked())
         pQwtPlotCurve->setData(new DciCurve2SectionData(exponent(ExponentLow), exponent(ExponentHigh), inflection.x(),
                                                         inflection.y(), startY, endY));
     pQwtPlot->replot();

@@ -76,7 +76,7 @@ void EcWidget::updateStatus()
     pSliderSpinWidgetIntegration->setEnabled(!aeEnabled);
     // Green while the exposure is in manual hands.
     statusBarLabelLed(!aeEnabled, aeEnabled ? tr("EC OFF") : tr("EC ON"));
-    aeEnabled ? pTimer->start() : pTimer->stop();
+    shortcut::timerSet(pTimer, aeEnabled);
 
     rest::Sensor().configGet(config).statusGet(status);
     NoSignals::setRange(pSliderSpinWidgetGain, status.gain.min, status.gain.max);

@@ -79,17 +79,17 @@ void WbWidget::updateStatus()
 {
     bool awbEnabled = false;
     rest::Awb().enableGet(awbEnabled);
-    awbEnabled ? pTimer->start() : pTimer->stop();
+    const auto sliders = pGroupBoxWhiteBalance->findChildren<SliderSpinWidget*>();
+    QVector<double> before; // Greying commits what is half typed.
+    for (const auto* pSlider : sliders)
+        before.append(pSlider->value());
+    shortcut::timerSet(pTimer, awbEnabled);
     setEnabled(!awbEnabled);
     // Green while the white balance is in manual hands.
     ledShow(!awbEnabled);
 
     auto config = rest::recordZero<Config>();
     Wb().configGet(config);
-    const auto sliders = pGroupBoxWhiteBalance->findChildren<SliderSpinWidget*>();
-    QVector<double> before;
-    for (const auto* pSlider : sliders)
-        before.append(pSlider->value());
     binding.show(config);
     for (int i = 0; i < sliders.size(); ++i)
         sliders[i]->valueStress(awbEnabled && sliders[i]->value() != before[i]);

@@ -86,7 +86,11 @@ void Wdr1Widget::updateStatus()
     Wdr().enableGet(isEnable, Wdr::V1).configGet(config, Wdr::V1);
     shortcut::NoSignals::setChecked(pCheckBoxEnable, isEnable);
     pGroupBoxCurves->setEnabled(!isEnable);
-    // A curve that becomes checked is drawn and goes back to the board, so the buttons speak here.
-    for (int i = 0; i < wdrCurves.size(); ++i)
-        pCurveButtons->button(i)->setChecked(isEqual(wdrCurves[i]->wdrCurve, config.v1.curve));
+    // A curve that becomes checked is drawn and goes back to the board.
+    echo(
+        [&]
+        {
+            for (int i = 0; i < wdrCurves.size(); ++i)
+                pCurveButtons->button(i)->setChecked(isEqual(wdrCurves[i]->wdrCurve, config.v1.curve));
+        });
 }

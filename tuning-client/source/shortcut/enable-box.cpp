@@ -1,5 +1,6 @@
 #include "tuning-client/source/shortcut/enable-box.h"
 
+#include <QTimer>
 #include <QWidget>
 
 namespace shortcut
@@ -15,5 +16,13 @@ void enabledSet(const QVector<QWidget*>& widgets, bool isEnabled)
 {
     for (auto* pWidget : widgets)
         pWidget->setEnabled(isEnabled);
+}
+
+void timerSet(QTimer* pTimer, bool isRunning)
+{
+    if (isRunning)
+        pTimer->start();
+    else
+        pTimer->stop();
 }
 } // namespace shortcut

@@ -2,6 +2,7 @@
 
 #include <QVector>
 
+class QTimer;
 class QWidget;
 
 namespace shortcut
@@ -17,4 +18,7 @@ enum class Grey
 QVector<QWidget*> siblings(const QWidget* pWidget);
 
 void enabledSet(const QVector<QWidget*>& widgets, bool isEnabled);
+
+/// Starts the timer, anew if it runs, or stops it.
+void timerSet(QTimer* pTimer, bool isRunning);
 } // namespace shortcut
