@@ -46,14 +46,6 @@ enum Id
 class BalanceFocusTest : public BoardTest
 {
 protected:
-    template <class Page>
-    Page& shown(const char* name)
-    {
-        auto& widget = dynamic_cast<Page&>(page(name));
-        QApplication::processEvents(); // laid out
-        return widget;
-    }
-
     /// The page reads this answer.
     void read(int64_t id, const char* key, const Json::Value& value)
     {
@@ -65,8 +57,6 @@ protected:
     {
         board->recordSet("Wb", 0, std::string(reinterpret_cast<const char*>(&value), sizeof value));
     }
-
-    static void tick(QTimer* pTimer) { QMetaObject::invokeMethod(pTimer, "timeout"); }
 };
 } // namespace
 

@@ -47,14 +47,6 @@ enum Id
 class BlockPagesTest : public BoardTest
 {
 protected:
-    template <class Page>
-    Page& shown(const char* name)
-    {
-        auto& widget = dynamic_cast<Page&>(page(name));
-        board->requestsClear();
-        return widget;
-    }
-
     template <class Record>
     static std::string bytes(const Record& record)
     {
@@ -62,16 +54,6 @@ protected:
     }
 
     void refuse(int64_t id) { board->faultSet({Fault::Error, id, -1, 0, "not now"}); }
-
-    /// Switches a block by the command of that number.
-    void switchSet(int64_t id, bool isEnable)
-    {
-        Json::Value query;
-        query["function"] = "test";
-        query["id"] = Json::Int64(id);
-        query["enable"] = isEnable;
-        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
-    }
 };
 } // namespace
 
@@ -79,7 +61,7 @@ TEST_F(BlockPagesTest, SomeGreyByTheirBoxAfterAFailureToo)
 {
     for (const int id : {CprocEnableSet, LscEnableSet})
     {
-        switchSet(id, false);
+        boardSwitch(id, false);
         refuse(id);
     }
     auto& color = shown<CProcWidget>("Color Processing");
@@ -198,12 +180,12 @@ class AberrationTest : public BlockPagesTest
 protected:
     AberrationTest()
     {
-        switchSet(CacEnableSet, false);
+        boardSwitch(CacEnableSet, false);
         emit pMainWindow->refresh();
         board->requestsClear();
     }
 
-    void tick() { QMetaObject::invokeMethod(widget.pTimer, "timeout"); }
+    void tick() { BoardTest::tick(widget.pTimer); }
 
     /// The red value at the middle of the picture.
     double middle() const { return widget.pCacPlot->curve->sample(256).y(); }
@@ -238,7 +220,7 @@ TEST_F(AberrationTest, PollsWhileOnAndShown)
     EXPECT_FALSE(widget.pTimer->isActive());
     page("Chromatic Aberration Correction");
     expect(true);
-    switchSet(CacEnableSet, false);
+    boardSwitch(CacEnableSet, false);
     emit pMainWindow->refresh();
     expect(false);
 }

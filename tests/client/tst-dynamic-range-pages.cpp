@@ -31,17 +31,7 @@ enum Id
     WdrEnableSet = 4003104
 };
 
-class DynamicRangePagesTest : public BoardTest
-{
-protected:
-    template <class Page>
-    Page& shown(const char* name)
-    {
-        return dynamic_cast<Page&>(page(name));
-    }
-
-    void refresh() { emit pMainWindow->refresh(); }
-};
+using DynamicRangePagesTest = BoardTest;
 } // namespace
 
 TEST_F(DynamicRangePagesTest, CombinedRangeStaysOrdered)

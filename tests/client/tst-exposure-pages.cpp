@@ -51,8 +51,6 @@ protected:
 
     EcWidget& ec() { return dynamic_cast<EcWidget&>(page("Exposure Control")); }
 
-    static void tick(QTimer* pTimer) { QMetaObject::invokeMethod(pTimer, "timeout"); }
-
     static std::vector<double> bars(const AeWidget& widget)
     {
         std::vector<double> values;

@@ -39,33 +39,12 @@ enum Id
     DpfEnableSet = 4001804
 };
 
-class NoisePagesTest : public BoardTest
-{
-protected:
-    template <class Page>
-    Page& shown(const char* name)
-    {
-        return dynamic_cast<Page&>(page(name));
-    }
-
-    void boardSwitch(int64_t id, int generation, bool isEnable)
-    {
-        Json::Value query;
-        query["function"] = "test";
-        query["id"] = Json::Int64(id);
-        if (generation >= 0)
-            query["generation"] = generation;
-        query["enable"] = isEnable;
-        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
-    }
-
-    void refresh() { emit pMainWindow->refresh(); }
-};
+using NoisePagesTest = BoardTest;
 } // namespace
 
 TEST_F(NoisePagesTest, StaticOpacityGivesWayInASecondRecord)
 {
-    boardSwitch(Dnr2EnableSet, Dnr2::V5, false);
+    boardSwitch(Dnr2EnableSet, false, Dnr2::V5);
     auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
     board->requestsClear();
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
@@ -84,7 +63,7 @@ TEST_F(NoisePagesTest, StaticOpacityGivesWayInASecondRecord)
 // One failure, one limit of time: nothing follows a record that was not sent.
 TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
 {
-    boardSwitch(Dnr2EnableSet, Dnr2::V5, false);
+    boardSwitch(Dnr2EnableSet, false, Dnr2::V5);
     auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
     auto jConfig = clientConfig("http", "");
     jConfig["port"] = board->port();
@@ -101,14 +80,14 @@ TEST_F(NoisePagesTest, FrameFreesItsInnerPagesWhileItsModuleIsOff)
 {
     auto& v3 = shown<Dnr3V3Widget>("3D Noise Reduction 3");
     EXPECT_TRUE(v3.pTnrParamWidget->isEnabled() && v3.pDnr2V5Widget->isEnabled());
-    boardSwitch(Dnr3EnableSet, 1, true);
+    boardSwitch(Dnr3EnableSet, true, 1);
     board->requestsClear();
     refresh();
     EXPECT_FALSE(v3.pTnrParamWidget->isEnabled() || v3.pDnr2V5Widget->isEnabled());
     EXPECT_TRUE(v3.pCheckBoxEnable->isChecked());
     EXPECT_EQ(sent(Dnr3ConfigGet), 2u) << "the frame and the temporal page";
 
-    boardSwitch(Dnr3EnableSet, 2, true);
+    boardSwitch(Dnr3EnableSet, true, 2);
     auto& v32 = shown<Dnr3V32Widget>("3D Noise Reduction 3.2");
     board->requestsClear();
     refresh();
@@ -237,7 +216,7 @@ TEST_F(NoisePagesTest, PrefilterSendsItsValuesWhenItIsSwitchedOn)
 
 TEST_F(NoisePagesTest, DefectSetsAreNumberedFromOne)
 {
-    boardSwitch(DpccEnableSet, -1, false);
+    boardSwitch(DpccEnableSet, false);
     auto& dpcc = shown<DpccWidget>("Defect Pixel Cluster Correction");
     const std::pair<uint32_t, const char*> rows[] = {{6, "set6"}, {0, ""}, {1, "set1"}, {7, ""}, {0xFFFFFFFF, ""}};
     for (const auto& [index, text] : rows)

@@ -15,6 +15,7 @@
 #include <QLabel>
 #include <QStackedWidget>
 #include <QStatusBar>
+#include <QTimer>
 #include <gtest/gtest.h>
 
 #include <chrono>
@@ -87,6 +88,20 @@ protected:
         return *central().pStackedWidget->currentWidget();
     }
 
+    /// Shows the page of that name, laid out, and forgets what it has asked.
+    template <class Page>
+    Page& shown(const char* name)
+    {
+        auto& widget = dynamic_cast<Page&>(page(name));
+        QApplication::processEvents();
+        board->requestsClear();
+        return widget;
+    }
+
+    void refresh() { emit pMainWindow->refresh(); }
+
+    static void tick(QTimer* pTimer) { QMetaObject::invokeMethod(pTimer, "timeout"); }
+
     QString status() const { return pMainWindow->statusBar()->currentMessage(); }
 
     QLabel& led() const { return *pMainWindow->statusBar()->findChild<QLabel*>("LED"); }
@@ -113,14 +128,19 @@ protected:
     void aeEnable(bool isEnable)
     {
         for (const int generation : {0, 1})
-        {
-            Json::Value query;
-            query["function"] = "test";
-            query["id"] = 4000104;
+            boardSwitch(4000104, isEnable, generation);
+    }
+
+    /// Switches a block of the board by the command of that number.
+    void boardSwitch(int64_t id, bool isEnable, int generation = -1)
+    {
+        Json::Value query;
+        query["function"] = "test";
+        query["id"] = Json::Int64(id);
+        if (generation >= 0)
             query["generation"] = generation;
-            query["enable"] = isEnable;
-            EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
-        }
+        query["enable"] = isEnable;
+        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
     }
 
     /// A board at a serial line takes the place of the one at the network; the next window uses it.

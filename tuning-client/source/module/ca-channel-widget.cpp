@@ -40,12 +40,11 @@ void CaChannelWidegt::groupsBuild()
     auto* pCurve =
         shortcut::radioBox(tr("Curve"), {{tr("S Curve"), Config::S}, {tr("Parabolic Curve"), Config::Parabolic}});
     binding.add(pMode, &Config::mode).add(pCurve, &Config::curve);
-    const auto button = [](QButtonGroup* pGroup, int id) { return qobject_cast<QRadioButton*>(pGroup->button(id)); };
-    pRadioButtonBrightness = button(pMode, Config::Brightness);
-    pRadioButtonSaturation = button(pMode, Config::Saturation);
-    pRadioButtonBrightnessAndSaturation = button(pMode, Config::BrightnessSaturation);
-    pRadioButtonCurveS = button(pCurve, Config::S);
-    pRadioButtonCurveParabolic = button(pCurve, Config::Parabolic);
+    pRadioButtonBrightness = shortcut::radioOf(pMode, Config::Brightness);
+    pRadioButtonSaturation = shortcut::radioOf(pMode, Config::Saturation);
+    pRadioButtonBrightnessAndSaturation = shortcut::radioOf(pMode, Config::BrightnessSaturation);
+    pRadioButtonCurveS = shortcut::radioOf(pCurve, Config::S);
+    pRadioButtonCurveParabolic = shortcut::radioOf(pCurve, Config::Parabolic);
     auto* pRow = new QHBoxLayout;
     pRow->addWidget(shortcut::boxOf(pMode));
     pRow->addWidget(shortcut::boxOf(pCurve));

@@ -52,8 +52,8 @@ void CaWidget::choiceBuild()
     pButtonGroup =
         shortcut::radioBox(QString(), {{tr("Color Adjustment"), 0}, {tr("Dynamic Contrast Improvement"), 1}}, 2);
     pGroupBox = shortcut::boxOf(pButtonGroup);
-    pRadioButtonCa = qobject_cast<QRadioButton*>(pButtonGroup->button(0));
-    pRadioButtonDci = qobject_cast<QRadioButton*>(pButtonGroup->button(1));
+    pRadioButtonCa = shortcut::radioOf(pButtonGroup, 0);
+    pRadioButtonDci = shortcut::radioOf(pButtonGroup, 1);
     connectGuarded(pRadioButtonCa, &QRadioButton::toggled, [this](bool isCa) { channelShow(isCa); });
     connectGuarded(pRadioButtonDci, &QRadioButton::toggled, [this](bool isDci) { channelShow(!isDci); });
 }

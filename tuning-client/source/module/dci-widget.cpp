@@ -38,8 +38,8 @@ void DciWidget::modeBuild()
 {
     pButtonGroupMode = shortcut::radioBox(
         tr("Mode"), {{tr("2 Sections"), Config::Mode2Sections}, {tr("3 Sections"), Config::Mode3Sections}}, 2);
-    pRadioButton2Sections = qobject_cast<QRadioButton*>(pButtonGroupMode->button(Config::Mode2Sections));
-    pRadioButton3Sections = qobject_cast<QRadioButton*>(pButtonGroupMode->button(Config::Mode3Sections));
+    pRadioButton2Sections = shortcut::radioOf(pButtonGroupMode, Config::Mode2Sections);
+    pRadioButton3Sections = shortcut::radioOf(pButtonGroupMode, Config::Mode3Sections);
     form(pGridLayoutReserved).wide(shortcut::boxOf(pButtonGroupMode));
 
     // A switch toggles both, and sends once.

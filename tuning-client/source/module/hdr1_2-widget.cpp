@@ -83,10 +83,10 @@ void Hdr1_2Widget::modeBuild()
     pGroupBoxBaseFrame = shortcut::boxOf(pBase);
     pGridLayoutScrollArea->addWidget(pGroupBoxMode, 2, 0);
     pGridLayoutScrollArea->addWidget(pGroupBoxBaseFrame, 2, 1);
-    pRadioButton2Dol = qobject_cast<QRadioButton*>(pMode->button(Mode::_2Dol));
-    pRadioButton3Dol = qobject_cast<QRadioButton*>(pMode->button(Mode::_3Dol));
-    pRadioButtonLong = qobject_cast<QRadioButton*>(pBase->button(0));
-    pRadioButtonShort = qobject_cast<QRadioButton*>(pBase->button(1));
+    pRadioButton2Dol = shortcut::radioOf(pMode, Mode::_2Dol);
+    pRadioButton3Dol = shortcut::radioOf(pMode, Mode::_3Dol);
+    pRadioButtonLong = shortcut::radioOf(pBase, 0);
+    pRadioButtonShort = shortcut::radioOf(pBase, 1);
     connect(pRadioButton2Dol, &QRadioButton::toggled, this,
             [this](bool is2Dol) { pCombineWidgetLongShortVeryShort->setVisible(!is2Dol); });
     connectWrite(pMode, &QButtonGroup::idClicked, [this] { configSet(); });

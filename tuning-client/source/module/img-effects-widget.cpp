@@ -25,7 +25,6 @@ constexpr Planes planes[] = {
     {rest::OPTRIX_IE_COLOR_SELECTION_B, false, false, true},
 };
 
-QRadioButton* radioOf(const QButtonGroup* pGroup, int id) { return qobject_cast<QRadioButton*>(pGroup->button(id)); }
 } // namespace
 
 ImgEffectsWidget::ImgEffectsWidget(QWidget* pParent)
@@ -53,16 +52,16 @@ void ImgEffectsWidget::modesBuild()
                                                                   {tr("Sepia"), rest::OPTRIX_IE_MODE_SEPIA},
                                                                   {tr("Color Selection"), rest::OPTRIX_IE_MODE_COLOR}});
     pGroupBoxMode = shortcut::boxOf(pButtonGroupMode);
-    pRadioButtonGrayScale = radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_GRAYSCALE);
-    pRadioButtonNegative = radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_NEGATIVE);
-    pRadioButtonSepia = radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_SEPIA);
-    pRadioButtonColorSelection = radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_COLOR);
+    pRadioButtonGrayScale = shortcut::radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_GRAYSCALE);
+    pRadioButtonNegative = shortcut::radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_NEGATIVE);
+    pRadioButtonSepia = shortcut::radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_SEPIA);
+    pRadioButtonColorSelection = shortcut::radioOf(pButtonGroupMode, rest::OPTRIX_IE_MODE_COLOR);
     pButtonGroupRange = page.radioGroup(tr("Chrominance Clipping Range"),
                                         {{tr("BT.601 (16..240)"), rest::OPTRIX_IE_RANGE_BT601},
                                          {tr("Full Range (0..255)"), rest::OPTRIX_IE_RANGE_FULL_RANGE}});
     pGroupBoxRange = shortcut::boxOf(pButtonGroupRange);
-    pRadioButtonRangeBt601 = radioOf(pButtonGroupRange, rest::OPTRIX_IE_RANGE_BT601);
-    pRadioButtonRangeFull = radioOf(pButtonGroupRange, rest::OPTRIX_IE_RANGE_FULL_RANGE);
+    pRadioButtonRangeBt601 = shortcut::radioOf(pButtonGroupRange, rest::OPTRIX_IE_RANGE_BT601);
+    pRadioButtonRangeFull = shortcut::radioOf(pButtonGroupRange, rest::OPTRIX_IE_RANGE_FULL_RANGE);
     pRadioButtonSepia->setChecked(true);
     pRadioButtonRangeBt601->setChecked(true);
 }

@@ -19,4 +19,9 @@ QButtonGroup* shortcut::radioBox(const QString& title, const ComboItems& items, 
     return pGroup;
 }
 
+QRadioButton* shortcut::radioOf(const QButtonGroup* pGroup, int id)
+{
+    return qobject_cast<QRadioButton*>(pGroup->button(id));
+}
+
 QGroupBox* shortcut::boxOf(const QButtonGroup* pGroup) { return qobject_cast<QGroupBox*>(pGroup->parent()); }
