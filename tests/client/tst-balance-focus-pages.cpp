@@ -40,7 +40,8 @@ enum Id
     AwbEnableSet,
     AwbReset,
     AwbStatusGet,
-    WbConfigSet = 4003002
+    WbConfigGet = 4003001,
+    WbConfigSet
 };
 
 class BalanceFocusTest : public BoardTest
@@ -88,6 +89,10 @@ TEST_F(BalanceFocusTest, AutoWhiteBalanceGetsItsSettingsBeforeItRuns)
     widget.pPushButtonReset->click();
     EXPECT_EQ(sent(AwbReset), 1u);
     EXPECT_EQ(widget.pComboBoxIllumination->currentText(), "D50") << "read again";
+    read(AwbEnableGet, "enable", true);
+    EXPECT_TRUE(widget.pTimer->isActive());
+    read(AwbEnableGet, "enable", false);
+    EXPECT_FALSE(widget.pTimer->isActive());
 }
 
 TEST_F(BalanceFocusTest, ProfilesAreHeldToTheRecord)
@@ -117,7 +122,10 @@ TEST_F(BalanceFocusTest, ProjectionsAreShownOrLeftOut)
     tick(widget.pTimer);
     EXPECT_EQ(widget.pLineEditRgIndoor->text(), "9.999");
     for (const auto* pLineEdit : {widget.pLineEditRgMax, widget.pLineEditRgMaxSky, widget.pLineEditRgOutdoor})
+    {
         EXPECT_EQ(pLineEdit->text(), ".") << "no other number";
+        EXPECT_FALSE(pLineEdit->isEnabled());
+    }
 }
 
 TEST_F(BalanceFocusTest, WhiteBalanceFollowsWhatTheAutoChooses)
@@ -144,6 +152,14 @@ TEST_F(BalanceFocusTest, WhiteBalanceFollowsWhatTheAutoChooses)
     EXPECT_FALSE(pRed->font().bold()) << "no longer the auto's";
     EXPECT_FALSE(widget.pTimer->isActive());
     EXPECT_TRUE(widget.isEnabled());
+
+    // Greyed before its values are asked for: a failure there does not free it.
+    board->faultSet({Fault::Error, WbConfigGet});
+    read(AwbEnableGet, "enable", true);
+    EXPECT_FALSE(widget.isEnabled());
+    EXPECT_TRUE(widget.pTimer->isActive());
+    board->faultsClear();
+    read(AwbEnableGet, "enable", false);
 
     // The auto takes over while the user types: his text is not for the board.
     pMainWindow->activateWindow();
