@@ -329,12 +329,13 @@ void MainWindow::chipRebuild()
     pTreeViewFeature->setModel(new TemplateTreeModel(chips.chips.value(chips.chip.chipName), pTreeViewFeature));
     delete pOldSelection;
     delete pOldModel;
-    // As wide as the longest page name; beyond that a scroll bar reaches its end.
+    // As wide as the longest page name, beside the scroll bar of a long list; beyond that another one reaches its end.
     const QAbstractItemView* pView = pTreeViewFeature;
     const int width = pView->sizeHintForColumn(0);
     pTreeViewFeature->header()->setMinimumSectionSize(width);
     const int letter = pTreeViewFeature->fontMetrics().averageCharWidth();
-    pTreeViewFeature->setMinimumWidth(qMin(width + 2 * pTreeViewFeature->frameWidth(), 40 * letter));
+    const int frame = 2 * pTreeViewFeature->frameWidth() + style()->pixelMetric(QStyle::PM_ScrollBarExtent);
+    pTreeViewFeature->setMinimumWidth(qMin(width + frame, 40 * letter));
     connect(pTreeViewFeature->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex& current)
             {
