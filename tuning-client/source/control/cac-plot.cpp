@@ -73,10 +73,9 @@ void CacPlot::plot(double red_lin, double red_sqr, double red_cub, double blue_l
     const Polynomial blue{blue_lin, blue_sqr, blue_cub};
     const double shift = width == 0 ? 0 : center_h_offs * 513.0 / width / half;
     std::array<double, sum> px, ry, by;
-    for (int i = -half; i <= half; ++i)
+    for (size_t at = 0; at < px.size(); ++at)
     {
-        const auto at = size_t(i + half);
-        px[at] = double(i) / half;
+        px[at] = (double(at) - half) / half;
         ry[at] = red(px[at] + shift);
         by[at] = blue(px[at] + shift);
     }
