@@ -205,7 +205,11 @@ protected:
                  if (pControl->isEnabled() && !qobject_cast<QSlider*>(pControl))
                      free.append(nameOf(pControl));
              });
-        stream << "Free while on: " << (isAllFree ? "all" : free.join(", ")) << "\n";
+        stream << "Shown as on: ";
+        for (const auto* pBox : widget.findChildren<QCheckBox*>())
+            if (pBox->text().startsWith("Enable ") && pBox->isChecked())
+                stream << pBox->text() << ", ";
+        stream << "\nFree while on: " << (isAllFree ? "all" : free.join(", ")) << "\n";
         controls();
         stream << "Other labels: ";
         for (const auto* pLabel : widget.findChildren<QLabel*>(QString()))
