@@ -225,6 +225,8 @@ TEST_F(NoisePagesTest, DefectSetsAreNumberedFromOne)
         refresh();
         EXPECT_EQ(dpcc.pComboBoxSet->currentText(), text) << index;
     }
+    dpcc.configSet();
+    EXPECT_EQ(record<rest::Dpcc::Config>("Dpcc").index_set, 6u) << "of an empty box";
     board->faultSet({Fault::Error, DpccEnableSet});
     dpcc.pCheckBoxEnable->click();
     EXPECT_FALSE(dpcc.pComboBoxSet->isEnabled()) << "after a failure too";

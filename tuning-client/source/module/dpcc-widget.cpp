@@ -34,7 +34,9 @@ DpccWidget::DpccWidget(QWidget* pParent)
 void DpccWidget::configSet()
 {
     auto config = rest::recordZero<Dpcc::Config>();
-    config.index_set = uint32_t(pComboBoxSet->currentIndex() + 1);
+    // The empty box counts as the last set.
+    const int index = pComboBoxSet->currentIndex();
+    config.index_set = uint32_t(index < 0 ? setCount : index + 1);
     Dpcc().configSet(config);
 }
 
