@@ -20,7 +20,7 @@ install_missing() {
 
 install_build_tools() {
     install_missing g++ cmake ninja-build qtbase5-dev libqwt-qt5-dev libjsoncpp-dev libboost-dev libgtest-dev \
-        libbenchmark-dev fonts-dejavu-core
+        libbenchmark-dev libopencv-core-dev libopencv-imgproc-dev libopencv-calib3d-dev fonts-dejavu-core
 }
 
 # build PRESET [TARGET...]

@@ -54,6 +54,11 @@ constexpr int windowSide = 16384;           // of a stored window size; a larger
 constexpr std::uint64_t picture = 512 * MiB; // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
 constexpr std::uint32_t yuvSide = 32767;     // the conversion counts in 16 bits, and QPainter draws no wider
 
+// Calibration of lenses
+constexpr std::size_t yamlFile = 4 * MiB; // with all points of a hundred pictures it has less than 1 MiB
+constexpr std::size_t yamlDepth = 64;     // it is parsed recursively; a calibration needs 3
+constexpr int patternSide = 100;          // corners in a row; boards have about ten
+
 // Auto tables
 constexpr std::size_t tableColumns = 256;   // every column is a header on the screen
 constexpr std::size_t tableCells = 100'000; // every cell is an item in memory

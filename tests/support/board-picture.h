@@ -1,0 +1,189 @@
+#pragma once
+
+#include "tuning-calibration/source/tuning-calibration.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <random>
+#include <vector>
+
+/// Pictures of a calibration board as a known camera would take them: a ray for each part of a pixel, some blur, some
+/// noise.
+namespace board_picture
+{
+using Parameters = clb::TuningCalibration::DewarpParameters;
+using Image = clb::TuningCalibration::Image;
+using Vector = std::array<double, 3>;
+
+/// The distortion is that of `Mode`: k1 to k4 of a fisheye; k1, k2, p1, p2 of a wide angle.
+struct Camera
+{
+    Parameters::Mode mode;
+    int width, height;
+    double fx, fy, cx, cy;
+    std::array<double, 4> k;
+};
+
+/// A fisheye of 150 degrees, or a wide angle of 60, with slightly different sides and a centre that is none.
+inline Camera cameraOf(Parameters::Mode mode, int width = 640, int height = 360)
+{
+    const double focal = width * (mode == Parameters::Fisheye ? 0.375 : 0.85);
+    const auto k = mode == Parameters::Fisheye ? std::array<double, 4>{-0.02, 0.004, -0.003, 0.001}
+                                               : std::array<double, 4>{-0.2, 0.05, 0.001, -0.0015};
+    return {mode, width, height, focal, focal * 1.01, width * 0.51, height * 0.485, k};
+}
+
+/// Angles in radians; the distance in squares. The board turns about its middle, then with the camera's axis.
+struct Pose
+{
+    double yaw, pitch;             ///< of the direction in which the board is seen
+    double tiltX, tiltY, roll = 0; ///< of the board
+    double distance = 1;           ///< times that at which it fills the picture
+};
+
+/// Ten poses that tell all about a lens.
+inline const std::vector<Pose>& goodPoses()
+{
+    static const std::vector<Pose> poses{
+        {0, 0, 0.3, 0.2, 0.05},        {0.2, 0.1, -0.4, 0.3, 0.1},    {-0.2, 0.1, 0.4, 0.4, -0.1},
+        {0.2, -0.1, 0.3, -0.5, 0.2},   {-0.2, -0.1, -0.3, -0.4, 0},   {0, 0.1, 0.6, 0.1, 0.15, 1.1},
+        {0.1, 0, -0.1, 0.6, 0, 1.1},   {-0.1, -0.1, -0.6, 0.2, -0.2}, {0.3, 0, 0.2, 0.5, 0.1, 1.2},
+        {-0.3, 0, 0.1, -0.6, -0.1, 1.2}};
+    return poses;
+}
+
+inline Vector turned(const Vector& v, int axis, double angle)
+{
+    const auto a = static_cast<std::size_t>((axis + 1) % 3);
+    const auto b = static_cast<std::size_t>((axis + 2) % 3);
+    auto result = v;
+    result[a] = v[a] * std::cos(angle) - v[b] * std::sin(angle);
+    result[b] = v[a] * std::sin(angle) + v[b] * std::cos(angle);
+    return result;
+}
+
+/// Where the ray through a place of the picture goes.
+inline Vector rayOf(const Camera& camera, double u, double v)
+{
+    const double xd = (u - camera.cx) / camera.fx;
+    const double yd = (v - camera.cy) / camera.fy;
+    const auto& k = camera.k;
+    if (camera.mode == Parameters::Fisheye)
+    {
+        const double distorted = std::hypot(xd, yd);
+        double theta = distorted;
+        for (int i = 0; i < 10; ++i)
+        {
+            const double q = theta * theta;
+            theta = distorted / (1 + q * (k[0] + q * (k[1] + q * (k[2] + q * k[3]))));
+        }
+        const double scale = distorted > 0 ? std::sin(theta) / distorted : 1;
+        return {xd * scale, yd * scale, std::cos(theta)};
+    }
+    double x = xd;
+    double y = yd;
+    for (int i = 0; i < 10; ++i)
+    {
+        const double q = x * x + y * y;
+        const double radial = 1 + q * (k[0] + q * k[1]);
+        const double dx = 2 * k[2] * x * y + k[3] * (q + 2 * x * x);
+        const double dy = k[2] * (q + 2 * y * y) + 2 * k[3] * x * y;
+        x = (xd - dx) / radial;
+        y = (yd - dy) / radial;
+    }
+    return {x, y, 1};
+}
+
+/// Takes pictures of one board with one camera.
+class Photographer
+{
+public:
+    Photographer(const Camera& camera_, const Parameters& parameters) : camera(camera_), board(parameters)
+    {
+        rays.reserve(static_cast<std::size_t>(camera.width * camera.height) * parts * parts);
+        for (int i = 0; i < camera.height; ++i)
+            for (int j = 0; j < camera.width; ++j)
+                for (int part = 0; part < parts * parts; ++part)
+                    rays.push_back(rayOf(camera, j + place(part % parts), i + place(part / parts)));
+    }
+
+    Image take(const Pose& pose) const
+    {
+        const Vector middle{(board.pattern == Parameters::Acircles ? 2 : 1) * (board.width - 1) / 2.0,
+                            (board.height - 1) / 2.0, 0};
+        const double angle = std::min(camera.width / camera.fx / middle[0], camera.height / camera.fy / middle[1]);
+        const Vector eye = toBoard({0, 0, -2.6 / angle * pose.distance}, pose, false);
+        std::array<Vector, 3> axes;
+        for (std::size_t i = 0; i < 3; ++i)
+            axes[i] = toBoard({i == 0 ? 1.0 : 0.0, i == 1 ? 1.0 : 0.0, i == 2 ? 1.0 : 0.0}, pose, true);
+        std::vector<double> light(static_cast<std::size_t>(camera.width * camera.height));
+        for (std::size_t i = 0; i < rays.size(); ++i)
+        {
+            const auto& r = rays[i];
+            const auto along = [&](std::size_t k) { return r[0] * axes[0][k] + r[1] * axes[1][k] + r[2] * axes[2][k]; };
+            const double way = -eye[2] / along(2);
+            light[i / (parts * parts)] +=
+                way > 0 ? brightness(eye[0] + way * along(0) + middle[0], eye[1] + way * along(1) + middle[1]) : grey;
+        }
+        return developed(light);
+    }
+
+private:
+    static constexpr int parts = 3;
+    static constexpr double black = 30;
+    static constexpr double grey = 110;
+    static constexpr double white = 220;
+
+    static double place(int part) { return (part + 0.5) / parts - 0.5; }
+
+    static Vector toBoard(const Vector& v, const Pose& pose, bool isSeen)
+    {
+        const auto ahead = isSeen ? turned(turned(v, 1, -pose.yaw), 0, pose.pitch) : v;
+        return turned(turned(turned(ahead, 0, -pose.tiltX), 1, -pose.tiltY), 2, -pose.roll);
+    }
+
+    /// What is printed there, in squares from the first corner or circle.
+    double brightness(double x, double y) const
+    {
+        const bool isAcircles = board.pattern == Parameters::Acircles;
+        const double right = isAcircles ? 2 * board.width - 1 : board.width - 1;
+        if (std::max(-x, x - right) > 1.6 || std::max(-y, y - board.height + 1) > 1.6)
+            return grey;
+        if (board.pattern == Parameters::Chessboard)
+        {
+            const bool isMargin = std::max(-x, x - right) > 1 || std::max(-y, y - board.height + 1) > 1;
+            return isMargin || static_cast<int>(std::floor(x) + std::floor(y)) % 2 == 0 ? white : black;
+        }
+        const double row = std::clamp(std::round(y), 0.0, board.height - 1.0);
+        const double shift = isAcircles && static_cast<int>(row) % 2 != 0 ? 1 : 0;
+        const double step = isAcircles ? 2 : 1;
+        const double column = std::clamp(std::round((x - shift) / step), 0.0, board.width - 1.0);
+        return std::hypot(x - shift - step * column, y - row) < 0.3 ? black : white;
+    }
+
+    Image developed(const std::vector<double>& light) const
+    {
+        Image image{camera.width, camera.height, std::vector<uint8_t>(light.size())};
+        std::minstd_rand random(1);
+        const auto at = [&](int j, int i)
+        {
+            return light[static_cast<std::size_t>(std::clamp(i, 0, camera.height - 1) * camera.width +
+                                                  std::clamp(j, 0, camera.width - 1))];
+        };
+        for (int i = 0; i < camera.height; ++i)
+            for (int j = 0; j < camera.width; ++j)
+            {
+                const double soft = (4 * at(j, i) + at(j - 1, i) + at(j + 1, i) + at(j, i - 1) + at(j, i + 1)) / 8;
+                const double noise = static_cast<double>(random() % 9) - 4;
+                image.grey[static_cast<std::size_t>(i * camera.width + j)] =
+                    static_cast<uint8_t>(std::clamp(soft / (parts * parts) + noise, 0.0, 255.0));
+            }
+        return image;
+    }
+
+    Camera camera;
+    Parameters board;
+    std::vector<Vector> rays;
+};
+} // namespace board_picture

@@ -1,0 +1,87 @@
+#include "tuning-calibration/source/pattern.h"
+
+#include <opencv2/calib3d.hpp>
+#include <opencv2/imgproc.hpp>
+
+#include <algorithm>
+#include <cmath>
+
+namespace clb
+{
+namespace
+{
+/// Half the side of the window in which a corner is refined: it must not reach the neighbours.
+int refineReach(const Corners& corners, int width)
+{
+    double nearest = HUGE_VAL;
+    for (std::size_t i = 1; i < corners.size(); ++i)
+    {
+        if (i % static_cast<std::size_t>(width) != 0)
+            nearest = std::min(nearest, cv::norm(corners[i] - corners[i - 1]));
+    }
+    return static_cast<int>(std::clamp(nearest / 3, 2.0, 11.0));
+}
+
+Corners chessboardFind(const cv::Mat& grey, cv::Size size)
+{
+    Corners corners;
+    if (cv::findChessboardCornersSB(grey, size, corners, cv::CALIB_CB_NORMALIZE_IMAGE | cv::CALIB_CB_ACCURACY))
+        return corners;
+    // Without its fast check it searches a picture of nothing but texture for minutes.
+    if (!cv::findChessboardCorners(grey, size, corners,
+                                   cv::CALIB_CB_ADAPTIVE_THRESH | cv::CALIB_CB_NORMALIZE_IMAGE |
+                                       cv::CALIB_CB_FAST_CHECK))
+        return {};
+    const int reach = refineReach(corners, size.width);
+    cv::cornerSubPix(grey, corners, {reach, reach}, {-1, -1},
+                     {cv::TermCriteria::EPS + cv::TermCriteria::COUNT, 30, 0.001});
+    return corners;
+}
+
+Corners circlesFind(const cv::Mat& grey, cv::Size size, int flags)
+{
+    const auto count = static_cast<std::size_t>(size.area());
+    cv::SimpleBlobDetector::Params params;
+    params.maxArea = static_cast<float>(grey.total()) / static_cast<float>(count);
+    std::vector<cv::KeyPoint> blobs;
+    cv::SimpleBlobDetector::create(params)->detect(grey, blobs);
+    // The grid's search takes the cube of their number.
+    constexpr std::size_t others = 4;
+    if (blobs.size() < count || blobs.size() > others * count)
+        return {};
+    Corners spots;
+    cv::KeyPoint::convert(blobs, spots);
+    Corners centres;
+    return cv::findCirclesGrid(spots, size, centres, flags, nullptr) ? centres : Corners();
+}
+} // namespace
+
+Corners patternFind(const cv::Mat& grey, const Parameters& parameters)
+{
+    const auto size = patternSize(parameters);
+    switch (parameters.pattern)
+    {
+    case Parameters::Acircles:
+        return circlesFind(grey, size, cv::CALIB_CB_ASYMMETRIC_GRID);
+    case Parameters::Circles:
+        return circlesFind(grey, size, cv::CALIB_CB_SYMMETRIC_GRID);
+    default:
+        return chessboardFind(grey, size);
+    }
+}
+
+std::vector<cv::Point3f> patternPoints(const Parameters& parameters)
+{
+    std::vector<cv::Point3f> points;
+    for (int row = 0; row < parameters.height; ++row)
+    {
+        for (int column = 0; column < parameters.width; ++column)
+        {
+            const int x = parameters.pattern == Parameters::Acircles ? 2 * column + row % 2 : column;
+            points.emplace_back(static_cast<float>(x) * parameters.squareSize,
+                                static_cast<float>(row) * parameters.squareSize, 0.0F);
+        }
+    }
+    return points;
+}
+} // namespace clb
