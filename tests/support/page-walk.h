@@ -253,13 +253,13 @@ void walk(QWidget& page, const Action& action)
         if (page.isAncestorOf(pWidget) && isControl(pWidget))
             chain.append(pWidget);
     QSet<QWidget*> met;
-    // An action may read the page, and so choose another radio button than the one that shows the controls.
-    const auto visible = [&](QRadioButton* pButton = nullptr)
+    // An action may read the page, and so choose another part than the one that shows the controls: `fBring` brings it
+    // back.
+    const auto visible = [&](const std::function<void()>& fBring)
     {
         for (auto* pWidget : qAsConst(chain))
         {
-            if (pButton && !pButton->isChecked())
-                pButton->click();
+            fBring();
             if (pWidget->isVisible() && !met.contains(pWidget))
             {
                 met.insert(pWidget);
@@ -267,26 +267,32 @@ void walk(QWidget& page, const Action& action)
             }
         }
     };
-    bool hasParts = false;
-    for (auto* pTabWidget : page.findChildren<QTabWidget*>())
-        for (int i = 0; i < pTabWidget->count(); ++i)
-        {
-            hasParts = true;
-            pTabWidget->setCurrentIndex(i);
-            visible();
-        }
+    const auto tabs = [&](const std::function<void()>& fBring)
+    {
+        fBring();
+        bool hasTabs = false;
+        for (auto* pTabWidget : page.findChildren<QTabWidget*>())
+            for (int i = 0; pTabWidget->isVisible() && i < pTabWidget->count(); ++i)
+            {
+                hasTabs = true;
+                visible(
+                    [=]
+                    {
+                        fBring();
+                        pTabWidget->setCurrentIndex(i);
+                    });
+            }
+        if (!hasTabs)
+            visible(fBring);
+    };
     auto multis = page.findChildren<MultiWidget*>();
     if (auto* pSelf = qobject_cast<MultiWidget*>(&page))
         multis.append(pSelf);
     for (auto* pMulti : qAsConst(multis))
         for (int i = 0; i < pMulti->pComboBox->count(); ++i)
-        {
-            hasParts = true;
-            pMulti->pComboBox->setCurrentIndex(i);
-            visible();
-        }
-    if (!hasParts)
-        visible();
+            tabs([=] { pMulti->pComboBox->setCurrentIndex(i); });
+    if (multis.isEmpty())
+        tabs([] {});
     // What is hidden still may stand behind a radio button. In the end all are as before.
     QVector<QAbstractButton*> checkedBefore;
     for (auto* pButton : page.findChildren<QRadioButton*>())
@@ -294,7 +300,12 @@ void walk(QWidget& page, const Action& action)
         {
             if (auto* pChecked = checkedInGroup(pButton))
                 checkedBefore.prepend(pChecked);
-            visible(pButton);
+            visible(
+                [=]
+                {
+                    if (!pButton->isChecked())
+                        pButton->click();
+                });
         }
     for (auto* pButton : qAsConst(checkedBefore))
         pButton->click();

@@ -149,6 +149,9 @@ protected:
     /// asked again at once. Throws what `updateStatus()` throws.
     void readStatus();
 
+    /// Whether what the page shows comes from the board that is connected now.
+    bool isRead() const;
+
     /// Runs `action` in the middle of a read: what its controls send by their own signals goes out, since it is what
     /// was read. Nothing else does, such as a half-typed text that greying commits.
     template <class Action>
@@ -187,7 +190,6 @@ private:
     QVector<AbstractWidget*> innerPages() const;
     bool isWindowSizeFree() const;
     bool isInFrame() const;
-    bool isRead() const;
     void readInstead();
     bool isWriteFree();
     void announceRead();

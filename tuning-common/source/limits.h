@@ -52,6 +52,7 @@ constexpr int windowSide = 16384;           // of a stored window size; a larger
 
 // Pictures
 constexpr std::uint64_t picture = 512 * MiB; // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
+constexpr std::uint32_t dewarpMapSide = 16384; // of a map of the user's; its grid then has 4 MiB
 constexpr std::uint32_t yuvSide = 32767;     // the conversion counts in 16 bits, and QPainter draws no wider
 
 // Calibration of lenses

@@ -30,9 +30,11 @@ MultiWidget::MultiWidget(QWidget* pParent, const QString& name)
 
 void MultiWidget::addWidget(QWidget* pWidget, const QString& name)
 {
-    // The frame of this page is enough.
+    // The frame of this page is enough, and so is its margin.
     if (auto* pScrollArea = pWidget->findChild<QScrollArea*>())
         pScrollArea->setFrameShape(QFrame::NoFrame);
+    if (pWidget->layout())
+        pWidget->layout()->setContentsMargins(0, 0, 0, 0);
     pStackedWidget->addWidget(pWidget);
     pComboBox->addItem(name, QVariant::fromValue(pWidget));
 }

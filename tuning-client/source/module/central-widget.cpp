@@ -19,6 +19,7 @@
 #include "tuning-client/source/module/dehaze-widget.h"
 #include "tuning-client/source/module/demosaic-widget.h"
 #include "tuning-client/source/module/demosaic2-widget.h"
+#include "tuning-client/source/module/dewarp-widget.h"
 #include "tuning-client/source/module/dg-widget.h"
 #include "tuning-client/source/module/dnr2-v5-widget.h"
 #include "tuning-client/source/module/dnr2-widget.h"
@@ -86,6 +87,7 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Demosaicing", make<DeMosaicWidget>},
         {"Demosaicing 2", make<DeMosaic2Widget>},
         {"Denoising Prefilter", make<DpfWidget>},
+        {"Dewarp", make<DewarpWidget>},
         {"Digital Gain", make<DgWidget>},
         {"Dynamic Contrast Improvement", make<DciWidget>},
         {"Edge Enhance", make<EeWidget>},
