@@ -19,7 +19,9 @@ GridView::GridView(const QString& accessibleName)
 {
     setAccessibleName(accessibleName);
     setToolTip(tr("A straight grid (grey), and the same grid as these coefficients draw it"));
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+    QSizePolicy policy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+    policy.setHeightForWidth(true);
+    setSizePolicy(policy);
 }
 
 void GridView::modelSet(Model model)
@@ -35,10 +37,12 @@ void GridView::frameSet(const QSize& size)
     update();
 }
 
+int GridView::heightForWidth(int width) const { return width * 9 / 16; }
+
 QSize GridView::sizeHint() const
 {
     const int width = fontMetrics().horizontalAdvance('0') * 60;
-    return {width, width * 9 / 16};
+    return {width, heightForWidth(width)};
 }
 
 QSize GridView::minimumSizeHint() const { return sizeHint() / 2; }

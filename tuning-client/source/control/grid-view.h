@@ -23,6 +23,7 @@ public:
     /// In pixels of the camera; 1920 by 1080 until it is set. An empty one is ignored.
     void frameSet(const QSize& size);
 
+    int heightForWidth(int width) const override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

@@ -22,17 +22,17 @@ DewarpTuningWidget::PerspectiveWidget::PerspectiveWidget(QWidget* pParent)
       pPushButtonLoadFile(new QPushButton(tr("&Load from File"))),
       pGridView(new GridView(tr("Preview")))
 {
-    auto* pGroupBox = boxesBuild(tr("3 x 3 Coefficients"), pDoubleSpinBoxes3x3, 9, 3);
+    auto* pGroupBox = boxesBuild(tr("3 x 3 Coefficients"), pDoubleSpinBoxes3x3, 9, 3, "-10000.0000000");
     pGridLayoutScrollArea->addWidget(pPushButtonLoadFile, 0, 0, Qt::AlignLeft);
     pGridLayoutScrollArea->addWidget(pGroupBox, 1, 0, Qt::AlignTop);
     pGridLayoutScrollArea->addWidget(pGridView, 1, 1, 1, 2);
-    pGridLayoutScrollArea->setRowStretch(1, 1);
+    pGridLayoutScrollArea->setRowStretch(3, 1);
     pGridLayoutScrollArea->setColumnStretch(2, 1);
     connectGuarded(pPushButtonLoadFile, &QPushButton::clicked, [this] { loadFile(); });
 }
 
 QGroupBox* DewarpTuningWidget::PerspectiveWidget::boxesBuild(const QString& title, QDoubleSpinBox** boxes, int count,
-                                                             int columns)
+                                                             int columns, const QString& widest)
 {
     auto* pGroupBox = new QGroupBox(title);
     auto* pLayout = new QGridLayout(pGroupBox);
@@ -44,9 +44,8 @@ QGroupBox* DewarpTuningWidget::PerspectiveWidget::boxesBuild(const QString& titl
         pBox->setButtonSymbols(QDoubleSpinBox::NoButtons);
         pBox->setDecimals(7);
         pBox->setRange(-10000, 10000);
-        // Eight in a row have no room for the buttons that they lack.
-        pBox->setMinimumWidth(pBox->fontMetrics().horizontalAdvance("-10000.0000000") +
-                              2 * pBox->fontMetrics().averageCharWidth());
+        pBox->setMinimumWidth(pBox->fontMetrics().horizontalAdvance(widest + QStringLiteral("00")));
+        pBox->setToolTip(valueTip(*pBox));
         pBox->setAccessibleName(QString("%1 %2").arg(title).arg(i + 1));
         pLayout->addWidget(pBox, i / columns, i % columns);
     }
@@ -92,7 +91,7 @@ void DewarpTuningWidget::PerspectiveWidget::resultLoaded(TuningCalibration::Dewa
 DewarpTuningWidget::DistortionWidget::DistortionWidget(QWidget* pParent)
     : PerspectiveWidget(pParent), pComboBoxModel(new QComboBox)
 {
-    auto* pGroupBox = boxesBuild(tr("8 x 1 Coefficients"), pDoubleSpinBoxes8x1, 8, 8);
+    auto* pGroupBox = boxesBuild(tr("8 x 1 Coefficients"), pDoubleSpinBoxes8x1, 8, 8, "-99.0000000");
     pGridLayoutScrollArea->addWidget(pGroupBox, 2, 0, 1, 3);
     auto* pLabelModel = new QLabel(tr("Preview as"));
     pLabelModel->setBuddy(pComboBoxModel);

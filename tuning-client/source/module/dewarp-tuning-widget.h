@@ -53,8 +53,9 @@ public:
         GridView* pGridView;
 
     protected:
-        /// A group of read-only boxes, `columns` in a row.
-        QGroupBox* boxesBuild(const QString& title, QDoubleSpinBox** boxes, int count, int columns);
+        /// A group of read-only boxes, `columns` in a row, with room for the text `widest`.
+        QGroupBox* boxesBuild(const QString& title, QDoubleSpinBox** boxes, int count, int columns,
+                              const QString& widest);
 
         /// Draws what the boxes hold.
         virtual void modelShow();
