@@ -113,10 +113,6 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"Wide Dynamic Range 3", make<Wdr3Widget>},
         {"Wide Dynamic Range 4", make<Wdr4Widget>},
         {"Wide Dynamic Range 5", make<Wdr5Widget>},
-        {"High Dynamic Range", make<HdrWidget>},
-        {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
-        {"High Dynamic Range 2", make<Hdr2Widget>},
-        {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
     };
     // clang-format on
     return entries;

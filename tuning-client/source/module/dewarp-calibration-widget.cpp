@@ -121,8 +121,6 @@ void DewarpCalibrationWidget::reportBuild()
     pGridLayoutScrollArea->addWidget(pLabelReport, 2, 0, 1, 4);
     pGridLayoutScrollArea->addWidget(pTableReport, 3, 0, 1, 4);
     pGridLayoutScrollArea->setRowStretch(3, 1);
-    // With the table hidden, nothing else may take its height.
-    pGridLayoutScrollArea->setRowStretch(4, 1);
     pGridLayoutScrollArea->setColumnStretch(3, 1);
 }
 
