@@ -186,6 +186,13 @@ protected:
                  });
         };
         controls();
+        // What stands in a group that was off at its turn.
+        for (auto* pGroupBox : widget.findChildren<QGroupBox*>())
+            if (pGroupBox->isCheckable() && pGroupBox->isVisible() && !pGroupBox->isChecked())
+            {
+                pGroupBox->setChecked(true);
+                controls();
+            }
         const auto off = led().toolTip();
         for (auto* pComboBox : widget.findChildren<QComboBox*>())
             if (pComboBox->accessibleName() == "Working Mode" && pComboBox->isVisible())

@@ -1,6 +1,7 @@
 #include "tuning-client/source/module/simp-widget.h"
 
 #include "tuning-client/source/control/image-label.h"
+#include "tuning-client/source/control/keep-ratio.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/image/picture.h"
@@ -106,7 +107,7 @@ void SImpWidget::place()
     pGrid->addWidget(pGroupBoxKeyColor, 1, 1);
     pGrid->addWidget(pPushButtonLoadImage, 2, 0, Qt::AlignLeft);
     pGrid->addWidget(pLabelFileName, 2, 1);
-    pGrid->addWidget(pImageLabel, 3, 0, 1, 2);
+    pGrid->addWidget(new KeepRatio(pImageLabel, pImageLabel->sceneRect().size().toSize()), 3, 0, 1, 2);
     pGrid->setRowStretch(4, 1);
     pGrid->setColumnStretch(0, 1);
     pGrid->setColumnStretch(1, 1);

@@ -1,0 +1,23 @@
+#include "tuning-client/source/control/keep-ratio.h"
+
+namespace
+{
+constexpr int widthInCharacters = 40;
+}
+
+KeepRatio::KeepRatio(QWidget* pContent_, const QSize& ratio_, QWidget* pParent)
+    : QWidget(pParent), pContent(pContent_), ratio(ratio_)
+{
+    pContent->setParent(this);
+    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+}
+
+QSize KeepRatio::sizeHint() const { return pContent->sizeHint(); }
+
+QSize KeepRatio::minimumSizeHint() const
+{
+    const int width = widthInCharacters * fontMetrics().averageCharWidth();
+    return ratio.scaled(width, width, Qt::KeepAspectRatio);
+}
+
+void KeepRatio::resizeEvent(QResizeEvent*) { pContent->resize(ratio.scaled(size(), Qt::KeepAspectRatio)); }
