@@ -2,17 +2,14 @@
 
 namespace
 {
-constexpr int widthInCharacters = 40;
+constexpr int widthInCharacters = 32;
 }
 
 KeepRatio::KeepRatio(QWidget* pContent_, const QSize& ratio_, QWidget* pParent)
     : QWidget(pParent), pContent(pContent_), ratio(ratio_)
 {
     pContent->setParent(this);
-    setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
 }
-
-QSize KeepRatio::sizeHint() const { return pContent->sizeHint(); }
 
 QSize KeepRatio::minimumSizeHint() const
 {

@@ -12,7 +12,6 @@ public:
     /// Takes `pContent`, whose sides get the ratio of those of `ratio`.
     KeepRatio(QWidget* pContent, const QSize& ratio, QWidget* pParent = nullptr);
 
-    QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
 protected:

@@ -9,7 +9,7 @@
 namespace
 {
 constexpr double stepsWithControl = 10;
-constexpr int widthInCharacters = 40;
+constexpr int widthInCharacters = 32;
 
 QPointF direction(const QKeyEvent& event)
 {
@@ -71,7 +71,7 @@ QSize RegionView::minimumSizeHint() const
     return {width, width * 9 / 16};
 }
 
-QSize RegionView::sizeHint() const { return minimumSizeHint() * 3 / 2; }
+QSize RegionView::sizeHint() const { return minimumSizeHint(); }
 
 /// How far around an edge the mouse grips it, and the size of a grip.
 double RegionView::reach() const { return fontMetrics().height() / 3.0; }

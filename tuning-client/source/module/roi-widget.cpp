@@ -87,6 +87,12 @@ void RoiWidget::rowsBuild()
     const QStringList heads{tr("X Coordinate"), tr("Y Coordinate"), tr("Image Width"), tr("Image Height"),
                             tr("Weight")};
     rows.heads(QStringList(QString()) + heads);
+    // In two lines where the page is narrow.
+    for (auto* pHead : pGroupBoxRegionOfInterested->findChildren<QLabel*>())
+    {
+        pHead->setWordWrap(true);
+        pHead->setAlignment(Qt::AlignCenter);
+    }
     for (int i = 0; i < rowCount; ++i)
     {
         QSpinBox *pX, *pY, *pWidth, *pHeight;
@@ -107,6 +113,8 @@ void RoiWidget::rowsBuild()
                             .add(pHeight, &Window::height)
                             .add(pWeight, &Window::weight));
         Labelnums.append(shortcut::labelOf(pX));
+        // Or it would be as wide as the slider's.
+        Labelnums.last()->setObjectName(QString());
         SpinBoxRoixStarts.append(pX);
         SpinBoxRoiyStarts.append(pY);
         SpinBoxRoiWidths.append(pWidth);

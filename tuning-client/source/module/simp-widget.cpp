@@ -108,9 +108,12 @@ void SImpWidget::place()
     pGrid->addWidget(pPushButtonLoadImage, 2, 0, Qt::AlignLeft);
     pGrid->addWidget(pLabelFileName, 2, 1);
     pGrid->addWidget(new KeepRatio(pImageLabel, pImageLabel->sceneRect().size().toSize()), 3, 0, 1, 2);
+    // Nearly all of the height.
+    pGrid->setRowStretch(3, 100);
     pGrid->setRowStretch(4, 1);
-    pGrid->setColumnStretch(0, 1);
-    pGrid->setColumnStretch(1, 1);
+    // The sliders beside the colour need the room.
+    pGrid->setColumnStretch(0, 3);
+    pGrid->setColumnStretch(1, 4);
 }
 
 /// What the user sees here follows the sliders in any case; what the board has, where the page may write.
