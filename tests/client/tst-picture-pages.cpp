@@ -157,6 +157,25 @@ TEST_F(RoiPageTest, IsFreeWhileTheSecondAutoExposureIsOn)
     }
 }
 
+TEST_F(RoiPageTest, PictureStandsBesideTheTableOrBelowIt)
+{
+    const auto* pTable = pPage->pGroupBoxRegionOfInterested;
+    for (const int points : {10, 18, 10})
+    {
+        auto font = pPage->font();
+        font.setPointSize(points);
+        pPage->setFont(font);
+        const auto isPlaced = [&]
+        {
+            const auto table = pTable->geometry();
+            const auto view = pPage->pRegionView->geometry();
+            return points > 10 ? view.top() > table.bottom()
+                               : view.left() > table.right() && view.top() < table.bottom();
+        };
+        EXPECT_TRUE(waitUntil(isPlaced)) << points;
+    }
+}
+
 TEST_F(RoiPageTest, NothingOutsideTheFrameIsSent)
 {
     const auto x = &RoiWidget::SpinBoxRoixStarts, y = &RoiWidget::SpinBoxRoiyStarts;

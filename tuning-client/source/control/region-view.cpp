@@ -184,6 +184,9 @@ void RegionView::mousePressEvent(QMouseEvent* pEvent)
 
 void RegionView::mouseMoveEvent(QMouseEvent* pEvent)
 {
+    // The release may have gone elsewhere.
+    if (!(pEvent->buttons() & Qt::LeftButton))
+        held = {};
     if (held.index < 0)
     {
         const auto grip = gripAt(pEvent->localPos());
