@@ -45,6 +45,8 @@
 #include "tuning-client/source/module/lut3d-widget.h"
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-client/source/module/rgbir-widget.h"
+#include "tuning-client/source/module/roi-widget.h"
+#include "tuning-client/source/module/simp-widget.h"
 #include "tuning-client/source/module/wb-widget.h"
 #include "tuning-client/source/module/wdr1-widget.h"
 #include "tuning-client/source/module/wdr2-widget.h"
@@ -106,8 +108,10 @@ const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
         {"ISP Register", make<IspRegisterWidget>},
         {"Lens Shading Correction", make<LscWidget>},
         {"LUT 3D", make<Lut3dWidget>},
+        {"Region Of Interested", make<RoiWidget>},
         {"Register", make<RegisterWidget>},
         {"Rgbir", make<RgbirWidget>},
+        {"Super Impose", make<SImpWidget>},
         {"White Balance", make<WbWidget>},
         {"Wide Dynamic Range 2", make<Wdr2Widget>},
         {"Wide Dynamic Range 3", make<Wdr3Widget>},

@@ -181,13 +181,24 @@ QVector<QSpinBox*> Form::spinBoxes(const QString& text, std::initializer_list<QS
     return boxesAdd(text, boxes, perRow, [=](QSpinBox* pBox) { pBox->setRange(min, max); });
 }
 
-QSpinBox* Form::spinBoxBeside(const QString& accessibleName, int column, int min, int max)
+template <class Box>
+Box* Form::boxBeside(const QString& accessibleName, int column, int min, int max)
 {
-    auto* pBox = new QSpinBox;
+    auto* pBox = new Box;
     pBox->setRange(min, max);
     pBox->setAccessibleName(accessibleName);
     boxPlace(pBox, pGrid->rowCount() - 1, column);
     return pBox;
+}
+
+QSpinBox* Form::spinBoxBeside(const QString& accessibleName, int column, int min, int max)
+{
+    return boxBeside<QSpinBox>(accessibleName, column, min, max);
+}
+
+QDoubleSpinBox* Form::doubleSpinBoxBeside(const QString& accessibleName, int column, int min, int max)
+{
+    return boxBeside<QDoubleSpinBox>(accessibleName, column, min, max);
 }
 
 void Form::heads(const QStringList& texts)

@@ -60,6 +60,9 @@ public:
     /// but its own accessible name.
     QSpinBox* spinBoxBeside(const QString& accessibleName, int column, int min, int max);
 
+    /// The same with the decimals that the control has by itself.
+    QDoubleSpinBox* doubleSpinBoxBeside(const QString& accessibleName, int column, int min, int max);
+
     /// Titles of columns, the first one for the labels.
     void heads(const QStringList& texts);
 
@@ -95,6 +98,9 @@ private:
 
     template <class Box>
     void boxPlace(Box* pBox, int line, int column);
+
+    template <class Box>
+    Box* boxBeside(const QString& accessibleName, int column, int min, int max);
 
     template <class Box, class Configure>
     QVector<Box*> boxesAdd(const QString& text, std::initializer_list<Box**> boxes, int perRow, Configure configure);
