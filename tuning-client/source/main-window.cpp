@@ -103,6 +103,8 @@ Json::Value MainWindow::serverConfig()
 MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
 {
     const auto fReport = [this](const std::string& text) { report(text); };
+    const auto warn = [this](const QString& text)
+    { message_box::warning(message_box::frontGet(isVisible() ? this : nullptr), text); };
     std::unique_ptr<ClientHolder> pNew;
     try
     {
@@ -111,12 +113,12 @@ MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
         else if (jConfig["type"] == "uart")
             pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
         else
-            message_box::warning(this, tr("Unset client type"));
+            warn(tr("Unset client type"));
     }
     catch (const std::exception& exception)
     {
         statusBar()->showMessage(exception.what(), 3000);
-        message_box::warning(this, exception.what());
+        warn(exception.what());
     }
     if (pNew)
     {
