@@ -301,7 +301,7 @@ TEST_F(MainWindowTest, UnusableServersTellAtTheFirstCommand)
         open();
         EXPECT_EQ(str(status()), atStart);
         EXPECT_EQ(isConnected(*board), !*atStart);
-        EXPECT_EQ(str(status()), *atStart ? "Connection failed: \"\" is not the address of a board" : "");
+        EXPECT_EQ(str(status()), *atStart ? "No board chosen: Edit > Preferences > Server Settings" : "");
     }
 }
 
