@@ -31,6 +31,9 @@ public:
     QRadioButton* pRadioButtonHttp;
     QRadioButton* pRadioButtonUart;
 
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void httpBuild();
     void uartBuild();
@@ -39,4 +42,5 @@ private:
     void currentRowShow(int row);
 
     QStringListModel* pPortModel; ///< the ports that are present
+    bool isPortEntered = false;   ///< by a click that is not over yet
 };
