@@ -42,7 +42,6 @@ protected:
         pActionCapture = actionOf(pMainWindow->findChildren<QAction*>(), "&Capture Image");
     }
 
-    /// Captures of the same second have the same name, and a converted one replaces none.
     static void capturesClear()
     {
         QDir("captures").removeRecursively();
@@ -62,9 +61,8 @@ protected:
         EXPECT_TRUE(pActionCapture->isEnabled());
         pActionCapture->trigger();
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-        const auto text = str(status());
-        EXPECT_TRUE(waitUntil([this] { return pActionCapture->isEnabled(); })) << text;
-        return text;
+        EXPECT_TRUE(waitUntil([this] { return pActionCapture->isEnabled(); })) << str(status());
+        return str(status());
     }
 
     QList<ImageViewerMainWindow*> viewers() const { return pMainWindow->findChildren<ImageViewerMainWindow*>(); }
@@ -175,6 +173,7 @@ TEST_F(CaptureTest, DirectoryIsCheckedBeforeTheBoardIsAsked)
     EXPECT_EQ(boxes.texts, QStringList({missing, missing, missing,
                                         "Select Directory: The image cannot be saved to the same path as the "
                                         "tuning_client.exe. Select another path"}));
+    EXPECT_EQ(boxes.details[0], "/no/such/directory\nIt is set in Edit > Preferences > Capture Settings.");
     EXPECT_EQ(sent(captureId), 0u);
 }
 
@@ -267,7 +266,29 @@ TEST_F(CaptureTest, FileThatATransportStoresInTheWorkingDirectoryIsMoved)
     EXPECT_EQ(take(), "");
     EXPECT_EQ(fileRead("stray.pgm"), "the user's own");
     EXPECT_EQ(fileRead("captures/stray.pgm"), picture + "\n");
+
+    // Nor is it shown, when the download stores nothing.
+    QFile::remove("captures/stray.pgm");
+    QDir().mkpath("captures/stray.pgm");
+    std::string text;
+    during(
+        Fault::Download, [&] { text = take(); }, [] { QDir().rmdir("captures/stray.pgm"); });
+    EXPECT_EQ(text, "Download failed: no file stray.pgm in " + str(config.preferences.capture.path));
+    EXPECT_EQ(fileRead("stray.pgm"), "the user's own");
+    EXPECT_FALSE(QFile::exists("captures/stray.pgm"));
+    EXPECT_EQ(viewers().size(), 2);
     QFile::remove("stray.pgm");
+}
+
+TEST_F(CaptureTest, NextOneOfTheSameSecondHasTheNextName)
+{
+    for (const auto type : {Camera::Rgb, Camera::Yuv, Camera::Yuv, Camera::Raw08, Camera::Raw08})
+    {
+        config.preferences.capture.snapshotType = type;
+        EXPECT_EQ(take(), "");
+    }
+    EXPECT_EQ(files("captures").size(), 7) << "two of YUV are four files";
+    EXPECT_EQ(viewers().size(), 5);
 }
 
 TEST_F(CaptureTest, QueuedClicksMakeOneCapture)

@@ -238,13 +238,28 @@ void MainWindow::toolBarBuild()
 void MainWindow::captureTriggered(QAction* pAction)
 {
     const auto capture = config.preferences.capture;
-    const auto refuse = [this](const QString& text) { message_box::information(this, tr("Select Directory"), text); };
+    const auto refuse = [this, &capture](const QString& text)
+    {
+        message_box::information(this, tr("Select Directory"), text,
+                                 tr("%1\nIt is set in Edit > Preferences > Capture Settings.").arg(capture.path));
+    };
     if (!QFileInfo(capture.path).isDir())
         return refuse(tr("The directory does not exist."));
     if (capture.path == QDir::currentPath())
         return refuse(tr("The image cannot be saved to the same path as the tuning_client.exe. Select another path"));
 
     pAction->setEnabled(false);
+    captureStart(pAction, capture);
+}
+
+/// Two captures of one second would have the same name: the second one is that of the next.
+void MainWindow::captureStart(QAction* pAction, const cfg::Capture& capture)
+{
+    const auto now = QDateTime::currentDateTime();
+    if (shortcut::isCaptureNameTaken(capture, now))
+        return QTimer::singleShot(1000 - now.time().msec(), Qt::PreciseTimer, pAction,
+                                  [=] { captureStart(pAction, capture); });
+
     QString fileName;
     shortcut::guarded(this,
                       [&]
