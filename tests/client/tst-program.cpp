@@ -90,3 +90,16 @@ TEST_F(ProgramTest, EndsBehindABoxAtItsStart)
     EXPECT_EQ(endBy(SIGTERM), 0);
     EXPECT_TRUE(fileRead(".tuning-client/preferences.json").contains(QByteArray::number(board->port())));
 }
+
+TEST_F(ProgramTest, SaysWhyItEndsWithoutADisplay)
+{
+    auto environment = QProcessEnvironment::systemEnvironment();
+    for (const auto* name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"})
+        environment.remove(name);
+    program.setProcessEnvironment(environment);
+    start();
+    EXPECT_TRUE(waitUntil([this] { return program.state() == QProcess::NotRunning; }));
+    EXPECT_TRUE(program.exitStatus() == QProcess::CrashExit || program.exitCode() != 0);
+    EXPECT_TRUE(program.readAllStandardOutput().contains("could not connect to display"));
+    EXPECT_TRUE(program.readAllStandardError().contains("Is there a display? DISPLAY is \"\"."));
+}
