@@ -233,12 +233,12 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     EXPECT_EQ(page.pLineEditUart->text(), "COM");
     page.pRadioButtonUart->click();
     EXPECT_TRUE(!page.pGroupBoxHttp->isVisible() && page.pGroupBoxUart->isVisible());
-    ASSERT_TRUE(page.pLineEditUart->completer());
-    auto* pPorts = qobject_cast<QStringListModel*>(page.pLineEditUart->completer()->model());
+    auto* pPorts = page.findChild<QStringListModel*>();
+    ASSERT_TRUE(pPorts);
     EXPECT_EQ(pPorts->stringList(), serialPorts());
 
     pPorts->setStringList({"/dev/ttyUSB0", "/dev/ttyUSB1"});
-    const auto& list = *page.pLineEditUart->completer()->popup();
+    const auto& list = *page.findChild<QCompleter*>()->popup();
     page.pLineEditUart->setFocus();
     ASSERT_TRUE(waitUntil([&] { return list.isVisible(); })) << "all ports, before a letter is typed";
     QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
@@ -246,7 +246,13 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     EXPECT_FALSE(list.isVisible()) << "nothing brings it back";
     QTest::keyClick(page.pLineEditUart, Qt::Key_Down);
     ASSERT_TRUE(waitUntil([&] { return list.isVisible() && list.model()->rowCount() == 2; }));
-    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_X);
+    EXPECT_FALSE(list.isVisible()) << "a letter is typed";
+    QTest::keyClick(page.pLineEditUart, Qt::Key_Down);
+    ASSERT_TRUE(waitUntil([&] { return list.isVisible(); }));
+    for (const auto key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        QTest::keyClick(QApplication::activePopupWidget(), key);
+    EXPECT_EQ(str(page.pLineEditUart->text()), "/dev/ttyUSB1");
 
     page.pLineEditUart->setText("/no/such/port");
     {

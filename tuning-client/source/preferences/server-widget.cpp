@@ -5,6 +5,7 @@
 #include "tuning-client/source/preferences/serial-ports.h"
 #include "tuning-rest/source/abstract.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QGridLayout>
 #include <QGroupBox>
@@ -50,7 +51,8 @@ ServerWidget::ServerWidget(QWidget* pParent)
       pPushButtonDelete(new QPushButton(tr("Delete"))),
       pRadioButtonHttp(new QRadioButton(tr("HTTP"))),
       pRadioButtonUart(new QRadioButton(tr("UART"))),
-      pPortModel(new QStringListModel(this))
+      pPortModel(new QStringListModel(this)),
+      pCompleter(new QCompleter(pPortModel, this))
 {
     auto* pGroupBoxType = new QGroupBox(tr("Connection Type"));
     auto* pLayoutType = new QHBoxLayout(pGroupBoxType);
@@ -112,10 +114,11 @@ void ServerWidget::uartBuild()
     auto* pLabel = new QLabel(tr("UART"));
     pLabel->setBuddy(pLineEditUart);
     pLineEditUart->setAccessibleName(pLabel->text());
-    auto* pCompleter = new QCompleter(pPortModel, this);
-    // Few ports, and what stands in the line is often the one to be replaced: all are offered.
+    // Not the line's own completer, whose list stands in the way of the next click after each letter.
     pCompleter->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    pLineEditUart->setCompleter(pCompleter);
+    pCompleter->setWidget(pLineEditUart);
+    connect(pCompleter, QOverload<const QString&>::of(&QCompleter::activated), pLineEditUart, &QLineEdit::setText);
+    connect(pLineEditUart, &QLineEdit::textEdited, pCompleter, [this] { pCompleter->popup()->hide(); });
     pLineEditUart->installEventFilter(this);
 
     auto* pLayout = new QHBoxLayout(pGroupBoxUart);
@@ -134,7 +137,7 @@ bool ServerWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
     const bool isEntered = isFocus && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
     // Later, when the click that brought the focus has been handled.
     if (pWatched == pLineEditUart && (isEntered || isDown))
-        QMetaObject::invokeMethod(pLineEditUart->completer(), "complete", Qt::QueuedConnection);
+        QMetaObject::invokeMethod(pCompleter, "complete", Qt::QueuedConnection);
     if (pWatched == pLineEditPort && isEntered)
         isPortEntered = reason == Qt::MouseFocusReason;
     if (pWatched == pLineEditPort && pEvent->type() == QEvent::MouseButtonRelease &&
