@@ -23,10 +23,12 @@ TEST(HistPlot, ReplacesItsBars)
 {
     HistPlot plot;
     EXPECT_EQ(histogram(plot).dataSize(), 256u);
+    EXPECT_EQ(plot.toolTip(), "256 bins, each of 1 luminance value");
 
     const std::array<unsigned int, 16> values{4000000000u, 5};
     plot.populate(values.size(), values.data());
     ASSERT_EQ(histogram(plot).dataSize(), 16u);
+    EXPECT_EQ(plot.toolTip(), "16 bins, each of 16 luminance values");
     EXPECT_EQ(histogram(plot).sample(0).value, 4e9);
     EXPECT_EQ(histogram(plot).sample(1).value, 5);
     EXPECT_EQ(histogram(plot).sample(15).interval, QwtInterval(15, 16, QwtInterval::ExcludeMaximum));

@@ -4,12 +4,15 @@
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/register-widget.h"
+#include "tuning-client/source/skin.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QTest>
 #include <gtest/gtest.h>
+
+#include <clocale>
 
 TEST(NumberFieldsTest, ACommaIsAPointInEveryBox)
 {
@@ -42,4 +45,17 @@ TEST(NumberFieldsTest, ACommaIsAPointInEveryBox)
     pBox->selectAll();
     QTest::keyClick(pBox, Qt::Key_V, Qt::ControlModifier);
     EXPECT_TRUE(row.isBeingEdited()) << "pasted counts as typed";
+}
+
+// With what the desktop's locale has set before: to Qt by the environment, to the C library by the application.
+TEST(NumberFieldsTest, ADecimalCommaOfTheDesktopIsNone)
+{
+    QLocale::setDefault(QLocale("de_DE"));
+    std::setlocale(LC_NUMERIC, "C.UTF-8");
+    skin::Style::Kestrix();
+    EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+    SliderSpinWidget row("Row", nullptr);
+    row.setRange(0, 5000);
+    row.setValue(1234.5);
+    EXPECT_EQ(row.findChild<QDoubleSpinBox*>()->text(), "1234.50");
 }

@@ -59,6 +59,7 @@ struct Editor
                            auto& messageBox = dynamic_cast<QMessageBox&>(box);
                            EXPECT_EQ(box.windowTitle(), "Warning");
                            EXPECT_EQ(messageBox.textFormat(), Qt::PlainText);
+                           EXPECT_EQ(messageBox.defaultButton(), messageBox.button(QMessageBox::No));
                            texts << messageBox.text();
                            messageBox.button(answer)->click();
                        }};

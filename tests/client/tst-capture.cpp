@@ -4,6 +4,7 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
+#include "tests/support/outcome.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/image-viewer-main-window.h"
@@ -42,7 +43,6 @@ protected:
         pActionCapture = actionOf(pMainWindow->findChildren<QAction*>(), "&Capture Image");
     }
 
-    /// Captures of the same second have the same name, and a converted one replaces none.
     static void capturesClear()
     {
         QDir("captures").removeRecursively();
@@ -62,9 +62,8 @@ protected:
         EXPECT_TRUE(pActionCapture->isEnabled());
         pActionCapture->trigger();
         EXPECT_EQ(QApplication::overrideCursor(), nullptr);
-        const auto text = str(status());
-        EXPECT_TRUE(waitUntil([this] { return pActionCapture->isEnabled(); })) << text;
-        return text;
+        EXPECT_TRUE(waitUntil([this] { return pActionCapture->isEnabled(); })) << str(status());
+        return str(status());
     }
 
     QList<ImageViewerMainWindow*> viewers() const { return pMainWindow->findChildren<ImageViewerMainWindow*>(); }
@@ -175,6 +174,7 @@ TEST_F(CaptureTest, DirectoryIsCheckedBeforeTheBoardIsAsked)
     EXPECT_EQ(boxes.texts, QStringList({missing, missing, missing,
                                         "Select Directory: The image cannot be saved to the same path as the "
                                         "tuning_client.exe. Select another path"}));
+    EXPECT_EQ(boxes.details[0], "/no/such/directory\nIt is set in Edit > Preferences > Capture Settings.");
     EXPECT_EQ(sent(captureId), 0u);
 }
 
@@ -261,13 +261,31 @@ TEST_F(CaptureTest, FileThatATransportStoresInTheWorkingDirectoryIsMoved)
     EXPECT_FALSE(QFile::exists("stray.pgm"));
     EXPECT_EQ(viewers().size(), 1);
 
-    // What is removed was written by us.
-    fileWrite("stray.pgm", "the user's own");
+    // What is removed was written by us, and what is shown as well, when the download stores nothing.
+    const QByteArray own("P5\n1 1\n255\no");
+    fileWrite("stray.pgm", own);
     fileWrite("board/stray.pgm", picture);
     EXPECT_EQ(take(), "");
-    EXPECT_EQ(fileRead("stray.pgm"), "the user's own");
     EXPECT_EQ(fileRead("captures/stray.pgm"), picture + "\n");
+    QFile::remove("captures/stray.pgm");
+    QDir().mkpath("captures/stray.pgm");
+    during(
+        Fault::Download, [this] { EXPECT_TRUE(contains(take(), "Download failed: no file stray.pgm in ")); },
+        [] { QDir().rmdir("captures/stray.pgm"); });
+    EXPECT_EQ(fileRead("stray.pgm"), own);
+    EXPECT_EQ(viewers().size(), 2);
     QFile::remove("stray.pgm");
+}
+
+TEST_F(CaptureTest, NextOneOfTheSameSecondHasTheNextName)
+{
+    for (const auto type : {Camera::Rgb, Camera::Yuv, Camera::Yuv, Camera::Raw08, Camera::Raw08})
+    {
+        config.preferences.capture.snapshotType = type;
+        EXPECT_EQ(take(), "");
+    }
+    EXPECT_EQ(files("captures").size(), 7) << "two of YUV are four files";
+    EXPECT_EQ(viewers().size(), 5);
 }
 
 TEST_F(CaptureTest, QueuedClicksMakeOneCapture)

@@ -301,7 +301,7 @@ TEST_F(MainWindowTest, UnusableServersTellAtTheFirstCommand)
         open();
         EXPECT_EQ(str(status()), atStart);
         EXPECT_EQ(isConnected(*board), !*atStart);
-        EXPECT_EQ(str(status()), *atStart ? "Connection failed: \"\" is not the address of a board" : "");
+        EXPECT_EQ(str(status()), *atStart ? "No board chosen: Edit > Preferences > Server Settings" : "");
     }
 }
 
@@ -332,7 +332,8 @@ TEST_F(MainWindowTest, StartsWithoutAClientWhereNoneCanBeBuilt)
     config.preferences.server.type = "uart";
     config.preferences.server.uart.port = "/dev/null";
     config.setting.chipName = "none";
-    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("Warning: Open UART [/dev/null] failed\n"));
+    EXPECT_EQ(boxesDuring([&] { open(); }), QStringList("Orlenta ISP Tuning Tools: Open UART [/dev/null] failed\n"))
+        << "there is no window yet";
     tool("&Start")->trigger();
     EXPECT_EQ(str(status()), "Transfer is never initialized");
     EXPECT_THROW(pMainWindow->clientHolder(), t_common::LogicError);

@@ -9,6 +9,7 @@
 #include "tuning-client/source/preferences/window-widget.h"
 #include "tuning-rest/source/camera.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QCompleter>
@@ -22,6 +23,7 @@
 #include <QRadioButton>
 #include <QStringListModel>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QToolBox>
 
 namespace
@@ -40,6 +42,7 @@ protected:
         open();
         pDialog = std::make_unique<PreferencesDialog>(nullptr);
         pDialog->show();
+        QApplication::setActiveWindow(pDialog.get());
     }
 
     template <class Page>
@@ -170,6 +173,10 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
     EXPECT_EQ(entries(page), QStringList("127.0.0.1:" + port + " *"));
     EXPECT_TRUE(page.pGroupBoxHttp->isVisible() && !page.pGroupBoxUart->isVisible());
 
+    QTest::mouseClick(page.pLineEditPort, Qt::LeftButton);
+    EXPECT_EQ(page.pLineEditPort->selectedText(), "8080_") << "the first click takes it all";
+    QTest::mouseClick(page.pLineEditPort, Qt::LeftButton);
+    EXPECT_EQ(page.pLineEditPort->selectedText(), "") << "the next one sets the cursor";
     page.pLineEditPort->setText("70000");
     page.pPushButtonAdd->click();
     page.pLineEditServer->setText("10.0.0.7");
@@ -180,6 +187,7 @@ TEST_F(PreferencesTest, ServerListIsEditedAndApplied)
     page.pListWidget->setCurrentRow(1);
     EXPECT_EQ(entries(page), QStringList({"127.0.0.1:" + port, "127.0.0.1:70000 *", "10.0.0.7:70000"}));
     press(page, "Apply");
+    EXPECT_EQ(status(), "Server 127.0.0.1:70000");
     EXPECT_EQ(stored.http.index, 1);
     page.pListWidget->setCurrentRow(0);
     page.configGet();
@@ -225,12 +233,32 @@ TEST_F(PreferencesTest, SerialLineIsChosenAndRemembered)
     EXPECT_EQ(page.pLineEditUart->text(), "COM");
     page.pRadioButtonUart->click();
     EXPECT_TRUE(!page.pGroupBoxHttp->isVisible() && page.pGroupBoxUart->isVisible());
-    ASSERT_TRUE(page.pLineEditUart->completer());
-    const auto* pPorts = qobject_cast<QStringListModel*>(page.pLineEditUart->completer()->model());
+    auto* pPorts = page.findChild<QStringListModel*>();
+    ASSERT_TRUE(pPorts);
     EXPECT_EQ(pPorts->stringList(), serialPorts());
 
+    pPorts->setStringList({"/dev/ttyUSB0", "/dev/ttyUSB1"});
+    const auto& list = *page.findChild<QCompleter*>()->popup();
+    const auto isOffered = [&] { return waitUntil([&] { return list.isVisible(); }); };
+    page.pLineEditUart->setFocus();
+    ASSERT_TRUE(isOffered()) << "all ports, before a letter is typed";
+    QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_X);
+    EXPECT_FALSE(list.isVisible()) << "a letter is typed";
+    QTest::keyClick(page.pLineEditUart, Qt::Key_Down);
+    ASSERT_TRUE(isOffered());
+    for (const auto key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_Return})
+        QTest::keyClick(QApplication::activePopupWidget(), key);
+    QApplication::processEvents();
+    EXPECT_FALSE(list.isVisible()) << "nothing brings it back";
+    EXPECT_EQ(str(page.pLineEditUart->text()), "/dev/ttyUSB1");
+
     page.pLineEditUart->setText("/no/such/port");
-    EXPECT_EQ(boxesDuring([&] { press(page, "Apply"); }).size(), 1) << "a port that can't be opened";
+    {
+        const ClosedBoxes boxes;
+        press(page, "Apply");
+        EXPECT_EQ(boxes.parents, QList<QWidget*>{pDialog.get()}) << "a port that can't be opened";
+        EXPECT_EQ(status(), "Open UART [/no/such/port] failed\n") << "no server that was not taken";
+    }
     rest::Camera().preview(true);
     EXPECT_EQ(str(stored.type), "uart");
     EXPECT_EQ(str(stored.uart.port), "/no/such/port");

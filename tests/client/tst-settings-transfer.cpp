@@ -68,6 +68,7 @@ protected:
         remote(name, "Remove");
         EXPECT_EQ(boxes.texts, QStringList("Warning: This action can't be undone: "
                                            "Are you sure to remove this file from remote?"));
+        EXPECT_EQ(boxes.details, QStringList(name));
     }
 
     void exportAll() const { actionOf(fileMenu()->actions(), "&Export All Settings")->trigger(); }

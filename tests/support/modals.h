@@ -45,13 +45,18 @@ public:
                   auto* pButton = pBox->button(button);
                   EXPECT_TRUE(pButton) << "a box of another kind";
                   EXPECT_TRUE(pBox->textFormat() == Qt::PlainText || !Qt::mightBeRichText(pBox->text()));
+                  EXPECT_TRUE(!pBox->button(QMessageBox::No) || pBox->defaultButton() == pBox->button(QMessageBox::No));
                   texts.append(pBox->windowTitle() + ": " + pBox->text());
+                  details.append(pBox->informativeText());
+                  parents.append(pBox->parentWidget());
                   pButton ? pButton->click() : dialog.reject();
               })
     {
     }
 
     QStringList texts;
+    QStringList details;
+    QList<QWidget*> parents;
 };
 
 /// Titles and texts of the message boxes that `action` opens; each is closed at once.

@@ -103,6 +103,8 @@ Json::Value MainWindow::serverConfig()
 MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
 {
     const auto fReport = [this](const std::string& text) { report(text); };
+    const auto warn = [this](const QString& text)
+    { message_box::warning(message_box::frontGet(isVisible() ? this : nullptr), text); };
     std::unique_ptr<ClientHolder> pNew;
     try
     {
@@ -111,12 +113,12 @@ MainWindow& MainWindow::clientHolderSet(Json::Value& jConfig)
         else if (jConfig["type"] == "uart")
             pNew = std::make_unique<ClientHolder>(ClientHolder::Uart, fReport, jConfig);
         else
-            message_box::warning(this, tr("Unset client type"));
+            warn(tr("Unset client type"));
     }
     catch (const std::exception& exception)
     {
         statusBar()->showMessage(exception.what(), 3000);
-        message_box::warning(this, exception.what());
+        warn(exception.what());
     }
     if (pNew)
     {
@@ -236,13 +238,28 @@ void MainWindow::toolBarBuild()
 void MainWindow::captureTriggered(QAction* pAction)
 {
     const auto capture = config.preferences.capture;
-    const auto refuse = [this](const QString& text) { message_box::information(this, tr("Select Directory"), text); };
+    const auto refuse = [this, &capture](const QString& text)
+    {
+        message_box::information(this, tr("Select Directory"), text,
+                                 tr("%1\nIt is set in Edit > Preferences > Capture Settings.").arg(capture.path));
+    };
     if (!QFileInfo(capture.path).isDir())
         return refuse(tr("The directory does not exist."));
     if (capture.path == QDir::currentPath())
         return refuse(tr("The image cannot be saved to the same path as the tuning_client.exe. Select another path"));
 
     pAction->setEnabled(false);
+    captureStart(pAction, capture);
+}
+
+/// Two captures of one second would have the same name: the second one is that of the next.
+void MainWindow::captureStart(QAction* pAction, const cfg::Capture& capture)
+{
+    const auto now = QDateTime::currentDateTime();
+    if (shortcut::isCaptureNameTaken(capture, now))
+        return QTimer::singleShot(1000 - now.time().msec(), Qt::PreciseTimer, pAction,
+                                  [=] { captureStart(pAction, capture); });
+
     QString fileName;
     shortcut::guarded(this,
                       [&]

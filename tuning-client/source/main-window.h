@@ -12,6 +12,11 @@ class QDockWidget;
 class QMenu;
 class QTreeView;
 
+namespace cfg
+{
+struct Capture;
+}
+
 namespace t_transfer
 {
 class ClientHolder;
@@ -71,6 +76,7 @@ private:
     void chipRebuild();
     void unitMenuRebuild(QMenu* pMenu, const QString& text, int count, void (MainWindow::*fTriggered)(QAction*));
     void captureTriggered(QAction* pAction);
+    void captureStart(QAction* pAction, const cfg::Capture& capture);
     void chipTriggered(QAction* pAction);
     void inputTriggered(QAction* pAction);
     void ispTriggered(QAction* pAction);

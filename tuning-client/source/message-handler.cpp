@@ -1,5 +1,7 @@
 #include "tuning-client/source/message-handler.h"
 
+#include <QGuiApplication>
+
 #include <iostream>
 #include <string>
 
@@ -37,5 +39,14 @@ QString printable(const QString& message)
 void messageOutput(QtMsgType type, const QMessageLogContext&, const QString& message)
 {
     // One write, so that messages of two threads do not mix.
-    std::cout << colour(type) + printable(message).toStdString() + "\033[0m";
+    const auto text = printable(message).toStdString();
+    std::cout << colour(type) + text + "\033[0m";
+    if (type != QtFatalMsg)
+        return;
+    // The process is aborted, and what the stream still holds would go with it.
+    std::cout.flush();
+    std::string line = "tuning-client: " + text + "\n";
+    if (QGuiApplication::platformName().isEmpty())
+        line += "Is there a display? DISPLAY is \"" + qgetenv("DISPLAY").toStdString() + "\".\n";
+    std::cerr << line;
 }

@@ -199,7 +199,7 @@ void TableEditorDialog::rowDelete()
 {
     const auto current = pTableWidget->currentRow();
     const auto row = current < 0 ? pTableWidget->rowCount() - 1 : current;
-    if (row >= 0 && message_box::question(this, tr("Are you sure to delete row %1?").arg(row + 1)))
+    if (row >= 0 && message_box::question(this, tr("Warning"), tr("Are you sure to delete row %1?").arg(row + 1)))
         pTableWidget->removeRow(row);
 }
 

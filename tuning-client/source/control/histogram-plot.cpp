@@ -58,14 +58,18 @@ HistPlot::HistPlot(QWidget* parent) : QwtPlot(parent), histogram(new Histogram("
     plot::inspectable(*this);
 }
 
-void HistPlot::populate(unsigned int size, const double* values)
-{
-    histogram->setValues(size, values);
-    histogram->attach(this);
-}
+void HistPlot::populate(unsigned int size, const double* values) { valuesShow(size, values); }
 
-void HistPlot::populate(unsigned int size, const unsigned int* values)
+void HistPlot::populate(unsigned int size, const unsigned int* values) { valuesShow(size, values); }
+
+/// The axis counts bins. Which luminance they stand for is told beside it.
+template <class Value>
+void HistPlot::valuesShow(unsigned int size, const Value* values)
 {
     histogram->setValues(size, values);
     histogram->attach(this);
+    const auto width = 256 / std::max(size, 1u);
+    const auto text =
+        width == 1 ? tr("%1 bins, each of %2 luminance value") : tr("%1 bins, each of %2 luminance values");
+    setToolTip(text.arg(size).arg(width));
 }

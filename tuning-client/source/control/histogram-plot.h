@@ -17,5 +17,8 @@ public:
     void populate(unsigned int size, const unsigned int* values);
 
 private:
+    template <class Value>
+    void valuesShow(unsigned int size, const Value* values);
+
     Histogram* histogram;
 };

@@ -3,6 +3,7 @@
 #include "tuning-client/source/file/remote-file.h"
 #include "tuning-transfer/source/transfer-client.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 
@@ -91,5 +92,12 @@ QString captureTake(t_transfer::ClientHolder& clientHolder, const cfg::Capture& 
         throw std::runtime_error(
             QObject::tr("Download failed: no file %1 in %2").arg(name, capture.path).toStdString());
     return path;
+}
+
+bool isCaptureNameTaken(const cfg::Capture& capture, const QDateTime& time)
+{
+    const auto name = captureNameGet(capture.snapshotType, time) + ".*";
+    // The picture beside a capture in YUV.
+    return !QDir(capture.path).entryList({name, QString(name).replace("YUV", "RGB")}).isEmpty();
 }
 } // namespace shortcut

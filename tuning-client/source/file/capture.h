@@ -21,4 +21,7 @@ uint32_t captureLocksGet(const cfg::Capture& capture);
 /// Has the board take a picture and fetches the file into the capture directory. Returns its path. Every other end is a
 /// `std::exception` with the text to show.
 QString captureTake(t_transfer::ClientHolder& clientHolder, const cfg::Capture& capture);
+
+/// Whether a capture of that time would take the name of a file that is there already.
+bool isCaptureNameTaken(const cfg::Capture& capture, const QDateTime& time);
 } // namespace shortcut

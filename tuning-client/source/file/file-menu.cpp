@@ -1,11 +1,11 @@
 #include "tuning-client/source/file/file-menu.h"
 
 #include "tuning-client/source/config/config.h"
+#include "tuning-client/source/shortcut/message-box.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 
 #include <QFileDialog>
-#include <QMessageBox>
 
 namespace shortcut
 {
@@ -32,9 +32,8 @@ void remoteSave(t_transfer::ClientHolder& clientHolder, QStatusBar* pStatusBar, 
 
 bool remoteRemoveAsk(QWidget* pParent, const QString& name)
 {
-    if (QMessageBox::question(pParent, QMenu::tr("Warning: This action can't be undone"),
-                              QMenu::tr("Are you sure to remove this file from remote?"),
-                              QMessageBox::Yes | QMessageBox::No) != QMessageBox::Yes)
+    if (!message_box::question(pParent, QMenu::tr("Warning: This action can't be undone"),
+                               QMenu::tr("Are you sure to remove this file from remote?"), name))
         return false;
     remoteRemove(name);
     return true;

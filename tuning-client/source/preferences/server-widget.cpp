@@ -3,11 +3,14 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/preferences/serial-ports.h"
+#include "tuning-rest/source/abstract.h"
 
+#include <QAbstractItemView>
 #include <QCompleter>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -16,6 +19,8 @@
 #include <QRadioButton>
 #include <QStringListModel>
 #include <QStyle>
+
+#include <utility>
 
 namespace
 {
@@ -46,7 +51,8 @@ ServerWidget::ServerWidget(QWidget* pParent)
       pPushButtonDelete(new QPushButton(tr("Delete"))),
       pRadioButtonHttp(new QRadioButton(tr("HTTP"))),
       pRadioButtonUart(new QRadioButton(tr("UART"))),
-      pPortModel(new QStringListModel(this))
+      pPortModel(new QStringListModel(this)),
+      pCompleter(new QCompleter(pPortModel, this))
 {
     auto* pGroupBoxType = new QGroupBox(tr("Connection Type"));
     auto* pLayoutType = new QHBoxLayout(pGroupBoxType);
@@ -84,6 +90,7 @@ void ServerWidget::httpBuild()
     pLineEditPort->setClearButtonEnabled(true);
     pLineEditPort->setInputMask("00000;_");
     pLineEditPort->setMaximumWidth(pLineEditPort->sizeHint().width() / 2);
+    pLineEditPort->installEventFilter(this);
     pPushButtonDelete->setEnabled(false);
     pListWidget->setAccessibleName(tr("Servers"));
     pListWidget->setIconSize(QSize(16, 16));
@@ -107,14 +114,36 @@ void ServerWidget::uartBuild()
     auto* pLabel = new QLabel(tr("UART"));
     pLabel->setBuddy(pLineEditUart);
     pLineEditUart->setAccessibleName(pLabel->text());
-    auto* pCompleter = new QCompleter(pPortModel, this);
-    // Few ports, and what stands in the line is often the one to be replaced: all are offered.
+    // Not the line's own completer, whose list stands in the way of the next click after each letter.
     pCompleter->setCompletionMode(QCompleter::UnfilteredPopupCompletion);
-    pLineEditUart->setCompleter(pCompleter);
+    pCompleter->setWidget(pLineEditUart);
+    connect(pCompleter, QOverload<const QString&>::of(&QCompleter::activated), pLineEditUart, &QLineEdit::setText);
+    connect(pLineEditUart, &QLineEdit::textEdited, pCompleter, [this] { pCompleter->popup()->hide(); });
+    pLineEditUart->installEventFilter(this);
 
     auto* pLayout = new QHBoxLayout(pGroupBoxUart);
     pLayout->addWidget(pLabel);
     pLayout->addWidget(pLineEditUart);
+}
+
+/// The ports of this computer are offered before a letter is typed, and a click into the network's port is there to
+/// replace it.
+bool ServerWidget::eventFilter(QObject* pWatched, QEvent* pEvent)
+{
+    const bool isFocus = pEvent->type() == QEvent::FocusIn;
+    const auto reason = isFocus ? static_cast<QFocusEvent*>(pEvent)->reason() : Qt::OtherFocusReason;
+    const bool isDown = pEvent->type() == QEvent::KeyPress && static_cast<QKeyEvent*>(pEvent)->key() == Qt::Key_Down;
+    // The list that has just been left must not come back, nor with the window.
+    const bool isEntered = isFocus && reason != Qt::PopupFocusReason && reason != Qt::ActiveWindowFocusReason;
+    // Later, when the click that brought the focus has been handled.
+    if (pWatched == pLineEditUart && (isEntered || isDown))
+        QMetaObject::invokeMethod(pCompleter, "complete", Qt::QueuedConnection);
+    if (pWatched == pLineEditPort && isEntered)
+        isPortEntered = reason == Qt::MouseFocusReason;
+    if (pWatched == pLineEditPort && pEvent->type() == QEvent::MouseButtonRelease &&
+        std::exchange(isPortEntered, false))
+        pLineEditPort->selectAll();
+    return SettingsAbstractWidget::eventFilter(pWatched, pEvent);
 }
 
 void ServerWidget::serverAdd()
@@ -156,6 +185,7 @@ void ServerWidget::configGet()
 void ServerWidget::configSet(bool)
 {
     const auto type = pRadioButtonHttp->isChecked() ? "http" : "uart";
+    auto address = pLineEditUart->text();
     Json::Value jConfig;
     jConfig["type"] = type;
     if (pRadioButtonUart->isChecked())
@@ -163,6 +193,7 @@ void ServerWidget::configSet(bool)
     else if (const auto* pItem = pListWidget->currentItem())
     {
         const auto host = hostOf(pItem);
+        address = pItem->text();
         jConfig["ip"] = host.ip.toStdString();
         jConfig["port"] = host.port.toStdString();
     }
@@ -172,8 +203,11 @@ void ServerWidget::configSet(bool)
                                  tr("Ip address cannot be empty, please add it firstly"));
         return;
     }
+    const auto before = rest::Abstract::connection();
     if (auto* pMainWindow = mainWindow())
         pMainWindow->clientHolderSet(jConfig);
+    if (statusBar() && rest::Abstract::connection() != before)
+        statusBar()->showMessage(tr("Server %1").arg(address), 0);
 
     // A client that can't be built does not take the entries from the user.
     auto& server = config.preferences.server;

@@ -2,6 +2,7 @@
 
 #include "tuning-client/source/preferences/settings-abstract-widget.h"
 
+class QCompleter;
 class QGroupBox;
 class QLineEdit;
 class QListWidget;
@@ -31,6 +32,9 @@ public:
     QRadioButton* pRadioButtonHttp;
     QRadioButton* pRadioButtonUart;
 
+protected:
+    bool eventFilter(QObject* pWatched, QEvent* pEvent) override;
+
 private:
     void httpBuild();
     void uartBuild();
@@ -39,4 +43,6 @@ private:
     void currentRowShow(int row);
 
     QStringListModel* pPortModel; ///< the ports that are present
+    QCompleter* pCompleter;       ///< offers them
+    bool isPortEntered = false;   ///< by a click that is not over yet
 };

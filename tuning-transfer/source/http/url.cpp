@@ -25,7 +25,9 @@ std::string hostGet(const std::string& text)
     const auto host = isBracketed ? text.substr(1, text.size() - 2) : text;
     const auto isHostCharacter = [](unsigned char c)
     { return c < 0x80 && (std::isalnum(c) || (c != 0 && std::strchr(".-_:%", c) != nullptr)); };
-    // The resolver would take an empty name for this computer.
+    // A first start. The resolver would take an empty name for this computer.
+    if (text.empty())
+        throw std::runtime_error("No board chosen: Edit > Preferences > Server Settings");
     if (host.empty() || !std::all_of(host.begin(), host.end(), isHostCharacter))
         fail("not the address of a board", text);
     return host;
