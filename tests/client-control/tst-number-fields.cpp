@@ -43,3 +43,19 @@ TEST(NumberFieldsTest, ACommaIsAPointInEveryBox)
     QTest::keyClick(pBox, Qt::Key_V, Qt::ControlModifier);
     EXPECT_TRUE(row.isBeingEdited()) << "pasted counts as typed";
 }
+
+TEST(NumberFieldsTest, AFieldThatOnlyShowsHasTheColourOfItsSurroundings)
+{
+    QLineEdit text;
+    QSpinBox box;
+    QDoubleSpinBox bare;
+    bare.setButtonSymbols(QAbstractSpinBox::NoButtons);
+    for (QWidget* pField : std::initializer_list<QWidget*>{&text, &box, &bare})
+        for (const bool isReadOnly : {false, true, false})
+        {
+            pField->setProperty("readOnly", isReadOnly);
+            const auto shown = pField->grab().toImage();
+            const auto expected = QGuiApplication::palette().color(isReadOnly ? QPalette::Window : QPalette::Base);
+            EXPECT_EQ(shown.pixelColor(shown.width() / 2, 4), expected) << pField->metaObject()->className();
+        }
+}

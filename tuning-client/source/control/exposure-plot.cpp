@@ -3,6 +3,7 @@
 #include "tuning-client/source/control/curve-data.h"
 #include "tuning-client/source/control/plot.h"
 
+#include <qwt_legend.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_directpainter.h>
@@ -88,6 +89,7 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
 
     m_itimeCurve = curveMake(*this, tr("Integration Time"), Qt::green, yLeft);
     m_gainCurve = curveMake(*this, tr("Gain"), Qt::red, yRight);
+    insertLegend(new QwtLegend, TopLegend);
     plot::inspectable(*this);
 }
 
