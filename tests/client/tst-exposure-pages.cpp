@@ -94,7 +94,9 @@ TEST_F(ExposurePagesTest, ItemsStandForEnumeratorsAndAllElseGoesBack)
         board->requestsClear();
         auto& widget = ae(generation);
         EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), "120Hz");
+        QCoreApplication::processEvents();
         EXPECT_EQ(sent(AeConfigSet), 0u) << "what is shown is not sent";
+        EXPECT_EQ(sent(AeConfigGet), 2u) << "nor taken for a change, after which the page would read again";
         for (const int item : {2, 0, 1})
         {
             widget.pComboBoxFlickerPeriod->setCurrentIndex(item);

@@ -110,7 +110,6 @@ QPalette palette()
         palette.setColor(QPalette::Disabled, role, faint);
     palette.setColor(QPalette::Disabled, QPalette::Base, window);
     palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xc4, 0xc9, 0xd1));
-    palette.setColor(QPalette::Disabled, QPalette::HighlightedText, text);
     return palette;
 }
 } // namespace

@@ -20,6 +20,8 @@
 
 namespace
 {
+constexpr int legendLine = 24;
+
 CurveData& curveData(QwtPlotCurve& curve) { return static_cast<CurveData&>(*curve.data()); }
 
 QPointF originOf(const QwtInterval& interval) { return {interval.minValue() + interval.width() / 2, 0.0}; }
@@ -31,6 +33,7 @@ QwtPlotCurve* curveMake(QwtPlot& plot, const QString& title, const QColor& color
     pCurve->setRenderHint(QwtPlotItem::RenderAntialiased, true);
     pCurve->setPaintAttribute(QwtPlotCurve::ClipPolygons, false);
     pCurve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+    pCurve->setLegendIconSize({legendLine, legendLine / 3});
     pCurve->setYAxis(axis);
     pCurve->setData(new CurveData);
     return pCurve;
