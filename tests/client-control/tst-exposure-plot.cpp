@@ -2,6 +2,8 @@
 
 #include "tests/support/qt-main.h"
 
+#include <qwt_legend.h>
+#include <qwt_legend_label.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_marker.h>
 #include <qwt_scale_div.h>
@@ -143,6 +145,18 @@ TEST(ExposurePlot, TurnsThePageFromTheLastPointBeforeAndRestsWhileHidden)
     EXPECT_EQ(curve(plot, 0).dataSize(), 0u);
     plot.append(1, 1);
     EXPECT_LT(curve(plot, 1).sample(0).x(), 1);
+}
+
+TEST(ExposurePlot, NamesItsCurvesInALegend)
+{
+    const ExposurePlot plot(nullptr);
+    const auto* pLegend = qobject_cast<const QwtLegend*>(plot.legend());
+    ASSERT_TRUE(pLegend);
+    QStringList names;
+    for (const auto* pItem : plot.itemList())
+        for (auto* pWidget : pLegend->legendWidgets(plot.itemToInfo(const_cast<QwtPlotItem*>(pItem))))
+            names.append(qobject_cast<QwtLegendLabel*>(pWidget)->text().text());
+    EXPECT_EQ(names, QStringList({"Integration Time", "Gain"}));
 }
 
 TEST(ExposurePlot, KeepsTheWindowForALengthThatIsNoneOrTheSame)

@@ -59,3 +59,19 @@ TEST(NumberFieldsTest, ADecimalCommaOfTheDesktopIsNone)
     row.setValue(1234.5);
     EXPECT_EQ(row.findChild<QDoubleSpinBox*>()->text(), "1234.50");
 }
+
+TEST(NumberFieldsTest, AFieldThatOnlyShowsHasTheColourOfItsSurroundings)
+{
+    QLineEdit text;
+    QSpinBox box;
+    QDoubleSpinBox bare;
+    bare.setButtonSymbols(QAbstractSpinBox::NoButtons);
+    for (QWidget* pField : std::initializer_list<QWidget*>{&text, &box, &bare})
+        for (const bool isReadOnly : {false, true, false})
+        {
+            pField->setProperty("readOnly", isReadOnly);
+            const auto shown = pField->grab().toImage();
+            const auto expected = QGuiApplication::palette().color(isReadOnly ? QPalette::Window : QPalette::Base);
+            EXPECT_EQ(shown.pixelColor(shown.width() / 2, 4), expected) << pField->metaObject()->className();
+        }
+}

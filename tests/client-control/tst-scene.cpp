@@ -37,6 +37,12 @@ TEST(Scene, ShowsEachValueInItsCell)
     EXPECT_EQ(foreground(*cell(scene, 1, 2)), QColor(Qt::darkGreen));
     EXPECT_EQ(cell(scene, 0, 0)->text(), "0");
     EXPECT_EQ(background(*cell(scene, 0, 0)), QColor(Qt::black));
+    cell(scene, 0, 0)->resize(60, 40);
+    const auto shown = cell(scene, 0, 0)->grab().toImage();
+    int light = 0;
+    for (int i = 0; i < 60 * 40; ++i)
+        light += shown.pixelColor(i % 60, i / 60).red() > 200;
+    EXPECT_GT(light, 10) << "an outline parts the dark text from a dark cell";
 }
 
 TEST(Scene, GivesAllCellsTheSameRoom)

@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
 #include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tuning-client/source/control/json-model.h"
@@ -7,6 +8,7 @@
 
 #include <QAction>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -69,15 +71,46 @@ TEST_F(ThreeAPageTest, EditsReachTheBoardWithSave)
     widget.pJsonView->pActionDuplicate->trigger();
     tree.setData(tree.index(0, 1, tree.index(1, 0)), -5, Qt::UserRole);
     EXPECT_EQ(fileRead(boardPath()), sample) << "nothing before the user says so";
+    EXPECT_TRUE(widget.pPushButtonSave->font().bold());
     press(widget.pPushButtonSave);
+    EXPECT_FALSE(widget.pPushButtonSave->font().bold());
     auto expected = sample;
     EXPECT_EQ(fileRead(boardPath()), expected.replace("[1, 2.50]", "[-5, 2.50, 2.50]"));
 
     // A refresh shows the board's file again.
+    widget.pJsonView->pActionDuplicate->trigger();
+    EXPECT_TRUE(widget.pPushButtonSave->font().bold());
     boardWrite("{\"b\": true}");
     emit pMainWindow->refresh();
     EXPECT_EQ(model(widget).rowCount(), 1);
     EXPECT_EQ(model(widget).index(0, 0).data(), "b");
+    EXPECT_TRUE(waitUntil([&] { return status() == "Unsaved changes of 3aconfig.json were dropped"; }));
+    EXPECT_FALSE(widget.pPushButtonSave->font().bold());
+    emit pMainWindow->refresh();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(status(), "Request update...") << "nothing was dropped";
+}
+
+TEST_F(ThreeAPageTest, WhatAnEditorRefusesIsToldWithAnExample)
+{
+    auto& widget = show();
+    auto& tree = model(widget);
+    pMainWindow->activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return pMainWindow->isActiveWindow(); }));
+    widget.pJsonView->expandAll();
+    const auto edit = [&](int row)
+    {
+        widget.pJsonView->edit(tree.index(row, 1, tree.index(1, 0)));
+        return widget.pJsonView->viewport()->findChild<QLineEdit*>();
+    };
+    EXPECT_TRUE(typeOver(edit(1), "12"));
+    EXPECT_EQ(status(), "\"12\" is not taken: A number with a point and digits behind it, such as 12.0, or one digit. "
+                        "Escape leaves the old value.");
+    EXPECT_FALSE(typeOver(edit(1), "12.0"));
+    EXPECT_EQ(status(), "") << "that is over";
+    QTest::keyClicks(edit(0), "x");
+    EXPECT_TRUE(status().startsWith("What was typed is not taken: A whole number of 64 bits, such as "))
+        << str(status());
 }
 
 TEST_F(ThreeAPageTest, FailuresLeaveTheDocumentAndTheFiles)

@@ -112,6 +112,10 @@ TEST_F(CalibrationPageTest, ShowsElementsAttributesAndText)
     EXPECT_EQ(pAttributes->topLevelItemCount(), 0);
     EXPECT_EQ(widget.pPlainTextEdit->toPlainText(), "<raw>");
     EXPECT_TRUE(widget.pPlainTextEdit->isReadOnly());
+    QTest::keyClick(pTree, Qt::Key_Down);
+    EXPECT_EQ(pTree->currentItem(), pGroup);
+    EXPECT_EQ(pAttributes->topLevelItemCount(), 2) << "keys show the row as clicks do";
+    EXPECT_EQ(widget.pPlainTextEdit->toPlainText(), "");
     EXPECT_EQ(board->requestCount(), 0u) << "selecting costs no command";
 
     // Prefixes are parts of the names, declared or not.
@@ -179,6 +183,8 @@ TEST_F(CalibrationPageTest, WhatIsNoXmlLeavesBothTreesEmpty)
         pTree->refreshMaybe();
         EXPECT_EQ(pTree->topLevelItemCount(), 0);
     }
+    EXPECT_EQ(elementsOf(sample), 1);
+    EXPECT_EQ(widget.pPlainTextEdit->placeholderText(), "") << "a failure that is over";
     qInstallMessageHandler(previous);
 }
 

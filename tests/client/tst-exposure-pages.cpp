@@ -31,6 +31,7 @@ namespace
 enum Id
 {
     AeConfigGet = 4000101,
+    AeConfigSet = 4000102,
     AeEnableGet = 4000103,
     AeReset = 4000105,
     AeStatusGet,
@@ -88,8 +89,14 @@ TEST_F(ExposurePagesTest, ItemsStandForEnumeratorsAndAllElseGoesBack)
         const auto bytes = [&] { return std::string(reinterpret_cast<const char*>(&settings), sizeof settings); };
         settings.v1.isBypass = true;
         settings.v2.dummy = 0x12345678;
+        settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod120Hz;
         board->recordSet("Ae", generation, bytes());
+        board->requestsClear();
         auto& widget = ae(generation);
+        EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), "120Hz");
+        QCoreApplication::processEvents();
+        EXPECT_EQ(sent(AeConfigSet), 0u) << "what is shown is not sent";
+        EXPECT_EQ(sent(AeConfigGet), 2u) << "nor taken for a change, after which the page would read again";
         for (const int item : {2, 0, 1})
         {
             widget.pComboBoxFlickerPeriod->setCurrentIndex(item);

@@ -191,6 +191,10 @@ TEST_F(MainWindowTest, ChoosingAChipBuildsItAnew)
     open();
     EXPECT_EQ(texts(menu("&Sensor")->actions()), QStringList({"Sensor &0", "Sensor &1"}));
     action("&Sensor", "Sensor &1")->trigger();
+    const auto icon = action("&Sensor", "Sensor &1")->icon();
+    const auto corner = [&](QIcon::Mode mode) { return icon.pixmap(16, mode).toImage().pixelColor(0, 0); };
+    EXPECT_EQ(corner(QIcon::Normal).alpha(), 0);
+    EXPECT_EQ(corner(QIcon::Active), QColor(Qt::white)) << "dark on a dark highlight";
     action("&ISP", "Core &0")->trigger();
 
     QPointer<QWidget> pOld = pMainWindow->centralWidget();

@@ -411,6 +411,27 @@ TEST_F(IspRegisterPageTest, RegisterFileGoesOutAndComesBack)
     EXPECT_EQ(fields(), "9 9 1001");
 }
 
+TEST_F(IspRegisterPageTest, NamesThatDifferInPunctuationStayApartInAFile)
+{
+    board->answerSet(RegStatus, "name",
+                     json(R"([{"module.id": 0, "description": "A/B"}, {"module.id": 1, "description": "A B"}])"));
+    fileWrite(path, "<OPTRIX_1><A_B><a>0x5</a></A_B></OPTRIX_1>");
+    for (const auto* pValue : {"0x1", "0x2"})
+    {
+        const std::string name = pValue == std::string("0x1") ? "A/B" : "A B";
+        board->answerSet(RegStatus, "registers",
+                         json(R"([{"address": "0x4", "permission": 1, "name": "a", "value.default": ")" +
+                              std::string(pValue) + "\"}]"));
+        choose(QString::fromStdString(name));
+        pressWith("Load", path);
+        EXPECT_EQ(cell(0, RegisterTable::Value), "0x5") << "an older file";
+        pressWith("Save", path);
+        pressWith("Load", path);
+        EXPECT_EQ(cell(0, RegisterTable::Value), pValue);
+    }
+    EXPECT_EQ(fileRead(path).count("size="), 2);
+}
+
 TEST_F(IspRegisterPageTest, RegisterFilesThatDoNotFitChangeNothing)
 {
     pressWith("Save", path);
@@ -466,4 +487,9 @@ TEST(RegisterDocumentTest, NamesBecomeElementNames)
                               {"\u66dd\u5149", "_u66DDu5149"}};
     for (const auto& [name, expected] : cases)
         EXPECT_EQ(register_document::nameMake(QString::fromUtf8(name)), expected);
+    const QStringList modules = {"A/B", "A B", "A_B", "1.A/B", "A-B"};
+    QStringList tags;
+    for (const auto& name : modules)
+        tags.append(register_document::tagMake(name, modules));
+    EXPECT_EQ(tags, QStringList({"Au002FB", "Au0020B", "Au005FB", "_1.A_B", "A-B"}));
 }

@@ -3,6 +3,7 @@
 #include "tests/support/actions.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/control/image-label.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
@@ -83,6 +84,8 @@ TEST_F(ViewerTest, NewestFileIsShown)
     viewer.open(directory.path());
     EXPECT_EQ(label().size(), QSize(320, 200));
     EXPECT_EQ(text("Size"), "320 x 200");
+    EXPECT_EQ(text("File"), "c.pgm");
+    EXPECT_EQ(viewer.windowTitle(), "Image Viewer");
     EXPECT_EQ(text("Zoom"), "100 %");
 }
 
@@ -135,8 +138,14 @@ TEST_F(ViewerTest, StatusBarTellsThePixelUnderTheMouse)
     QTest::mouseMove(&label(), {126, 0});
     EXPECT_EQ(text("Pixel"), "x 100  y 0   Raw 100   RGB 24 24 24");
     action("&Fit to Window").trigger();
-    QTest::mouseMove(&label(), {label().width() - 1, label().height() - 1});
+    const auto size = viewer.findChild<QScrollArea*>()->viewport()->size();
+    const int width = 600 * size.height() / 500;
+    const int left = (size.width() - width) / 2;
+    QTest::mouseMove(&label(), {left + width - 1, size.height() - 1});
     EXPECT_EQ(text("Pixel"), "x 599  y 499   Raw 1098   RGB 255 255 255");
+    EXPECT_EQ(text("Zoom"), QString("%1 %").arg(qRound(100.0 * size.height() / 500)));
+    QTest::mouseMove(&label(), {left - 2, size.height() - 1});
+    EXPECT_EQ(text("Pixel"), "") << "beside a picture that keeps its proportions";
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&label(), &leave);
     EXPECT_EQ(text("Pixel"), "");
@@ -148,8 +157,9 @@ TEST_F(ViewerTest, EnlargedPixelsStaySquares)
     viewer.open(directory.path());
     action("&Fit to Window").trigger();
     const auto shown = label().grab().toImage();
-    EXPECT_EQ(shown.pixelColor(shown.width() / 2 - 2, 5), QColor(255, 0, 0));
-    EXPECT_EQ(shown.pixelColor(shown.width() / 2 + 2, 5), QColor(0, 255, 0));
+    EXPECT_EQ(shown.pixelColor(shown.rect().center() - QPoint(2, 0)), QColor(255, 0, 0));
+    EXPECT_EQ(shown.pixelColor(shown.rect().center() + QPoint(3, 0)), QColor(0, 255, 0));
+    EXPECT_EQ(shown.pixelColor(shown.width() / 2 - 2, 5), QColor(Qt::white)) << "above it";
 }
 
 TEST_F(ViewerTest, WhatCannotBeLoadedIsToldInABox)
@@ -206,6 +216,14 @@ TEST_F(ViewerTest, FileIsCopiedThroughTheDialog)
         choose("&Save As...", QString());
     }
     EXPECT_EQ(QDir(directory.path()).entryList(QDir::Files).size(), 9);
+
+    // Those keys stand for two actions.
+    viewer.activateWindow();
+    ASSERT_TRUE(waitUntil([&] { return viewer.isActiveWindow(); }));
+    EXPECT_TRUE(action("&Normal Size").isEnabled());
+    const FileDialogAnswer answer(directory.filePath("keys"));
+    QTest::keyClick(&viewer, Qt::Key_S, Qt::ControlModifier);
+    EXPECT_TRUE(QFile::exists(directory.filePath("keys.jpg"))) << str(answer.seen);
 
     const auto other = directory.filePath("z.png");
     ASSERT_TRUE(image.save(other));

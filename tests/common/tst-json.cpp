@@ -109,6 +109,9 @@ TEST(Json, SizeIsLimitedBeforeItIsParsed)
     EXPECT_NE(failureOfText("[" + repeat("{},", limit::jsonElements / 2) + "0]"), "");
     // Brackets and commas within a text count nothing.
     EXPECT_EQ(failureOfText("[\"\\\"" + repeat("[,", limit::jsonElements) + "\"]"), "");
+    // They count again behind one that ends with a backslash.
+    EXPECT_NE(failureOfText(R"(["\\\",)" + nested(limit::jsonDepth) + "]"), "");
+    EXPECT_NE(failureOfText(R"(["\\")" + repeat(",0", limit::jsonElements) + "]"), "");
 }
 
 TEST(Json, ThreadsReadAtTheSameTime)

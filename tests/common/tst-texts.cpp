@@ -74,12 +74,13 @@ TEST(FileSystem, BoardNeverChoosesTheDirectory)
     for (const auto* pName : {"\xc3\xa4\xe2\x82\xac\xf0\x9f\x98\x80", "\xed\x9f\xbf", "\xf4\x8f\xbf\xbf"})
         EXPECT_EQ(FileSystem::localNameGet(pName), pName);
     EXPECT_EQ(FileSystem::localNameGet(std::string(255, 'x')).size(), 255u);
-    for (const auto& text : {std::string(), std::string("."), std::string("a/.."), std::string("dir/"),
-                             std::string("a\nb"), std::string("a\0b", 3), std::string("..\\a"), std::string("\x7f"),
-                             std::string(256, 'x'), std::string("\xff.xml"), std::string("cut\xe2\x82"),
-                             std::string("\xed\xa0\x80"), std::string("\xf4\x90\x80\x80"),
-                             std::string("\xef\xbb\xbf"
-                                         "a.xml")})
+    for (const auto& text :
+         {std::string(), std::string("."), std::string("a/.."), std::string("dir/"), std::string("a\nb"),
+          std::string("a\0b", 3), std::string("..\\a"), std::string("\x7f"), std::string(256, 'x'),
+          std::string("\xff.xml"), std::string("cut\xe2\x82"), std::string("\xc0\x80"), std::string("\xc1\xbf"),
+          std::string("\xed\xa0\x80"), std::string("\xf4\x90\x80\x80"),
+          std::string("\xef\xbb\xbf"
+                      "a.xml")})
         EXPECT_THROW(FileSystem::localNameGet(text), std::runtime_error) << text;
     EXPECT_EQ(FileSystem::filenameGetFromPath("/a/b"), "b");
     EXPECT_EQ(FileSystem::filenameGetFromPath("b"), "b");

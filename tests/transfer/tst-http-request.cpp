@@ -11,13 +11,16 @@
 using t_transfer::http::Client;
 using namespace std::chrono_literals;
 
-/// Stands before the system's resolver, which never comes to an end with some networks.
+/// Stands before the system's resolver, which never comes to an end with some networks. One name has two addresses.
 extern "C" int getaddrinfo(const char* pNode, const char* pService, const addrinfo* pHints, addrinfo** ppResult)
 {
     if (std::string(pNode) == "hanging.test")
         std::this_thread::sleep_for(2s);
     static const auto fSystem = reinterpret_cast<decltype(&getaddrinfo)>(dlsym(RTLD_NEXT, "getaddrinfo"));
-    return fSystem(pNode, pService, pHints, ppResult);
+    if (std::string(pNode) != "two-addresses.test")
+        return fSystem(pNode, pService, pHints, ppResult);
+    const int error = fSystem("127.0.0.2", pService, pHints, ppResult);
+    return error != 0 ? error : fSystem("127.0.0.1", pService, pHints, &(*ppResult)->ai_next);
 }
 
 namespace
@@ -245,6 +248,27 @@ TEST(HttpRequest, NameIsResolvedAndEveryAddressTried)
     const Stopwatch stopwatch;
     EXPECT_TRUE(contains(failureOfRequest(client("hanging.test", 80), 1), "could not be resolved"));
     EXPECT_LT(stopwatch.seconds(), 1.5);
+}
+
+TEST(HttpRequest, AddressThatSwallowsEverythingLeavesTimeForTheNext)
+{
+    const RawPeer peer(RawPeer::answering(answer("{\"a\":1}")));
+    // A listener whose queue is full answers no further attempt.
+    std::vector<int> handles;
+    for (int i = 0; i < 4; ++i)
+    {
+        handles.push_back(::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK, 0));
+        auto address = loopback(peer.port);
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK + 1);
+        const auto* pAddress = reinterpret_cast<sockaddr*>(&address);
+        if (i == 0)
+            ASSERT_TRUE(::bind(handles[0], pAddress, sizeof address) == 0 && ::listen(handles[0], 0) == 0);
+        else
+            ::connect(handles[size_t(i)], pAddress, sizeof address);
+    }
+    EXPECT_EQ(failureOfRequest(client("two-addresses.test", peer.port), 2), "");
+    for (const int handle : handles)
+        ::close(handle);
 }
 
 TEST(HttpRequest, TimeLimitHoldsForTheWholeExchange)

@@ -7,10 +7,13 @@
 #include <QAction>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
+#include <QLabel>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QTextDocument>
 
 namespace
 {
@@ -18,14 +21,14 @@ constexpr double zoomMaximum = 3.0;
 constexpr double zoomMinimum = 0.333;
 // A message hides what the status bar tells of the pixel under the mouse.
 constexpr int messageMs = 10000;
+constexpr int fileNameLength = 40;
 
 QString percent(int shown, int whole) { return QString::number(qRound(100.0 * shown / whole)) + " %"; }
 } // namespace
 
 ImageViewerMainWindow::ImageViewerMainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
 {
-    auto* pPictureLabel = new PictureLabel;
-    imageLabel = pPictureLabel;
+    imageLabel = new PictureLabel;
     imageLabel->setBackgroundRole(QPalette::Base);
     imageLabel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     imageLabel->setScaledContents(true);
@@ -39,9 +42,9 @@ ImageViewerMainWindow::ImageViewerMainWindow(QWidget* parent, Qt::WindowFlags fl
     createActions();
     createMenus();
     createStatusBar();
-    connect(pPictureLabel, &PictureLabel::pointed, this, &ImageViewerMainWindow::pixelShow);
-    connect(pPictureLabel, &PictureLabel::left, pLabelPixel, &QLabel::clear);
-    connect(pPictureLabel, &PictureLabel::resized, this, &ImageViewerMainWindow::sizeShow);
+    connect(imageLabel, &PictureLabel::pointed, this, &ImageViewerMainWindow::pixelShow);
+    connect(imageLabel, &PictureLabel::left, pLabelPixel, &QLabel::clear);
+    connect(imageLabel, &PictureLabel::resized, this, &ImageViewerMainWindow::sizeShow);
     setWindowTitle(tr("Image Viewer"));
     resize(1000, 800);
 }
@@ -62,8 +65,9 @@ void ImageViewerMainWindow::createActions()
     exitAct = actionMake(tr("&Exit"), "Ctrl+E", true, &ImageViewerMainWindow::exit);
     zoomInAct = actionMake(tr("Zoom &In (25%)"), "Ctrl++", false, &ImageViewerMainWindow::zoomIn);
     zoomOutAct = actionMake(tr("Zoom &Out (25%)"), "Ctrl+-", false, &ImageViewerMainWindow::zoomOut);
-    // The same keys as those of saving.
+    // The same keys as those of saving, which gets them: two that listen everywhere would get nothing.
     normalSizeAct = actionMake(tr("&Normal Size"), "Ctrl+S", false, &ImageViewerMainWindow::normalSize);
+    normalSizeAct->setShortcutContext(Qt::WidgetShortcut);
     fitToWindowAct = actionMake(tr("&Fit to Window"), "Ctrl+F", false, &ImageViewerMainWindow::fitToWindow);
     fitToWindowAct->setCheckable(true);
 }
@@ -90,9 +94,11 @@ void ImageViewerMainWindow::createStatusBar()
         return pLabel;
     };
     pLabelPixel = labelMake("Pixel");
+    pLabelFile = labelMake("File");
     pLabelZoom = labelMake("Zoom");
     pLabelSize = labelMake("Size");
     statusBar()->addWidget(pLabelPixel, 1);
+    statusBar()->addPermanentWidget(pLabelFile);
     statusBar()->addPermanentWidget(pLabelZoom);
     statusBar()->addPermanentWidget(pLabelSize);
 }
@@ -123,6 +129,7 @@ bool ImageViewerMainWindow::fileShow(const QString& fileName)
         if (!newPicture.isNull())
         {
             pictureShow(newPicture);
+            fileNameShow(fileName);
             return true;
         }
     }
@@ -139,6 +146,14 @@ void ImageViewerMainWindow::pictureShow(const Picture& newPicture)
     if (!fitToWindowAct->isChecked())
         imageLabel->adjustSize();
     sizeShow();
+}
+
+void ImageViewerMainWindow::fileNameShow(const QString& fileName)
+{
+    const auto metrics = pLabelFile->fontMetrics();
+    const int width = fileNameLength * metrics.averageCharWidth();
+    pLabelFile->setText(metrics.elidedText(QFileInfo(fileName).fileName(), Qt::ElideMiddle, width));
+    pLabelFile->setToolTip(fileName.isEmpty() ? QString() : Qt::convertFromPlainText(fileName));
 }
 
 void ImageViewerMainWindow::saveAs()
@@ -178,6 +193,7 @@ void ImageViewerMainWindow::normalSize()
 
 void ImageViewerMainWindow::fitToWindow()
 {
+    imageLabel->setFitted(fitToWindowAct->isChecked());
     scrollArea->setWidgetResizable(fitToWindowAct->isChecked());
     if (!fitToWindowAct->isChecked())
         normalSize();
@@ -227,9 +243,10 @@ void ImageViewerMainWindow::sizeShow()
         pLabelSize->clear();
         return;
     }
-    const auto across = percent(imageLabel->width(), size.width());
-    const auto down = percent(imageLabel->height(), size.height());
-    pLabelZoom->setText(across == down ? across : across + " x " + down);
+    // The longer side is rounded less.
+    const auto shown = imageLabel->pictureRect();
+    pLabelZoom->setText(size.width() > size.height() ? percent(shown.width(), size.width())
+                                                     : percent(shown.height(), size.height()));
     pLabelSize->setText(QString("%1 x %2").arg(size.width()).arg(size.height()));
 }
 
@@ -239,5 +256,6 @@ void ImageViewerMainWindow::closeEvent(QCloseEvent* pEvent)
     QMainWindow::closeEvent(pEvent);
     picture = Picture();
     imageLabel->clear();
+    fileNameShow({});
     sizeShow();
 }

@@ -8,8 +8,10 @@
 class QLabel;
 class QScrollArea;
 class QScrollBar;
+class PictureLabel;
 
-/// Shows one picture file, with zoom; the status bar tells the pixel under the mouse. Closed, it keeps no picture.
+/// Shows one picture file, with zoom; the status bar tells the file and the pixel under the mouse. Closed, it keeps no
+/// picture.
 class ImageViewerMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -42,12 +44,13 @@ private:
     void updateActions();
     bool fileShow(const QString& fileName);
     void pictureShow(const Picture& newPicture);
+    void fileNameShow(const QString& fileName);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
     void scaleImage(double factor);
     void adjustScrollBar(QScrollBar* scrollBar, double factor);
 
-    QLabel* imageLabel = nullptr;
+    PictureLabel* imageLabel = nullptr;
     QScrollArea* scrollArea = nullptr;
     double scaleFactor = 1.0;
     QAction* openAct = nullptr;
@@ -62,6 +65,7 @@ private:
     QString imageFileName;
     Picture picture;
     QLabel* pLabelPixel = nullptr;
+    QLabel* pLabelFile = nullptr;
     QLabel* pLabelZoom = nullptr;
     QLabel* pLabelSize = nullptr;
 };

@@ -25,6 +25,7 @@
 #include <QLabel>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QStatusBar>
 #include <QStatusTipEvent>
 #include <QStyle>
@@ -433,7 +434,13 @@ void MainWindow::mark(QAction* pAction, const QString& icon)
     for (auto* pOther : qobject_cast<QMenu*>(pAction->parent())->actions())
         if (isMarked(pOther))
             pOther->setIcon(QIcon());
-    pAction->setIcon(QIcon(icon));
+    // A highlighted entry is as dark as the marks are.
+    QPixmap onLight(icon);
+    onLight.fill(palette().color(QPalette::Base));
+    QPainter(&onLight).drawPixmap(0, 0, QPixmap(icon));
+    QIcon markIcon(icon);
+    markIcon.addPixmap(onLight, QIcon::Active);
+    pAction->setIcon(markIcon);
 }
 
 // Entries of menus have no tips. An empty one would clear the status bar, and with it the text of a failure.

@@ -15,12 +15,35 @@
 
 namespace
 {
-/// The title of a group box and the items of a combo box are measured by their ink and drawn with the pen's way, so
-/// that wide fonts lose the end of a long text.
-class WholeTexts : public QProxyStyle
+/// What Fusion lacks. The title of a group box and the items of a combo box are measured by their ink and drawn with
+/// the pen's way, so that wide fonts lose the end of a long text. Fields that only show look like those that can be
+/// edited.
+class HouseStyle : public QProxyStyle
 {
 public:
-    explicit WholeTexts(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
+    explicit HouseStyle(QStyle* pStyle) : QProxyStyle(pStyle) { setObjectName("fusion"); }
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption* pOption, QPainter* pPainter,
+                       const QWidget* pWidget) const override
+    {
+        const auto* pFrame = qstyleoption_cast<const QStyleOptionFrame*>(pOption);
+        if (element != PE_PanelLineEdit || !pFrame || !(pFrame->state & State_ReadOnly))
+            return QProxyStyle::drawPrimitive(element, pOption, pPainter, pWidget);
+        auto shown = *pFrame;
+        flatten(shown.palette);
+        QProxyStyle::drawPrimitive(element, &shown, pPainter, pWidget);
+    }
+
+    void drawComplexControl(ComplexControl control, const QStyleOptionComplex* pOption, QPainter* pPainter,
+                            const QWidget* pWidget) const override
+    {
+        const auto* pSpinBox = qstyleoption_cast<const QStyleOptionSpinBox*>(pOption);
+        if (control != CC_SpinBox || !pSpinBox || !(pSpinBox->state & State_ReadOnly))
+            return QProxyStyle::drawComplexControl(control, pOption, pPainter, pWidget);
+        auto shown = *pSpinBox;
+        flatten(shown.palette);
+        QProxyStyle::drawComplexControl(control, &shown, pPainter, pWidget);
+    }
 
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* pOption, SubControl subControl,
                          const QWidget* pWidget) const override
@@ -46,6 +69,9 @@ public:
     }
 
 private:
+    /// Gives what is read only the colour of its surroundings.
+    static void flatten(QPalette& palette) { palette.setBrush(QPalette::Base, palette.window()); }
+
     /// By how much the longest text is longer than its ink.
     static int lost(const QFontMetrics& metrics, const QStringList& texts)
     {
@@ -99,7 +125,7 @@ void Font::Kestrix()
 
 void Style::Kestrix()
 {
-    QApplication::setStyle(new WholeTexts(QStyleFactory::create("Fusion")));
+    QApplication::setStyle(new HouseStyle(QStyleFactory::create("Fusion")));
     QApplication::setPalette(palette());
 
     auto locale = QLocale::c();

@@ -3,6 +3,7 @@
 #include "tuning-client/source/control/curve-data.h"
 #include "tuning-client/source/control/plot.h"
 
+#include <qwt_legend.h>
 #include <qwt_plot_canvas.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_directpainter.h>
@@ -19,6 +20,8 @@
 
 namespace
 {
+constexpr int legendLine = 24;
+
 CurveData& curveData(QwtPlotCurve& curve) { return static_cast<CurveData&>(*curve.data()); }
 
 QPointF originOf(const QwtInterval& interval) { return {interval.minValue() + interval.width() / 2, 0.0}; }
@@ -30,6 +33,7 @@ QwtPlotCurve* curveMake(QwtPlot& plot, const QString& title, const QColor& color
     pCurve->setRenderHint(QwtPlotItem::RenderAntialiased, true);
     pCurve->setPaintAttribute(QwtPlotCurve::ClipPolygons, false);
     pCurve->setLegendAttribute(QwtPlotCurve::LegendShowLine);
+    pCurve->setLegendIconSize({legendLine, legendLine / 3});
     pCurve->setYAxis(axis);
     pCurve->setData(new CurveData);
     return pCurve;
@@ -88,6 +92,7 @@ ExposurePlot::ExposurePlot(QWidget* parent) : QwtPlot(parent), m_directPainter(n
 
     m_itimeCurve = curveMake(*this, tr("Integration Time"), Qt::green, yLeft);
     m_gainCurve = curveMake(*this, tr("Gain"), Qt::red, yRight);
+    insertLegend(new QwtLegend, TopLegend);
     plot::inspectable(*this);
 }
 

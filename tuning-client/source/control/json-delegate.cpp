@@ -63,10 +63,12 @@ QWidget* JsonDelegate::createEditor(QWidget* pParent, const QStyleOptionViewItem
     switch (type)
     {
     case t_json::ValueTypeDouble:
-        return make(regexDouble, true, tr("A number with a point and digits behind it, or one digit"));
+        return make(regexDouble, true, tr("A number with a point and digits behind it, such as 12.0, or one digit"));
     case t_json::ValueTypeInt:
     case t_json::ValueTypeUInt:
-        return make(type == t_json::ValueTypeInt ? regexInt : regexUInt, true, tr("A whole number of 64 bits"));
+        return make(type == t_json::ValueTypeInt ? regexInt : regexUInt, true,
+                    type == t_json::ValueTypeInt ? tr("A whole number of 64 bits, such as -12")
+                                                 : tr("A whole number of 64 bits, such as 12"));
     default:
         return make(QRegularExpression(), false, tr("Any text"));
     }

@@ -140,9 +140,14 @@ bool JsonModel::setData(const QModelIndex& index, const QVariant& variant, int r
         *pValue = variant.toULongLong();
         break;
     default:
-        return QStandardItemModel::setData(index, variant, role);
+    {
+        const bool isSet = QStandardItemModel::setData(index, variant, role);
+        emit edited();
+        return isSet;
+    }
     }
     emit dataChanged(index, index);
+    emit edited();
     return true;
 }
 
@@ -177,6 +182,7 @@ void JsonModel::insert(const QModelIndex& index, Value* pValue)
     auto* pItemParent = parentItem(index);
     pItemParent->insertRow(place, row(QString::number(place), &(*pValueParent)[place]));
     sync(pItemParent, pValueParent);
+    emit edited();
 }
 
 void JsonModel::erase(const QModelIndex& index)
@@ -187,6 +193,7 @@ void JsonModel::erase(const QModelIndex& index)
     pItemParent->removeRow(place);
     pValueParent->erase(place);
     sync(pItemParent, pValueParent);
+    emit edited();
 }
 
 /// A change has moved the elements in memory: tells the rows where their values are now.

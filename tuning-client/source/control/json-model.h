@@ -35,6 +35,10 @@ public:
     void insert(const QModelIndex& index, t_json::Value* pValue);
     void erase(const QModelIndex& index);
 
+signals:
+    /// The document has changed, and each row knows its value again.
+    void edited();
+
 private:
     void setup(QStandardItem* pItemParent, t_json::Value* pValue);
     QList<QStandardItem*> row(const QString& key, t_json::Value* pValue);

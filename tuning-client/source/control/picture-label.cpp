@@ -2,8 +2,24 @@
 
 #include <QMouseEvent>
 #include <QPainter>
+#include <QStyle>
 
 PictureLabel::PictureLabel(QWidget* pParent) : QLabel(pParent) { setMouseTracking(true); }
+
+void PictureLabel::setFitted(bool isFitted_)
+{
+    isFitted = isFitted_;
+    update();
+}
+
+QRect PictureLabel::pictureRect() const
+{
+    if (!isFitted)
+        return rect();
+    auto size = pixmap(Qt::ReturnByValue).size();
+    size = size.scaled(this->size(), Qt::KeepAspectRatio).expandedTo({1, 1});
+    return QStyle::alignedRect(Qt::LeftToRight, Qt::AlignCenter, size, rect());
+}
 
 void PictureLabel::leaveEvent(QEvent* pEvent)
 {
@@ -15,12 +31,14 @@ void PictureLabel::mouseMoveEvent(QMouseEvent* pEvent)
 {
     QLabel::mouseMoveEvent(pEvent);
     const auto size = pixmap(Qt::ReturnByValue).size();
+    const auto shown = pictureRect();
+    const auto place = pEvent->pos() - shown.topLeft();
     // With a button held down the mouse may be outside.
-    if (size.isEmpty() || !rect().contains(pEvent->pos()))
+    if (size.isEmpty() || !shown.contains(pEvent->pos()))
         emit left();
     else
-        emit pointed(
-            {int(qint64(pEvent->x()) * size.width() / width()), int(qint64(pEvent->y()) * size.height() / height())});
+        emit pointed({int(qint64(place.x()) * size.width() / shown.width()),
+                      int(qint64(place.y()) * size.height() / shown.height())});
 }
 
 // Enlarged pixels stay squares, as whoever counts them wants them.
@@ -30,8 +48,9 @@ void PictureLabel::paintEvent(QPaintEvent*)
     if (picture.isNull())
         return;
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform, width() < picture.width());
-    painter.drawPixmap(rect(), picture);
+    const auto shown = pictureRect();
+    painter.setRenderHint(QPainter::SmoothPixmapTransform, shown.width() < picture.width());
+    painter.drawPixmap(shown, picture);
 }
 
 void PictureLabel::resizeEvent(QResizeEvent* pEvent)

@@ -11,6 +11,12 @@ class PictureLabel : public QLabel
 public:
     explicit PictureLabel(QWidget* pParent = nullptr);
 
+    /// Whether the picture keeps its proportions in a label of other ones, in the middle of it.
+    void setFitted(bool isFitted_);
+
+    /// Where in the label the picture is.
+    QRect pictureRect() const;
+
 signals:
     void pointed(const QPoint& pixel);
     /// The mouse is over no pixel.
@@ -22,4 +28,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* pEvent) override;
     void paintEvent(QPaintEvent* pEvent) override;
     void resizeEvent(QResizeEvent* pEvent) override;
+
+private:
+    bool isFitted = false;
 };

@@ -2,6 +2,8 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPainter>
+#include <QPainterPath>
 
 namespace
 {
@@ -14,6 +16,31 @@ void setColours(QLabel& label, const QColor& background, const QColor& foregroun
     palette.setColor(label.foregroundRole(), foreground);
     label.setPalette(palette);
 }
+
+/// Its text has a light outline, which makes dark colours legible on dark grounds.
+class OutlinedLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+protected:
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        drawFrame(&painter);
+        const auto metrics = fontMetrics();
+        const QPointF start((width() - metrics.horizontalAdvance(text())) / 2.0,
+                            (height() + metrics.ascent() - metrics.descent()) / 2.0);
+        QPainterPath path;
+        path.addText(start, font(), text());
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.strokePath(path, QPen(Qt::white, outline, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter.fillPath(path, palette().color(foregroundRole()));
+    }
+
+private:
+    static constexpr int outline = 3;
+};
 } // namespace
 
 Scene::Scene(QWidget* parent) : QWidget(parent)
@@ -24,7 +51,7 @@ Scene::Scene(QWidget* parent) : QWidget(parent)
     {
         const auto row = i / columnCount;
         const auto column = i % columnCount;
-        auto pCell = new QLabel(this);
+        auto pCell = new OutlinedLabel(this);
         pLabel[i] = pCell;
         pLayout->addWidget(pCell, row, column);
         pLayout->setRowStretch(row, 1);

@@ -2,13 +2,17 @@
 
 #include "tuning-common/source/limits.h"
 
+#include <QApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QStatusTipEvent>
 #include <QTextDocument>
 #include <QToolTip>
 
 namespace
 {
+constexpr int refusedLength = 40;
+
 /// Whether the key confirms the text.
 bool isConfirming(const QEvent* pEvent)
 {
@@ -18,8 +22,16 @@ bool isConfirming(const QEvent* pEvent)
     return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Tab || key == Qt::Key_Backtab;
 }
 
+/// Says in the status bar of the window around the editor what it does not take, and what it does.
+void refusalTell(QLineEdit* pLineEdit, const QString& refused)
+{
+    QStatusTipEvent event(TextDelegate::tr("%1 is not taken: %2").arg(refused, pLineEdit->accessibleDescription()));
+    QApplication::sendEvent(pLineEdit, &event);
+}
+
 void mark(QLineEdit* pLineEdit)
 {
+    refusalTell(pLineEdit, '"' + pLineEdit->text().left(refusedLength) + '"');
     auto palette = pLineEdit->palette();
     palette.setColor(QPalette::Base, QColor(0xff, 0xd6, 0xd6));
     pLineEdit->setPalette(palette);
@@ -50,8 +62,9 @@ QLineEdit* TextDelegate::lineEditMake(QWidget* pParent, QValidator* pValidator, 
     auto* pLineEdit = new QLineEdit(pParent);
     pLineEdit->setFrame(false);
     pLineEdit->setAccessibleName(tr("Value"));
+    pLineEdit->setAccessibleDescription(tr("%1. Escape leaves the old value.").arg(expected));
     // Plain: what is expected may be told by an example from the board.
-    pLineEdit->setToolTip(Qt::convertFromPlainText(tr("%1. Escape leaves the old value.").arg(expected)));
+    pLineEdit->setToolTip(Qt::convertFromPlainText(pLineEdit->accessibleDescription()));
     if (isNumber)
         pLineEdit->setInputMethodHints(Qt::ImhFormattedNumbersOnly);
     pValidator->setParent(pLineEdit);
@@ -62,6 +75,8 @@ QLineEdit* TextDelegate::lineEditMake(QWidget* pParent, QValidator* pValidator, 
                 if (pLineEdit->hasAcceptableInput())
                     pLineEdit->setPalette(QPalette());
             });
+    connect(pLineEdit, &QLineEdit::inputRejected, pLineEdit,
+            [pLineEdit] { refusalTell(pLineEdit, tr("What was typed")); });
     return pLineEdit;
 }
 

@@ -7,6 +7,7 @@
 #include <QTextStream>
 #include <QtDebug>
 
+#include <algorithm>
 #include <stdexcept>
 
 namespace
@@ -21,6 +22,19 @@ void textSet(QDomElement element, const QString& text)
         child = next;
     }
     element.appendChild(element.ownerDocument().createTextNode(text));
+}
+
+/// A name without the underscores that stand for anything.
+QString nameSpell(const QString& text)
+{
+    QString name;
+    for (const auto character : text)
+    {
+        const auto code = character.unicode();
+        const bool isPlain = code < 0x80 && (character.isLetter() || (character.isDigit() && !name.isEmpty()));
+        name += isPlain ? QString(character) : QString::asprintf("u%04X", code);
+    }
+    return name;
 }
 } // namespace
 
@@ -43,6 +57,14 @@ QString nameMake(const QString& text)
             name += isLetter || isInner ? character : QChar('_');
     }
     return name.isEmpty() ? "_" : name;
+}
+
+QString tagMake(const QString& module, const QStringList& modules)
+{
+    const auto tag = nameMake(module);
+    const bool isShared = std::any_of(modules.begin(), modules.end(),
+                                      [&](const QString& other) { return other != module && nameMake(other) == tag; });
+    return isShared ? nameSpell(module) : tag;
 }
 
 QDomDocument create()

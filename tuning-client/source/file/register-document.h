@@ -12,6 +12,10 @@ namespace register_document
 /// A name for an element, made of whatever the board calls a module or a register.
 QString nameMake(const QString& text);
 
+/// The name of a module's element. Where other modules of the board would get the same, as "A/B" and "A B" would, all
+/// that is no letter or digit is spelt out.
+QString tagMake(const QString& module, const QStringList& modules);
+
 /// The prolog and the root.
 QDomDocument create();
 

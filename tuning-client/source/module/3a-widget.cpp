@@ -52,11 +52,14 @@ _3AWidget::_3AWidget(QWidget* pParent)
 
     connectGuarded(pPushButtonLoad, &QPushButton::clicked, [this] { readStatus(); });
     connectWrite(pPushButtonSave, &QPushButton::clicked, [this] { configSet(); });
-    connectGuarded(pJsonView, &QTreeView::expanded,
+    connectGuarded(pJsonView, &QTreeView::expanded, [this] { pJsonView->columnsFit(); });
+    connectGuarded(pJsonView, &JsonView::edited,
                    [this]
                    {
-                       pJsonView->resizeColumnToContents(0);
-                       pJsonView->resizeColumnToContents(1);
+                       unsavedSet(true);
+                       // What was refused before is over.
+                       if (auto* pStatusBar = statusBar())
+                           pStatusBar->clearMessage();
                    });
 }
 
@@ -87,8 +90,25 @@ void _3AWidget::updateStatus()
     // The view lets go of the last document before that ends.
     std::swap(jRoot, jRead);
     pJsonView->binding(&jRoot, false);
-    pJsonView->resizeColumnToContents(0);
     isLoaded = true;
+    if (isUnsaved)
+        // A show reads once more and says so.
+        QMetaObject::invokeMethod(this, &_3AWidget::dropTell, Qt::QueuedConnection);
+    unsavedSet(false);
+}
+
+void _3AWidget::unsavedSet(bool isUnsaved_)
+{
+    isUnsaved = isUnsaved_;
+    auto font = pPushButtonSave->font();
+    font.setBold(isUnsaved);
+    pPushButtonSave->setFont(font);
+}
+
+void _3AWidget::dropTell()
+{
+    if (auto* pStatusBar = statusBar())
+        pStatusBar->showMessage(tr("Unsaved changes of %1 were dropped").arg(QString::fromStdString(remotePath)));
 }
 
 void _3AWidget::configSet()
@@ -104,4 +124,5 @@ void _3AWidget::configSet()
     stream << jRoot;
     shortcut::fileWrite(QString::fromStdString(localPath), QByteArray::fromStdString(stream.str()));
     clientHolder().fileUpload(fileQuery());
+    unsavedSet(false);
 }

@@ -29,6 +29,9 @@ public:
 
 private:
     Json::Value fileQuery() const;
+    void unsavedSet(bool isUnsaved_);
+    void dropTell();
 
     bool isLoaded = false;
+    bool isUnsaved = false; ///< what the tree shows is not what the board has; "Save" is bold then
 };

@@ -36,6 +36,8 @@ QString download(t_transfer::ClientHolder& clientHolder, const std::string& file
         throw std::runtime_error("Download failed: " + name + " did not arrive");
     return directory.filePath(files.first());
 }
+
+QDomElement elementOf(const QTreeWidgetItem* pItem) { return pItem->data(0, Qt::UserRole).value<QDomElement>(); }
 } // namespace
 
 CalibrationDataWidget::CalibrationDataWidget(QWidget* pParent)
@@ -63,13 +65,19 @@ CalibrationDataWidget::CalibrationDataWidget(QWidget* pParent)
 
     connectGuarded(pDomTreeWidgetElement, &QTreeWidget::itemClicked,
                    [this](QTreeWidgetItem* pItem, int) { elementShow(pItem); });
+    connectGuarded(pDomTreeWidgetElement, &QTreeWidget::currentItemChanged,
+                   [this](QTreeWidgetItem* pItem, QTreeWidgetItem*)
+                   {
+                       // Items that are made anew stand for the same element, which is shown already.
+                       if (pItem && elementOf(pItem) != elementShown)
+                           elementShow(pItem);
+                   });
 }
 
 void CalibrationDataWidget::updateStatus()
 {
     const shortcut::WaitCursor cursor;
-    pDomTreeWidgetAttribute->clear();
-    pPlainTextEdit->clear();
+    elementForget();
     pPlainTextEdit->setPlaceholderText({});
     auto forget = qScopeGuard([this] { documentForget(); });
 
@@ -109,12 +117,18 @@ void CalibrationDataWidget::documentForget()
     xml.clear();
 }
 
-void CalibrationDataWidget::elementShow(QTreeWidgetItem* pItem)
+void CalibrationDataWidget::elementForget()
 {
+    elementShown.clear();
     pDomTreeWidgetAttribute->clear();
     pPlainTextEdit->clear();
+}
 
-    const auto attributes = pItem->data(0, Qt::UserRole).value<QDomElement>().attributes();
+void CalibrationDataWidget::elementShow(QTreeWidgetItem* pItem)
+{
+    elementForget();
+    elementShown = elementOf(pItem);
+    const auto attributes = elementShown.attributes();
     for (int i = 0; i < attributes.count(); ++i)
     {
         const auto attribute = attributes.item(i).toAttr();

@@ -2,6 +2,8 @@
 
 #include "tuning-client/source/abstract-widget.h"
 
+#include <QDomElement>
+
 class DomTreeWidget;
 class QPlainTextEdit;
 class QTreeWidgetItem;
@@ -18,11 +20,13 @@ public:
 
     DomTreeWidget* pDomTreeWidgetAttribute;
     DomTreeWidget* pDomTreeWidgetElement;
-    QPlainTextEdit* pPlainTextEdit; ///< the text of the clicked element
+    QPlainTextEdit* pPlainTextEdit; ///< the text of the current element
 
 private:
+    void elementForget();
     void elementShow(QTreeWidgetItem* pItem);
     void documentForget();
 
-    QByteArray xml; ///< the file that the tree shows
+    QDomElement elementShown; ///< whose attributes and text are shown
+    QByteArray xml;           ///< the file that the tree shows
 };

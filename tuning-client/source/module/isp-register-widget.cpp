@@ -42,6 +42,11 @@ uint32_t addressParse(const QString& text)
     return address;
 }
 
+QString moduleNameGet(const std::string& description)
+{
+    return QString::fromStdString(t_common::printable(description, t_common::limit::fileName));
+}
+
 QLineEdit* valueFieldMake(const QString& accessibleName)
 {
     auto* pField = new QLineEdit;
@@ -173,8 +178,11 @@ void IspRegisterWidget::moduleMenuFill()
 
 void IspRegisterWidget::moduleChoose(int id, const QString& name)
 {
-    moduleName = QString::fromStdString(t_common::printable(name.toStdString(), t_common::limit::fileName));
-    xmlStringModuleName = register_document::nameMake(moduleName);
+    moduleName = moduleNameGet(name.toStdString());
+    QStringList names;
+    for (const auto& jModule : qAsConst(jModuleList))
+        names.append(moduleNameGet(answerGet<std::string>(jModule, "description")));
+    xmlStringModuleName = register_document::tagMake(moduleName, names);
     registersMap = Json::Value(Json::arrayValue);
     guarded(
         [&]
@@ -342,10 +350,14 @@ void IspRegisterWidget::registerFileLoad(const QString& path)
     if (path.isEmpty())
         return;
     const auto document = register_document::read(path);
-    if (register_document::moduleFind(document, xmlStringModuleName).isNull())
+    // Files from before names were told apart have the short one.
+    auto tag = xmlStringModuleName;
+    if (register_document::moduleFind(document, tag).isNull() && !moduleName.isEmpty())
+        tag = register_document::nameMake(moduleName);
+    if (register_document::moduleFind(document, tag).isNull())
         return errorShow(pErrorMessageReadRegisterFile,
                          "The xml file you loaded doesn't have the " + xmlStringModuleName + " information");
-    pTreeView->valuesShow(register_document::textsGet(document, xmlStringModuleName));
+    pTreeView->valuesShow(register_document::textsGet(document, tag));
     // What the user has typed and not yet written stays.
     if (isValueEdited && linePreStringValue == lineHexEditText)
         registerShow();
