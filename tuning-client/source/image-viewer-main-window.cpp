@@ -240,4 +240,13 @@ void ImageViewerMainWindow::closeEvent(QCloseEvent* pEvent)
     picture = Picture();
     imageLabel->clear();
     sizeShow();
+    // Not under the hands of the native window, which tells of the closing.
+    QMetaObject::invokeMethod(this, &ImageViewerMainWindow::windowRelease, Qt::QueuedConnection);
+}
+
+// The next show makes a new one.
+void ImageViewerMainWindow::windowRelease()
+{
+    if (!isVisible())
+        destroy();
 }

@@ -9,7 +9,8 @@ class QLabel;
 class QScrollArea;
 class QScrollBar;
 
-/// Shows one picture file, with zoom; the status bar tells the pixel under the mouse. Closed, it keeps no picture.
+/// Shows one picture file, with zoom; the status bar tells the pixel under the mouse. Closed, it keeps neither
+/// the picture nor a native window with what that has painted.
 class ImageViewerMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -44,6 +45,7 @@ private:
     void pictureShow(const Picture& newPicture);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
+    void windowRelease();
     void scaleImage(double factor);
     void adjustScrollBar(QScrollBar* scrollBar, double factor);
 
