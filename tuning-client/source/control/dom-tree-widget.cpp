@@ -9,6 +9,7 @@
 #include <QStyle>
 
 #include <algorithm>
+#include <climits>
 
 namespace
 {
@@ -89,7 +90,7 @@ private:
     {
         // A single text is not copied, which may have millions of characters.
         const auto only = element.firstChild();
-        return only.isCharacterData() && only.nextSibling().isNull() ? only.nodeValue() : element.text();
+        return only.isText() && only.nextSibling().isNull() ? only.nodeValue() : element.text();
     }
 
     const QDomElement element;
@@ -166,6 +167,8 @@ void DomTreeWidget::refresh()
     pathsExpandedCollect(*this, {}, {}, expanded);
     const auto current = path(currentItem(), invisibleRootItem());
 
+    // Never both at once.
+    clear();
     // Not within the tree, which would look at each item as it comes.
     QTreeWidgetItem root;
     updateChildItems(doc.documentElement(), &root);
@@ -175,7 +178,6 @@ void DomTreeWidget::refresh()
     auto* pCurrent = current.isEmpty() ? nullptr : itemAlong(&root, current);
     for (const auto* pItem : qAsConst(items))
         childrenMake(pItem);
-    clear();
     addTopLevelItems(root.takeChildren());
 
     for (auto* pItem : qAsConst(items))
@@ -234,6 +236,7 @@ int DomTreeWidget::childFind(const QTreeWidgetItem* pParent, const QString& text
 
 QTreeWidgetItem* DomTreeWidget::childCreate(const QString& text, QTreeWidgetItem* pParent, int index)
 {
+    childrenMake(pParent);
     auto* pItem = new QTreeWidgetItem;
     pItem->setText(0, text);
     pItem->setFlags(pItem->flags() | Qt::ItemIsEditable);
