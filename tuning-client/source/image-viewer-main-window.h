@@ -9,8 +9,7 @@ class QLabel;
 class QScrollArea;
 class QScrollBar;
 
-/// Shows one picture file, with zoom; the status bar tells the pixel under the mouse. Closed, it keeps neither
-/// the picture nor a native window with what that has painted.
+/// Shows one picture file, with zoom; the status bar tells the pixel under the mouse. Closed, it keeps no picture.
 class ImageViewerMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -45,7 +44,7 @@ private:
     void pictureShow(const Picture& newPicture);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
-    void windowRelease();
+    void windowRelease(); ///< the native window, with all that it has painted
     void scaleImage(double factor);
     void adjustScrollBar(QScrollBar* scrollBar, double factor);
 
