@@ -234,9 +234,9 @@ TEST_F(CalibrationPageTest, ActivatingTheWindowKeepsTheUsersPlace)
         QEvent event(QEvent::WindowActivate);
         QApplication::sendEvent(pMainWindow.get(), &event);
     };
-    const auto* pBefore = pTree->topLevelItem(0);
+    pTree->topLevelItem(0)->setText(1, "old");
     activate();
-    EXPECT_NE(pTree->topLevelItem(0), pBefore) << "refreshed";
+    EXPECT_EQ(pTree->topLevelItem(0)->text(1), "") << "refreshed";
     EXPECT_TRUE(item(pTree, {"c", "g"})->isExpanded());
     EXPECT_EQ(pTree->currentItem(), item(pTree, {"c", "g"})->child(1));
     const auto document = pTree->doc.toString();
@@ -264,6 +264,55 @@ TEST_F(CalibrationPageTest, ActivatingTheWindowKeepsTheUsersPlace)
     QCoreApplication::processEvents();
     EXPECT_EQ(pKey->text(1), "new");
     EXPECT_EQ(changes, 2) << "the text and the value behind it, once each";
+}
+
+TEST_F(CalibrationPageTest, LargeFilesAreFilledAsTheyAreOpened)
+{
+    QByteArray xml = "<c>";
+    for (int i = 0; i < 4000; ++i)
+        xml += "<g" + QByteArray::number(i) + "><a>1<![CDATA[2]]></a><d><e/><f x='1'>" + QByteArray::number(i) +
+               "</f></d></g" + QByteArray::number(i) + ">";
+    EXPECT_EQ(elementsOf(xml + "<h>" + QByteArray("<i/>").repeated(200'000) + "</h></c>"), 1);
+    auto* pRoot = pTree->topLevelItem(0);
+    ASSERT_EQ(pRoot->childCount(), 4001);
+    auto* pHuge = pRoot->child(0);
+    auto* pFirst = pRoot->child(4000);
+    const auto items = [this]
+    {
+        int count = 0;
+        for (QTreeWidgetItemIterator all(pTree); *all; ++all)
+            ++count;
+        return count;
+    };
+    EXPECT_NEAR(items(), 10'000, 2) << "of 216,000";
+    EXPECT_EQ(pHuge->childCount(), 0);
+    EXPECT_EQ(pFirst->childCount(), 0);
+
+    // What is opened or asked for is there.
+    pRoot->setExpanded(true);
+    pTree->setCurrentItem(pFirst);
+    QTest::keyClick(pTree, Qt::Key_Right);
+    ASSERT_EQ(pFirst->childCount(), 2);
+    EXPECT_EQ(pFirst->child(1)->text(1), "12");
+    auto* pLeaf = item(pTree, {"c", "g0", "d", "f"});
+    EXPECT_EQ(pLeaf->text(1), "0");
+    EXPECT_EQ(pLeaf->data(0, Qt::UserRole).value<QDomElement>().attribute("x"), "1");
+    EXPECT_LT(pLeaf->text(1).capacity(), 100) << "no more memory than the text needs";
+    pTree->setCurrentItem(pLeaf);
+    pTree->refresh();
+    EXPECT_EQ(pTree->currentItem(), item(pTree, {"c", "g0", "d", "f"}));
+    EXPECT_TRUE(item(pTree, {"c", "g0"})->isExpanded());
+
+    // To unfold all has its bounds, but for what is meant itself.
+    const int before = items();
+    pTree->setCurrentItem(pTree->topLevelItem(0));
+    QTest::keyClick(pTree, Qt::Key_Asterisk);
+    EXPECT_NEAR(items(), before + 10'000, 2);
+    EXPECT_TRUE(pTree->topLevelItem(0)->child(1)->child(0)->isExpanded());
+    EXPECT_EQ(pTree->childCount(item(pTree, {"c", "h"})), 200'000) << "asked for";
+    pTree->setCurrentItem(item(pTree, {"c", "h"}));
+    QTest::keyClick(pTree, Qt::Key_Asterisk);
+    EXPECT_TRUE(item(pTree, {"c", "h"})->isExpanded());
 }
 
 TEST_F(CalibrationPageTest, HugeTextsAreShownInPart)

@@ -15,6 +15,7 @@
 #include <QStatusBar>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QWindow>
 
 namespace
 {
@@ -189,9 +190,33 @@ TEST_F(ViewerTest, FileIsOpenedThroughTheDialog)
     viewer.open(directory.path());
     action("Zoom &In (25%)").trigger();
     EXPECT_EQ(label().size(), 1.25 * QSize(40, 30));
+}
+
+TEST_F(ViewerTest, ClosedItKeepsNeitherPictureNorWindowAndCanBeShownAgain)
+{
+    write("a.ppm", QByteArray("P6 1 1 255\n") + QByteArray::fromHex("ff0000"));
+    for (int i = 0; i < 2; ++i)
+    {
+        viewer.show();
+        viewer.open(directory.path());
+        action("&Fit to Window").setChecked(true);
+        viewer.findChild<QScrollArea*>()->setWidgetResizable(true);
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&viewer));
+        EXPECT_EQ(viewer.grab().toImage().pixelColor(500, 400), QColor(Qt::red));
+        // As the user does it.
+        QCloseEvent close;
+        QApplication::sendEvent(viewer.windowHandle(), &close);
+        EXPECT_FALSE(viewer.isVisible());
+        EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull());
+        EXPECT_EQ(text("Size"), "");
+        EXPECT_TRUE(waitUntil([&] { return !viewer.windowHandle(); }));
+    }
+    // Shown at once, it keeps the window.
+    viewer.show();
     viewer.close();
-    EXPECT_TRUE(label().pixmap(Qt::ReturnByValue).isNull()) << "a closed viewer keeps no picture";
-    EXPECT_EQ(text("Size"), "");
+    viewer.show();
+    QCoreApplication::processEvents();
+    EXPECT_NE(viewer.windowHandle(), nullptr);
 }
 
 TEST_F(ViewerTest, FileIsCopiedThroughTheDialog)

@@ -258,4 +258,13 @@ void ImageViewerMainWindow::closeEvent(QCloseEvent* pEvent)
     imageLabel->clear();
     fileNameShow({});
     sizeShow();
+    // Not under the hands of the native window, which tells of the closing.
+    QMetaObject::invokeMethod(this, &ImageViewerMainWindow::windowRelease, Qt::QueuedConnection);
+}
+
+// The next show makes a new one.
+void ImageViewerMainWindow::windowRelease()
+{
+    if (!isVisible())
+        destroy();
 }

@@ -47,6 +47,7 @@ private:
     void fileNameShow(const QString& fileName);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
+    void windowRelease(); ///< the native window, with all that it has painted
     void scaleImage(double factor);
     void adjustScrollBar(QScrollBar* scrollBar, double factor);
 

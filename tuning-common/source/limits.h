@@ -44,6 +44,7 @@ constexpr std::size_t fileName = 255;          // of the usual file systems
 constexpr std::size_t xmlBytes = 64 * MiB;  // register descriptions have a few MiB
 constexpr std::size_t xmlDepth = 256;       // the document tree is built and destroyed recursively
 constexpr std::size_t xmlNodes = 2'000'000; // a node costs some hundred bytes in memory
+constexpr int xmlItems = 10'000;            // of a tree, made unasked; those of more elements are made when opened
 constexpr int chipCounterMaximum = 64;      // inputs and cores; the largest chips have 8
 constexpr std::size_t chipHead = 64 * KiB;  // of a chip file, up to its first element
 constexpr std::size_t chipPages = 1000;     // the catalogue has fewer than a hundred

@@ -1,12 +1,15 @@
 #include "tuning-client/source/control/dom-tree-widget.h"
 
 #include "tuning-client/source/control/variant-delegate.h"
+#include "tuning-common/source/limits.h"
 
-#include <QEvent>
 #include <QHeaderView>
+#include <QKeyEvent>
+#include <QQueue>
 #include <QStyle>
 
 #include <algorithm>
+#include <climits>
 
 namespace
 {
@@ -35,10 +38,100 @@ void pathsExpandedCollect(const QTreeView& tree, const QModelIndex& parent, cons
     }
 }
 
+/// Takes what it shows from its element, as there may be a million of them; what is set on it is its own.
+class ElementItem : public QTreeWidgetItem
+{
+public:
+    ElementItem(const QDomElement& element_, const DomTreeWidget& tree_) : element(element_), tree(tree_)
+    {
+        setFlags(flags() | Qt::ItemIsEditable);
+        if (isGroup())
+            setChildIndicatorPolicy(ShowIndicator);
+    }
+
+    bool isGroup() const { return !element.firstChildElement().isNull(); }
+
+    QVariant data(int column, int role) const override
+    {
+        const auto own = QTreeWidgetItem::data(column, role);
+        return own.isValid() ? own : dataOfElement(column, role);
+    }
+
+    /// Makes the items of the children, the last one first, unless they are there or more than `most`.
+    void childrenMake(int most)
+    {
+        if (childCount() > 0)
+            return;
+        QList<QTreeWidgetItem*> items;
+        for (auto child = element.lastChildElement(); !child.isNull(); child = child.previousSiblingElement())
+        {
+            if (items.size() == most)
+                return qDeleteAll(items);
+            items.append(new ElementItem(child, tree));
+        }
+        addChildren(items);
+    }
+
+private:
+    QVariant dataOfElement(int column, int role) const
+    {
+        if (column == 0 && role == Qt::UserRole)
+            return QVariant::fromValue(element);
+        if (column == 0 && role == Qt::DecorationRole)
+            return isGroup() ? tree.iconGroup : tree.iconKey;
+        if (role != Qt::DisplayRole && role != Qt::EditRole)
+            return {};
+        if (column == 0)
+            return element.tagName();
+        return column == 1 && !isGroup() ? text() : QVariant();
+    }
+
+    QString text() const
+    {
+        // A single text is not copied, which may have millions of characters.
+        const auto only = element.firstChild();
+        return only.isText() && only.nextSibling().isNull() ? only.nodeValue() : element.text();
+    }
+
+    const QDomElement element;
+    const DomTreeWidget& tree;
+};
+
+void childrenMake(const QTreeWidgetItem* pItem, int most = INT_MAX)
+{
+    if (auto* pElementItem = dynamic_cast<ElementItem*>(const_cast<QTreeWidgetItem*>(pItem)))
+        pElementItem->childrenMake(most);
+}
+
+/// The groups from an item downwards whose children have items, after making `limit::xmlItems` of these.
+QVector<QTreeWidgetItem*> groupsMake(QTreeWidgetItem* pTop)
+{
+    int left = t_common::limit::xmlItems;
+    QVector<QTreeWidgetItem*> groups;
+    QQueue<QTreeWidgetItem*> queue;
+    queue.enqueue(pTop);
+    while (!queue.isEmpty())
+    {
+        auto* pItem = queue.dequeue();
+        const auto before = pItem->childCount();
+        childrenMake(pItem, left);
+        left -= pItem->childCount() - before;
+        if (pItem->childCount() > 0)
+            groups.append(pItem);
+        for (int i = 0; i < pItem->childCount(); ++i)
+            queue.enqueue(pItem->child(i));
+    }
+    return groups;
+}
+
 QTreeWidgetItem* itemAlong(QTreeWidgetItem* pItem, const QVector<int>& places)
 {
     for (int i : places)
-        pItem = pItem ? pItem->child(i) : nullptr;
+        if (pItem)
+        {
+            childrenMake(pItem);
+            pItem = pItem->child(i);
+        }
     return pItem;
 }
 } // namespace
@@ -54,6 +147,7 @@ DomTreeWidget::DomTreeWidget(QWidget* pParent) : TextView(pParent)
     iconGroup.addPixmap(style()->standardPixmap(QStyle::SP_DirClosedIcon), QIcon::Normal, QIcon::Off);
     iconGroup.addPixmap(style()->standardPixmap(QStyle::SP_DirOpenIcon), QIcon::Normal, QIcon::On);
     iconKey.addPixmap(style()->standardPixmap(QStyle::SP_FileIcon), QIcon::Normal, QIcon::Off);
+    connect(this, &QTreeWidget::itemExpanded, this, [](QTreeWidgetItem* pItem) { childrenMake(pItem); });
 }
 
 void DomTreeWidget::domBinding(QDomDocument& document)
@@ -73,17 +167,24 @@ void DomTreeWidget::refresh()
     pathsExpandedCollect(*this, {}, {}, expanded);
     const auto current = path(currentItem(), invisibleRootItem());
 
+    // Never both at once.
+    clear();
     // Not within the tree, which would look at each item as it comes.
     QTreeWidgetItem root;
     updateChildItems(doc.documentElement(), &root);
-    clear();
+    QVector<QTreeWidgetItem*> items;
+    for (const auto& places : qAsConst(expanded))
+        items.append(itemAlong(&root, places));
+    auto* pCurrent = current.isEmpty() ? nullptr : itemAlong(&root, current);
+    for (const auto* pItem : qAsConst(items))
+        childrenMake(pItem);
     addTopLevelItems(root.takeChildren());
 
-    for (const auto& places : qAsConst(expanded))
-        if (auto* pItem = itemAlong(invisibleRootItem(), places))
+    for (auto* pItem : qAsConst(items))
+        if (pItem)
             pItem->setExpanded(true);
-    if (!current.isEmpty())
-        setCurrentItem(itemAlong(invisibleRootItem(), current));
+    if (pCurrent)
+        setCurrentItem(pCurrent);
     connect(this, &QTreeWidget::itemChanged, this, &DomTreeWidget::updateDom);
 }
 
@@ -100,13 +201,28 @@ bool DomTreeWidget::event(QEvent* pEvent)
     return QTreeWidget::event(pEvent);
 }
 
+void DomTreeWidget::keyPressEvent(QKeyEvent* pEvent)
+{
+    auto* pItem = currentItem();
+    if (pEvent->key() != Qt::Key_Asterisk || !pItem)
+        return TextView::keyPressEvent(pEvent);
+    // The tree would hold on to every item below, and look at all of them whenever it gets a child.
+    childrenMake(pItem);
+    const auto groups = groupsMake(pItem);
+    scheduleDelayedItemsLayout();
+    for (auto* pGroup : groups)
+        pGroup->setExpanded(true);
+}
+
 int DomTreeWidget::childCount(const QTreeWidgetItem* pParent) const
 {
+    childrenMake(pParent);
     return pParent ? pParent->childCount() : topLevelItemCount();
 }
 
 QTreeWidgetItem* DomTreeWidget::childAt(const QTreeWidgetItem* pParent, int index) const
 {
+    childrenMake(pParent);
     return pParent ? pParent->child(index) : topLevelItem(index);
 }
 
@@ -120,6 +236,7 @@ int DomTreeWidget::childFind(const QTreeWidgetItem* pParent, const QString& text
 
 QTreeWidgetItem* DomTreeWidget::childCreate(const QString& text, QTreeWidgetItem* pParent, int index)
 {
+    childrenMake(pParent);
     auto* pItem = new QTreeWidgetItem;
     pItem->setText(0, text);
     pItem->setFlags(pItem->flags() | Qt::ItemIsEditable);
@@ -138,15 +255,7 @@ void DomTreeWidget::updateChildItems(const QDomElement& element, QTreeWidgetItem
 {
     if (element.isNull())
         return;
-    auto* pItem = childCreate(element.tagName(), pParent, 0);
-    bool hasChildren = false;
-    for (auto child = element.firstChildElement(); !child.isNull(); child = child.nextSiblingElement())
-    {
-        updateChildItems(child, pItem);
-        hasChildren = true;
-    }
-    pItem->setIcon(0, hasChildren ? iconGroup : iconKey);
-    if (!hasChildren)
-        pItem->setText(1, element.text());
-    pItem->setData(0, Qt::UserRole, QVariant::fromValue(element));
+    auto* pItem = new ElementItem(element, *this);
+    pParent->insertChild(0, pItem);
+    groupsMake(pItem);
 }

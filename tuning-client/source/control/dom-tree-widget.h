@@ -8,7 +8,8 @@
 
 Q_DECLARE_METATYPE(QDomElement)
 
-/// The elements of an XML document as a tree of name and text.
+/// The elements of an XML document as a tree of name and text. Of a large document, an element's children get their
+/// items when it is opened or asked for them.
 class DomTreeWidget : public TextView<QTreeWidget>
 {
     Q_OBJECT
@@ -48,6 +49,9 @@ signals:
 
 protected:
     bool event(QEvent* pEvent) override;
+
+    /// An asterisk unfolds what is below the current item, of a large document a part more each time.
+    void keyPressEvent(QKeyEvent* pEvent) override;
 
 private:
     void updateChildItems(const QDomElement& element, QTreeWidgetItem* pParent);

@@ -2,8 +2,10 @@
 
 #include "tuning-common/source/limits.h"
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
+#include <QSet>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -39,15 +41,21 @@ int attributesMax(const QByteArray& bytes)
     return most;
 }
 
+/// The characters alone: `toString()` may give the reader's whole buffer, half a KiB for each text.
+QString copy(const QStringRef& text) { return QString(text.constData(), text.size()); }
+
 /// Builds a document, and refuses what the document object itself would end the process with.
 class Builder
 {
 public:
     explicit Builder(const QString& sourceName) : fileName(sourceName) {}
 
-    QDomDocument build(const QByteArray& bytes)
+    QDomDocument build(QByteArray bytes)
     {
-        QXmlStreamReader reader(bytes);
+        // From a device, the reader decodes piece by piece.
+        QBuffer buffer(&bytes);
+        buffer.open(QIODevice::ReadOnly);
+        QXmlStreamReader reader(&buffer);
         // Prefixes are part of the names, declared or not.
         reader.setNamespaceProcessing(false);
         while (!reader.atEnd())
@@ -81,9 +89,9 @@ private:
         case QXmlStreamReader::Characters:
             ++nodes;
             if (reader.isCDATA())
-                parent.appendChild(document.createCDATASection(reader.text().toString()));
+                parent.appendChild(document.createCDATASection(copy(reader.text())));
             else if (!reader.isWhitespace())
-                parent.appendChild(document.createTextNode(reader.text().toString()));
+                parent.appendChild(document.createTextNode(copy(reader.text())));
             break;
         default:
             ++nodes;
@@ -96,15 +104,18 @@ private:
         nodes += 1 + attributes.size();
         if (++depth > limit::xmlDepth)
             refuse(fileName, "XML elements are nested too deeply");
-        auto element = document.createElement(reader.qualifiedName().toString());
+        auto element = document.createElement(nameShared(reader.qualifiedName()));
         for (const auto& attribute : attributes)
-            element.setAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
+            element.setAttribute(nameShared(attribute.qualifiedName()), copy(attribute.value()));
         parent = parent.appendChild(element);
     }
+
+    QString nameShared(const QStringRef& name) { return *names.insert(copy(name)); }
 
     const QString& fileName;
     QDomDocument document{QString()};
     QDomNode parent = document;
+    QSet<QString> names; ///< each held once, however many nodes have it
     std::size_t depth = 0;
     std::size_t nodes = 0;
 };

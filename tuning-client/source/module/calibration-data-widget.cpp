@@ -96,6 +96,8 @@ void CalibrationDataWidget::updateStatus()
         }
         else
         {
+            // Never two documents at once.
+            documentForget();
             auto document = xmlDocumentParse(bytes, path);
             pDomTreeWidgetElement->domBinding(document);
             xml = bytes;
