@@ -34,22 +34,21 @@ inline Camera cameraOf(Parameters::Mode mode, int width = 640, int height = 360)
     return {mode, width, height, focal, focal * 1.01, width * 0.51, height * 0.485, k};
 }
 
-/// Angles in radians; the distance in squares. The board turns about its middle, then with the camera's axis.
+/// The board turns about its middle, then is moved from the picture's middle.
 struct Pose
 {
-    double yaw, pitch;             ///< of the direction in which the board is seen
-    double tiltX, tiltY, roll = 0; ///< of the board
-    double distance = 1;           ///< times that at which it fills the picture
+    double right, down;            ///< of the picture's middle, in half pictures
+    double tiltX, tiltY, roll = 0; ///< in radians
+    double distance = 1;           ///< times a good one
 };
 
 /// Ten poses that tell all about a lens.
 inline const std::vector<Pose>& goodPoses()
 {
     static const std::vector<Pose> poses{
-        {0, 0, 0.3, 0.2, 0.05},        {0.2, 0.1, -0.4, 0.3, 0.1},    {-0.2, 0.1, 0.4, 0.4, -0.1},
-        {0.2, -0.1, 0.3, -0.5, 0.2},   {-0.2, -0.1, -0.3, -0.4, 0},   {0, 0.1, 0.6, 0.1, 0.15, 1.1},
-        {0.1, 0, -0.1, 0.6, 0, 1.1},   {-0.1, -0.1, -0.6, 0.2, -0.2}, {0.3, 0, 0.2, 0.5, 0.1, 1.2},
-        {-0.3, 0, 0.1, -0.6, -0.1, 1.2}};
+        {0, 0, 0.3, 0.2, 0.05},     {0.3, 0.2, -0.4, 0.3, 0.1},  {-0.3, 0.2, 0.4, 0.4, -0.1}, {0.3, -0.2, 0.3, -0.5, 0.2},
+        {-0.3, -0.2, -0.3, -0.4},   {0, 0.2, 0.6, 0.1, 0.15, 1}, {0.2, 0, -0.1, 0.6, 0, 1},   {-0.2, -0.1, -0.6, 0.2, -0.2},
+        {0.4, 0, 0.2, 0.5, 0.1, 1}, {-0.4, 0, 0.1, -0.6, -0.1, 1}};
     return poses;
 }
 
@@ -112,8 +111,9 @@ public:
     {
         const Vector middle{(board.pattern == Parameters::Acircles ? 2 : 1) * (board.width - 1) / 2.0,
                             (board.height - 1) / 2.0, 0};
-        const double angle = std::min(camera.width / camera.fx / middle[0], camera.height / camera.fy / middle[1]);
-        const Vector eye = toBoard({0, 0, -2.6 / angle * pose.distance}, pose, false);
+        const double good = 3 * std::max((middle[0] + margin) * camera.fx / camera.width,
+                                         (middle[1] + margin) * camera.fy / camera.height);
+        const Vector eye = toBoard({0, 0, -good * pose.distance}, pose, false);
         std::array<Vector, 3> axes;
         for (std::size_t i = 0; i < 3; ++i)
             axes[i] = toBoard({i == 0 ? 1.0 : 0.0, i == 1 ? 1.0 : 0.0, i == 2 ? 1.0 : 0.0}, pose, true);
@@ -131,15 +131,19 @@ public:
 
 private:
     static constexpr int parts = 3;
+    static constexpr double margin = 1.6; // squares around the outer corners
     static constexpr double black = 30;
     static constexpr double grey = 110;
     static constexpr double white = 220;
 
     static double place(int part) { return (part + 0.5) / parts - 0.5; }
 
-    static Vector toBoard(const Vector& v, const Pose& pose, bool isSeen)
+    /// A direction seen by the camera, or one towards the board.
+    Vector toBoard(const Vector& v, const Pose& pose, bool isSeen) const
     {
-        const auto ahead = isSeen ? turned(turned(v, 1, -pose.yaw), 0, pose.pitch) : v;
+        const double yaw = pose.right * camera.width / camera.fx / 2;
+        const double pitch = pose.down * camera.height / camera.fy / 2;
+        const auto ahead = isSeen ? turned(turned(v, 1, -yaw), 0, pitch) : v;
         return turned(turned(turned(ahead, 0, -pose.tiltX), 1, -pose.tiltY), 2, -pose.roll);
     }
 
@@ -148,7 +152,7 @@ private:
     {
         const bool isAcircles = board.pattern == Parameters::Acircles;
         const double right = isAcircles ? 2 * board.width - 1 : board.width - 1;
-        if (std::max(-x, x - right) > 1.6 || std::max(-y, y - board.height + 1) > 1.6)
+        if (std::max(-x, x - right) > margin || std::max(-y, y - board.height + 1) > margin)
             return grey;
         if (board.pattern == Parameters::Chessboard)
         {

@@ -25,13 +25,13 @@ int refineReach(const Corners& corners, int width)
 Corners chessboardFind(const cv::Mat& grey, cv::Size size)
 {
     Corners corners;
-    if (cv::findChessboardCornersSB(grey, size, corners, cv::CALIB_CB_NORMALIZE_IMAGE | cv::CALIB_CB_ACCURACY))
-        return corners;
-    // Without its fast check it searches a picture of nothing but texture for minutes.
-    if (!cv::findChessboardCorners(grey, size, corners,
+    // Without its fast check the fallback searches a picture of nothing but texture for minutes.
+    if (!cv::findChessboardCornersSB(grey, size, corners, cv::CALIB_CB_NORMALIZE_IMAGE) &&
+        !cv::findChessboardCorners(grey, size, corners,
                                    cv::CALIB_CB_ADAPTIVE_THRESH | cv::CALIB_CB_NORMALIZE_IMAGE |
                                        cv::CALIB_CB_FAST_CHECK))
         return {};
+    // Also those of the first search, which are a fifth of a pixel off.
     const int reach = refineReach(corners, size.width);
     cv::cornerSubPix(grey, corners, {reach, reach}, {-1, -1},
                      {cv::TermCriteria::EPS + cv::TermCriteria::COUNT, 30, 0.001});
