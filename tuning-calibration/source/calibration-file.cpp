@@ -104,8 +104,8 @@ std::string fileRead(const std::string& path)
         throw std::runtime_error("it can't be read");
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > t_common::limit::yamlFile)
-        throw std::runtime_error("it is larger than " + std::to_string(t_common::limit::yamlFile / t_common::limit::MiB) +
-                                 " MiB");
+        throw std::runtime_error("it is larger than " +
+                                 std::to_string(t_common::limit::yamlFile / t_common::limit::MiB) + " MiB");
     return text;
 }
 
