@@ -166,9 +166,10 @@ Result calibrationFileRead(const std::string& path)
     const auto text = fileRead(path);
     yamlCheck(text);
     const cv::FileStorage yaml(text, cv::FileStorage::READ | cv::FileStorage::MEMORY);
-    const auto matrixNode = yaml["camera_matrix"];
+    const auto root = yaml.root().isMap() ? yaml.root() : cv::FileNode();
+    const auto matrixNode = root["camera_matrix"];
     const auto matrix = numbers(matrixNode, "camera_matrix");
-    const auto coefficients = numbers(yaml["distortion_coefficients"], "distortion_coefficients");
+    const auto coefficients = numbers(root["distortion_coefficients"], "distortion_coefficients");
     Result result{};
     if (matrix.size() != 9 || integer(matrixNode["rows"]) != 3)
         throw std::runtime_error("camera_matrix is not 3 by 3");
