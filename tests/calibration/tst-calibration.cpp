@@ -116,7 +116,7 @@ std::string yamlOf(const std::string& matrix, const std::string& coefficients, c
            coefficients + " ]\navg_reprojection_error: 1.5e-01\n";
 }
 
-constexpr auto goodMatrix = "6.5e+02, 0., 320., 0., 651, 180.5,\n       0., 0., 1.";
+constexpr auto goodMatrix = "6.5e+02, 0., +320., 0., 6510000000, 180.5,\n       0., 0., 1.";
 } // namespace
 
 TEST_F(Calibration, KnownCamerasAreFound)
@@ -312,7 +312,7 @@ TEST_F(Calibration, FilesOfOtherProgramsAreRead)
         result = {};
         EXPECT_EQ(failureOfRead(yamlOf(goodMatrix, coefficients)), "") << coefficients;
         EXPECT_EQ(std::vector<double>(result.matrix, result.matrix + 9),
-                  (std::vector<double>{650, 0, 320, 0, 651, 180.5, 0, 0, 1}));
+                  (std::vector<double>{650, 0, 320, 0, 6.51e9, 180.5, 0, 0, 1}));
         EXPECT_EQ(std::vector<double>(result.coefficients, result.coefficients + 4),
                   (std::vector<double>{-0.1, 0.2, -0.3, 4}));
     }
@@ -343,14 +343,15 @@ TEST_F(Calibration, OtherFilesAreRefused)
         {"{ \"camera_matrix\": 1 }", "it is no YAML"},
         {"%YAML:1.0\n---\n", "camera_matrix is missing"},
         {"%YAML:1.0\n---\n- 3\n", "camera_matrix is missing"},
-        {"%YAML:1.0\n---\na: !!binary |\n  abc", "it holds binary data"},
+        {yamlOf("1e999, 0, 0, 0, 1, 0, 0, 0, 1", "1, 2, 3, 4"), "camera_matrix holds a number that is not finite"},
+        {yamlOf("650, 0, [ 1 ], 0, 1, 0, 0, 0, 1", "1, 2, 3, 4"), "camera_matrix holds what is no number"},
         {"%YAML:1.0\n---\ncamera_matrix: [ 1, 2 ]\n", "camera_matrix is no matrix"},
         {good.substr(0, good.find("distortion")), "distortion_coefficients is missing"},
         {yamlOf("650, 0, wide, 0, 650, 180, 0, 0, 1", "1, 2, 3, 4"), "camera_matrix holds what is no number"},
         {yamlOf("650, 0, .Nan, 0, 650, 180, 0, 0, 1", "1, 2, 3, 4"), "camera_matrix holds a number that is not finite"},
         {yamlOf(goodMatrix, "1, 2, -.Inf, 4"), "distortion_coefficients holds a number that is not finite"},
         {yamlOf("650, 0, 320, 0, 650, 180, 0, 0", "1, 2, 3, 4"), "camera_matrix has not as many numbers"},
-        {yamlOf(goodMatrix, "1, 2, 3"), "distortion_coefficients are 3, not 4, 5 or 8"},
+        {yamlOf(goodMatrix, "1, 2, 3"), "distortion_coefficients are 3, not 4, 5 or 8 in a row"},
         {good + std::string(1, '\0'), "it is no plain text"},
         {"%YAML:1.0\n---\na: [\r]\n", "it is no plain text"},
         {good + std::string(5'000'000, '#'), "it is larger than 4 MiB"},
@@ -372,8 +373,6 @@ TEST_F(Calibration, OtherFilesAreRefused)
     auto wide = good;
     wide.replace(wide.find("rows: 3\n   cols: 3"), 18, "rows: 9\n   cols: 1");
     EXPECT_EQ(failureOfRead(wide), "Reading of \"read.yml\" failed: camera_matrix is not 3 by 3");
-    const auto damaged = failureOfRead("%YAML:1.0\n---\na: [ 1, 2\nb: 3\n");
-    EXPECT_EQ(damaged, "Reading of \"read.yml\" failed: no sound YAML (4): Incorrect indentation");
     EXPECT_EQ(failureOf<std::runtime_error>([&] { calibration.dewarpCalibrationFromYaml("none.yml", result); }),
               "Reading of \"none.yml\" failed: No such file or directory");
     EXPECT_EQ(failureOf<std::runtime_error>([&] { calibration.dewarpCalibrationFromYaml(".", result); }),

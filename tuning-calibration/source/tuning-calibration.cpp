@@ -35,13 +35,8 @@ std::string reasonOf(const std::exception& exception)
 {
     if (dynamic_cast<const std::bad_alloc*>(&exception))
         return "out of memory";
-    std::string reason = exception.what();
-    if (const auto* pOpenCV = dynamic_cast<const cv::Exception*>(&exception))
-        // Its parser tells the line, "(4): Incorrect indentation", where others name their function.
-        reason = pOpenCV->code == cv::Error::StsParseError
-                     ? "no sound YAML " + pOpenCV->func.substr(std::min(pOpenCV->func.find('('), pOpenCV->func.size()))
-                     : pOpenCV->err;
-    return t_common::printable(reason, t_common::limit::statusBarText);
+    const auto* pOpenCV = dynamic_cast<const cv::Exception*>(&exception);
+    return t_common::printable(pOpenCV ? pOpenCV->err : exception.what(), t_common::limit::statusBarText);
 }
 
 [[noreturn]] void fail(const std::string& reason) { throw std::runtime_error("Calibration failed: " + reason); }
