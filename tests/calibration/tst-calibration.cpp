@@ -48,6 +48,24 @@ const std::vector<Image>& goodPictures(Parameters::Mode mode)
     return pictures;
 }
 
+/// As by a lens that is out of focus.
+Image softened(Image image, int reach)
+{
+    for (const int step : {1, image.width, 1, image.width, 1, image.width})
+    {
+        const auto sharp = image.grey;
+        const int margin = reach * step;
+        for (int i = margin; i < image.width * image.height - margin; ++i)
+        {
+            int sum = 0;
+            for (int k = -margin; k <= margin; k += step)
+                sum += sharp[std::size_t(i + k)];
+            image.grey[std::size_t(i)] = uint8_t(sum / (2 * reach + 1));
+        }
+    }
+    return image;
+}
+
 std::string views(const TuningCalibration& calibration)
 {
     std::string text;
@@ -192,6 +210,20 @@ TEST_F(Calibration, UnusablePicturesAreLeftOutWithTheirReasons)
                                   "6: no picture: -640 by 360 in 230400 bytes\n7 found used: \n8 found used: \n"
                                   "9 found used: \n");
     expectCamera(cameraOf(Parameters::Fisheye), result, "five pictures");
+}
+
+TEST_F(Calibration, LargeSoftBoardsAreFoundAsWell)
+{
+    const auto camera = cameraOf(Parameters::Fisheye, 1280, 720);
+    const Photographer photographer(camera, chessboard);
+    std::vector<Image> pictures;
+    for (const auto& pose : {Pose{0.4, 0.2, 0, 0, 0.3, 0.7}, Pose{0.55, 0.275, 0, 0, 0.3, 0.85}})
+        pictures.push_back(softened(photographer.take(pose), 4));
+    for (std::size_t i = 0; i < 4; ++i)
+        pictures.push_back(photographer.take(goodPoses()[i]));
+    EXPECT_EQ(run(pictures, chessboard), 6) << views(calibration);
+    EXPECT_LT(calibration.report().error, 0.3);
+    expectCamera(camera, result, "soft");
 }
 
 TEST_F(Calibration, ConditionCheckLeavesViewsOut)
