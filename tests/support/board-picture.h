@@ -14,7 +14,10 @@ namespace board_picture
 {
 using Parameters = clb::TuningCalibration::DewarpParameters;
 using Image = clb::TuningCalibration::Image;
-using Vector = std::array<double, 3>;
+struct Vector
+{
+    double x, y, z;
+};
 
 /// The distortion is that of `Mode`: k1 to k4 of a fisheye; k1, k2, p1, p2 of a wide angle.
 struct Camera
@@ -45,21 +48,27 @@ struct Pose
 /// Ten poses that tell all about a lens.
 inline const std::vector<Pose>& goodPoses()
 {
-    static const std::vector<Pose> poses{
-        {0, 0, 0.3, 0.2, 0.05},     {0.3, 0.2, -0.4, 0.3, 0.1},  {-0.3, 0.2, 0.4, 0.4, -0.1}, {0.3, -0.2, 0.3, -0.5, 0.2},
-        {-0.3, -0.2, -0.3, -0.4},   {0, 0.2, 0.6, 0.1, 0.15, 1}, {0.2, 0, -0.1, 0.6, 0, 1},   {-0.2, -0.1, -0.6, 0.2, -0.2},
-        {0.4, 0, 0.2, 0.5, 0.1, 1}, {-0.4, 0, 0.1, -0.6, -0.1, 1}};
+    static const std::vector<Pose> poses{{0, 0, 0.3, 0.2, 0.05},      {0.3, 0.2, -0.4, 0.3, 0.1},
+                                         {-0.3, 0.2, 0.4, 0.4, -0.1}, {0.3, -0.2, 0.3, -0.5, 0.2},
+                                         {-0.3, -0.2, -0.3, -0.4},    {0, 0.2, 0.6, 0.1, 0.15, 1},
+                                         {0.2, 0, -0.1, 0.6, 0, 1},   {-0.2, -0.1, -0.6, 0.2, -0.2},
+                                         {0.4, 0, 0.2, 0.5, 0.1, 1},  {-0.4, 0, 0.1, -0.6, -0.1, 1}};
     return poses;
 }
 
-inline Vector turned(const Vector& v, int axis, double angle)
+inline Vector turnedX(const Vector& v, double a)
 {
-    const auto a = static_cast<std::size_t>((axis + 1) % 3);
-    const auto b = static_cast<std::size_t>((axis + 2) % 3);
-    auto result = v;
-    result[a] = v[a] * std::cos(angle) - v[b] * std::sin(angle);
-    result[b] = v[a] * std::sin(angle) + v[b] * std::cos(angle);
-    return result;
+    return {v.x, v.y * std::cos(a) - v.z * std::sin(a), v.y * std::sin(a) + v.z * std::cos(a)};
+}
+
+inline Vector turnedY(const Vector& v, double a)
+{
+    return {v.z * std::sin(a) + v.x * std::cos(a), v.y, v.z * std::cos(a) - v.x * std::sin(a)};
+}
+
+inline Vector turnedZ(const Vector& v, double a)
+{
+    return {v.x * std::cos(a) - v.y * std::sin(a), v.x * std::sin(a) + v.y * std::cos(a), v.z};
 }
 
 /// Where the ray through a place of the picture goes.
@@ -109,28 +118,31 @@ public:
 
     Image take(const Pose& pose) const
     {
-        const Vector middle{(board.pattern == Parameters::Acircles ? 2 : 1) * (board.width - 1) / 2.0,
-                            (board.height - 1) / 2.0, 0};
-        const double good = 3 * std::max((middle[0] + margin) * camera.fx / camera.width,
-                                         (middle[1] + margin) * camera.fy / camera.height);
-        const Vector eye = toBoard({0, 0, -good * pose.distance}, pose, false);
-        std::array<Vector, 3> axes;
-        for (std::size_t i = 0; i < 3; ++i)
-            axes[i] = toBoard({i == 0 ? 1.0 : 0.0, i == 1 ? 1.0 : 0.0, i == 2 ? 1.0 : 0.0}, pose, true);
+        const double x0 = (board.pattern == Parameters::Acircles ? 2 : 1) * (board.width - 1) / 2.0;
+        const double y0 = (board.height - 1) / 2.0;
+        const double good =
+            3 * std::max((x0 + margin) * camera.fx / camera.width, (y0 + margin) * camera.fy / camera.height);
+        const auto eye = toBoard({0, 0, -good * pose.distance}, pose);
+        const auto right = seenToBoard({1, 0, 0}, pose);
+        const auto down = seenToBoard({0, 1, 0}, pose);
+        const auto ahead = seenToBoard({0, 0, 1}, pose);
         std::vector<double> light(static_cast<std::size_t>(camera.width * camera.height));
-        for (std::size_t i = 0; i < rays.size(); ++i)
+        auto* pRay = rays.data();
+        for (auto& pixel : light)
         {
-            const auto& r = rays[i];
-            const auto along = [&](std::size_t k) { return r[0] * axes[0][k] + r[1] * axes[1][k] + r[2] * axes[2][k]; };
-            const double way = -eye[2] / along(2);
-            light[i / (parts * parts)] +=
-                way > 0 ? brightness(eye[0] + way * along(0) + middle[0], eye[1] + way * along(1) + middle[1]) : grey;
+            for (int part = 0; part < parts * parts; ++part, ++pRay)
+            {
+                const double way = -eye.z / (pRay->x * right.z + pRay->y * down.z + pRay->z * ahead.z);
+                const double x = pRay->x * right.x + pRay->y * down.x + pRay->z * ahead.x;
+                const double y = pRay->x * right.y + pRay->y * down.y + pRay->z * ahead.y;
+                pixel += way > 0 ? brightness(eye.x + way * x + x0, eye.y + way * y + y0) : grey;
+            }
         }
         return developed(light);
     }
 
 private:
-    static constexpr int parts = 3;
+    static constexpr int parts = 2;       ///< of a pixel, each way
     static constexpr double margin = 1.6; // squares around the outer corners
     static constexpr double black = 30;
     static constexpr double grey = 110;
@@ -138,13 +150,16 @@ private:
 
     static double place(int part) { return (part + 0.5) / parts - 0.5; }
 
-    /// A direction seen by the camera, or one towards the board.
-    Vector toBoard(const Vector& v, const Pose& pose, bool isSeen) const
+    static Vector toBoard(const Vector& v, const Pose& pose)
+    {
+        return turnedZ(turnedY(turnedX(v, -pose.tiltX), -pose.tiltY), -pose.roll);
+    }
+
+    Vector seenToBoard(const Vector& v, const Pose& pose) const
     {
         const double yaw = pose.right * camera.width / camera.fx / 2;
         const double pitch = pose.down * camera.height / camera.fy / 2;
-        const auto ahead = isSeen ? turned(turned(v, 1, -yaw), 0, pitch) : v;
-        return turned(turned(turned(ahead, 0, -pose.tiltX), 1, -pose.tiltY), 2, -pose.roll);
+        return toBoard(turnedX(turnedY(v, -yaw), pitch), pose);
     }
 
     /// What is printed there, in squares from the first corner or circle.

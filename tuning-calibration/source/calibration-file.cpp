@@ -1,10 +1,11 @@
 #include "tuning-calibration/source/calibration-file.h"
 
 #include "tuning-calibration/source/yaml-check.h"
+#include "tuning-calibration/source/yaml-matrix.h"
 #include "tuning-common/source/limits.h"
 
+#include <algorithm>
 #include <cerrno>
-#include <cmath>
 #include <cstdio>
 #include <ctime>
 #include <filesystem>
@@ -104,36 +105,25 @@ std::string fileRead(const std::string& path)
         throw std::runtime_error("it can't be read");
     text.resize(static_cast<std::size_t>(stream.gcount()));
     if (text.size() > t_common::limit::yamlFile)
-        throw std::runtime_error("it is larger than " + std::to_string(t_common::limit::yamlFile / t_common::limit::MiB) +
-                                 " MiB");
+        throw std::runtime_error("it is larger than " +
+                                 std::to_string(t_common::limit::yamlFile / t_common::limit::MiB) + " MiB");
     return text;
 }
 
-int integer(const cv::FileNode& node) { return node.isInt() ? static_cast<int>(node) : -1; }
-
-/// The numbers of a matrix with that many rows and columns. Read one by one: OpenCV's own reader makes a matrix as
-/// large as the file says before it looks for the numbers.
-std::vector<double> numbers(const cv::FileNode& node, const std::string& key)
+/// A matrix that must have as many numbers as its sides say.
+cv::Mat matrixOf(const cv::FileStorage& yaml, const std::string& key)
 {
-    const auto require = [&key](bool isGood, const std::string& reason)
-    {
-        if (!isGood)
-            throw std::runtime_error(key + " " + reason);
-    };
-    require(!node.empty(), "is missing");
-    require(node.isMap() && node["data"].isSeq(), "is no matrix");
-    std::vector<double> values;
-    for (const auto& number : node["data"])
-    {
-        require(number.isReal() || number.isInt(), "holds what is no number");
-        values.push_back(static_cast<double>(number));
-        require(std::isfinite(values.back()), "holds a number that is not finite");
-    }
-    const auto rows = integer(node["rows"]);
-    const auto columns = integer(node["cols"]);
-    require(rows > 0 && columns > 0 && std::int64_t(rows) * columns == static_cast<std::int64_t>(values.size()),
-            "has not as many numbers as its sides say");
-    return values;
+    const auto node = yaml[key];
+    const auto rows = static_cast<std::size_t>(static_cast<int>(node["rows"]));
+    const auto columns = static_cast<std::size_t>(static_cast<int>(node["cols"]));
+    if (rows == 0 || columns == 0 || rows * columns != node["data"].size())
+        throw std::runtime_error(key + " has not as many numbers as its sides say");
+    cv::Mat matrix;
+    node >> matrix;
+    matrix.convertTo(matrix, CV_64F);
+    if (!cv::checkRange(matrix))
+        throw std::runtime_error(key + " holds a number that is not finite");
+    return matrix;
 }
 } // namespace
 
@@ -165,18 +155,21 @@ Result calibrationFileRead(const std::string& path)
 {
     const auto text = fileRead(path);
     yamlCheck(text);
-    const cv::FileStorage yaml(text, cv::FileStorage::READ | cv::FileStorage::MEMORY);
-    const auto matrixNode = yaml["camera_matrix"];
-    const auto matrix = numbers(matrixNode, "camera_matrix");
-    const auto coefficients = numbers(yaml["distortion_coefficients"], "distortion_coefficients");
+    const std::string matrixKey = "camera_matrix";
+    const std::string coefficientsKey = "distortion_coefficients";
+    auto clean = "%YAML:1.0\n---\n" + yamlMatrix(text, matrixKey);
+    clean += yamlMatrix(text, coefficientsKey);
+    const cv::FileStorage yaml(clean, cv::FileStorage::READ | cv::FileStorage::MEMORY);
+    const auto matrix = matrixOf(yaml, matrixKey);
+    const auto coefficients = matrixOf(yaml, coefficientsKey);
+    const auto count = coefficients.total();
+    if (matrix.size() != cv::Size(3, 3))
+        throw std::runtime_error(matrixKey + " is not 3 by 3");
+    if (std::min(coefficients.rows, coefficients.cols) != 1 || (count != 4 && count != 5 && count != 8))
+        throw std::runtime_error(coefficientsKey + " are " + std::to_string(count) + ", not 4, 5 or 8 in a row");
     Result result{};
-    if (matrix.size() != 9 || integer(matrixNode["rows"]) != 3)
-        throw std::runtime_error("camera_matrix is not 3 by 3");
-    if (coefficients.size() != 4 && coefficients.size() != 5 && coefficients.size() != 8)
-        throw std::runtime_error("distortion_coefficients are " + std::to_string(coefficients.size()) +
-                                 ", not 4, 5 or 8");
-    std::copy_n(matrix.begin(), 9, result.matrix);
-    std::copy_n(coefficients.begin(), 4, result.coefficients);
+    std::copy_n(matrix.ptr<double>(), 9, result.matrix);
+    std::copy_n(coefficients.ptr<double>(), 4, result.coefficients);
     return result;
 }
 } // namespace clb

@@ -6,6 +6,7 @@
 
 #include <cmath>
 #include <cstdio>
+#include <utility>
 
 namespace clb
 {
@@ -13,45 +14,68 @@ namespace
 {
 using Board = std::vector<cv::Point3f>;
 
-/// The view that an exception of the condition check is about. Throws the exception again if it is about none.
-std::size_t illConditioned(const cv::Exception& exception, std::size_t count)
+using Views = std::vector<Corners>;
+
+Lens fisheyeCompute(int flags, cv::Size size, const Board& board, const Views& views)
 {
-    const auto text = exception.err.find("Ill-conditioned matrix for input array ");
-    std::size_t index = count;
-    if (text != std::string::npos)
-        std::sscanf(exception.err.c_str() + text, "Ill-conditioned matrix for input array %zu", &index);
-    if (index >= count)
-        throw exception;
-    return index;
+    Lens lens;
+    lens.flags = flags;
+    cv::fisheye::calibrate(std::vector<Board>(views.size(), board), views, size, lens.matrix, lens.coefficients,
+                           lens.rotations, lens.translations, flags);
+    return lens;
 }
 
-Lens fisheyeCompute(const Parameters& parameters, cv::Size size, const Board& board, std::vector<Corners>& views,
+Views without(Views views, std::size_t index)
+{
+    views.erase(views.begin() + static_cast<std::ptrdiff_t>(index));
+    return views;
+}
+
+/// The view that the computation without a result is to go on without. Throws the exception again if there is none.
+std::size_t worstOf(const cv::Exception& exception, int flags, cv::Size size, const Board& board, const Views& views)
+{
+    // One of the condition checks tells the view.
+    constexpr auto* pFormat = "CALIB_CHECK_COND - Ill-conditioned matrix for input array %zu";
+    std::size_t told = 0;
+    if (std::sscanf(exception.err.c_str(), pFormat, &told) == 1 && told < views.size())
+        return told;
+    for (std::size_t index = 0; views.size() > 1 && index < views.size(); ++index)
+    {
+        try
+        {
+            fisheyeCompute(flags, size, board, without(views, index));
+            return index;
+        }
+        catch (const cv::Exception&)
+        {
+        }
+    }
+    throw exception;
+}
+
+Lens fisheyeCompute(const Parameters& parameters, cv::Size size, const Board& board, Views& views,
                     const std::function<void(std::size_t)>& fLeaveOut)
 {
     const auto& options = parameters.modeConfig.fisheye;
-    Lens lens;
-    lens.flags = (options.isCheckCond ? cv::fisheye::CALIB_CHECK_COND : 0) |
-                 (options.isFixSkew ? cv::fisheye::CALIB_FIX_SKEW : 0) |
-                 (options.isRecomputeExtrinsic ? cv::fisheye::CALIB_RECOMPUTE_EXTRINSIC : 0);
+    const int flags = (options.isCheckCond ? cv::fisheye::CALIB_CHECK_COND : 0) |
+                      (options.isFixSkew ? cv::fisheye::CALIB_FIX_SKEW : 0) |
+                      (options.isRecomputeExtrinsic ? cv::fisheye::CALIB_RECOMPUTE_EXTRINSIC : 0);
     for (;;)
     {
         try
         {
-            cv::fisheye::calibrate(std::vector<Board>(views.size(), board), views, size, lens.matrix, lens.coefficients,
-                                   lens.rotations, lens.translations, lens.flags);
-            return lens;
+            return fisheyeCompute(flags, size, board, views);
         }
         catch (const cv::Exception& exception)
         {
-            const auto index = illConditioned(exception, views.size());
+            const auto index = worstOf(exception, flags, size, board, views);
             fLeaveOut(index);
-            views.erase(views.begin() + static_cast<std::ptrdiff_t>(index));
+            views = without(std::move(views), index);
         }
     }
 }
 
-Lens wideAngleCompute(const Parameters& parameters, cv::Size size, const Board& board,
-                      const std::vector<Corners>& views)
+Lens wideAngleCompute(const Parameters& parameters, cv::Size size, const Board& board, const Views& views)
 {
     const auto& options = parameters.modeConfig.wideAngle;
     Lens lens;

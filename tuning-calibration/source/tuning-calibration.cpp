@@ -47,10 +47,12 @@ bool isSound(double value) { return std::isfinite(value) && value > 0; }
 
 void check(const Parameters& parameters)
 {
+    const int minimum = parameters.pattern == Parameters::Chessboard ? 3 : 2; // OpenCV's own
     constexpr int maximum = t_common::limit::patternSide;
-    if (std::min(parameters.width, parameters.height) < 2 || std::max(parameters.width, parameters.height) > maximum)
-        fail("a pattern of " + sidesText(parameters.width, parameters.height) + " is not within 2 to " +
-             std::to_string(maximum));
+    if (std::min(parameters.width, parameters.height) < minimum ||
+        std::max(parameters.width, parameters.height) > maximum)
+        fail("a pattern of " + sidesText(parameters.width, parameters.height) + " is not within " +
+             std::to_string(minimum) + " to " + std::to_string(maximum));
     if (!isSound(parameters.squareSize))
         fail("the square size is no size");
     const bool isWideAngle = parameters.mode == Parameters::WideAngle;

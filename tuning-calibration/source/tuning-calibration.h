@@ -85,7 +85,7 @@ public:
         std::vector<uint8_t> grey;
     };
 
-    /// What became of one picture.
+    /// What became of one picture. `Progress` is told before it is known what the result rests on.
     struct View
     {
         std::string path;

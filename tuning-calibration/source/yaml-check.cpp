@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <set>
 #include <stdexcept>
 #include <string_view>
 #include <vector>
@@ -32,28 +33,25 @@ public:
         const auto first = line.find_first_not_of(' ');
         if (first == npos || line[first] == '#')
             return;
-        const bool isSequence = line[first] == '-' && isEndOrBlank(line, first + 1);
+        // Within brackets no block ends, whatever the columns.
         if (brackets.empty())
-            blocksEnd(2 * first + (isSequence ? 1 : 0));
+            blocks.erase(blocks.upper_bound(placeOf(line, first)), blocks.end());
         blocksAdd(line, first);
         bracketsAdd(line);
-        require(blocks.size() + brackets.size() <= t_common::limit::yamlDepth, "it is nested too deep");
     }
 
 private:
     static bool isEndOrBlank(std::string_view line, std::size_t i) { return i >= line.size() || line[i] == ' '; }
 
-    /// What starts right of that has ended. A sequence may stand in the column of its key, hence two for each column.
-    void blocksEnd(std::size_t place)
+    /// A sequence may stand in the column of its key, hence two places for each column.
+    static std::size_t placeOf(std::string_view line, std::size_t column)
     {
-        while (!blocks.empty() && blocks.back() > place)
-            blocks.pop_back();
+        return 2 * column + (line[column] == '-' && isEndOrBlank(line, column + 1) ? 1 : 0);
     }
 
-    void blockAdd(std::size_t place)
+    void check() const
     {
-        if (blocks.empty() || blocks.back() < place)
-            blocks.push_back(place);
+        require(blocks.size() + brackets.size() <= t_common::limit::yamlDepth, "it is nested too deep");
     }
 
     /// A block starts with the line, after each dash and after each colon.
@@ -61,8 +59,8 @@ private:
     {
         while (first != npos)
         {
-            const bool isSequence = line[first] == '-' && isEndOrBlank(line, first + 1);
-            blockAdd(2 * first + (isSequence ? 1 : 0));
+            blocks.insert(placeOf(line, first));
+            check();
             std::size_t i = first;
             while (i < line.size() && line[i] != ':' && !(line[i] == '-' && isEndOrBlank(line, i + 1)))
                 ++i;
@@ -76,7 +74,10 @@ private:
         for (const char c : line)
         {
             if (c == '[' || c == '{')
+            {
                 brackets.push_back(c);
+                check();
+            }
             else if ((c == ']' || c == '}') && isPlain && !brackets.empty())
             {
                 require(brackets.back() == (c == ']' ? '[' : '{'), "its brackets don't match");
@@ -85,7 +86,7 @@ private:
         }
     }
 
-    std::vector<std::size_t> blocks;
+    std::set<std::size_t> blocks; ///< where they start
     std::vector<char> brackets;
 };
 } // namespace
@@ -100,8 +101,13 @@ void yamlCheck(const std::string& text)
     std::string_view rest(text);
     while (!rest.empty())
     {
-        const auto end = std::min(rest.find_first_of("\r\n"), rest.size());
-        depth.lineAdd(rest.substr(0, end));
+        const auto end = std::min(rest.find('\n'), rest.size());
+        auto line = rest.substr(0, end);
+        if (!line.empty() && line.back() == '\r')
+            line.remove_suffix(1);
+        // The parser drops what follows one within a line.
+        require(line.find('\r') == npos, "it is no plain text");
+        depth.lineAdd(line);
         rest.remove_prefix(std::min(end + 1, rest.size()));
     }
 }
