@@ -62,6 +62,8 @@ DewarpCalibrationWidget::DewarpCalibrationWidget(QWidget* pParent)
     pModes->addStretch();
     pGrid->addLayout(pModes, 0, 3);
     pGrid->addWidget(pPushButtonLoadImage, 1, 0, 1, 2);
+    pCheckBoxFisheyeRecomputeExtrinsic->setToolTip(
+        tr("Without it the first guess of where the board was stays, and the errors become large"));
     reportBuild();
     connectGuarded(pPushButtonLoadImage, &QPushButton::clicked, [this] { calibrate(); });
 }
