@@ -315,7 +315,10 @@ TEST_F(RoiPageTest, KeysChooseMoveAndResize)
     EXPECT_NE(QApplication::focusWidget(), pView) << "on from the last one";
     key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(pView->chosen(), 1);
+    QTest::mousePress(pMainWindow->windowHandle(), Qt::LeftButton, {}, at(1400, 800));
     pPage->pSliderSpinWidgetWindownum->setValue(1);
+    QTest::mouseMove(pMainWindow->windowHandle(), at(1300, 700));
+    QTest::mouseRelease(pMainWindow->windowHandle(), Qt::LeftButton, {}, at(1300, 700));
     key(Qt::Key_Right);
     EXPECT_EQ(row(1).x(), 1000) << "not seen any more";
 }
