@@ -192,10 +192,10 @@ TEST_F(Calibration, OptionsOfTheModesHold)
 TEST_F(Calibration, UnusablePicturesAreLeftOutWithTheirReasons)
 {
     auto pictures = goodPictures(Parameters::Fisheye);
-    pictures[0] = Image{};
+    pictures[0] = grid(320, 180);
     pictures[1].grey.pop_back();
     pictures[3] = grid(320, 180);
-    pictures[4] = grid(640, 360);
+    pictures[4] = Image{};
     pictures[6].width = -640;
     std::string told;
     fProgress = [&](std::size_t index, const TuningCalibration::View& view)
@@ -205,8 +205,8 @@ TEST_F(Calibration, UnusablePicturesAreLeftOutWithTheirReasons)
     };
     EXPECT_EQ(run(pictures, chessboard), 5);
     EXPECT_EQ(told, "0-1-2+3-4-5+6-7+8+9+");
-    EXPECT_EQ(views(calibration), "0: \"0\" is no picture\n1: no picture: 640 by 360 in 230399 bytes\n2 found used: \n"
-                                  "3: size 320 by 180 differs from 640 by 360\n4: no pattern found\n5 found used: \n"
+    EXPECT_EQ(views(calibration), "0: no pattern found\n1: no picture: 640 by 360 in 230399 bytes\n2 found used: \n"
+                                  "3: size 320 by 180 differs from 640 by 360\n4: \"4\" is no picture\n5 found used: \n"
                                   "6: no picture: -640 by 360 in 230400 bytes\n7 found used: \n8 found used: \n"
                                   "9 found used: \n");
     expectCamera(cameraOf(Parameters::Fisheye), result, "five pictures");
