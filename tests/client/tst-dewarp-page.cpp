@@ -177,9 +177,12 @@ TEST_F(DewarpPageTest, ReadsTheFirstMapAndSendsNothingElseOfIt)
     const auto isNew = [&] { return std::exchange(drawn, preview()) != drawn; };
     widget.pDistortionWidget->pComboBoxModel->setCurrentIndex(1);
     EXPECT_TRUE(isNew());
+    const auto projected = widget.pPerspectiveWidget->pGridView->grab().toImage();
     boardSet(read);
     refresh();
-    EXPECT_TRUE(isNew());
+    EXPECT_TRUE(isNew() && widget.pPerspectiveWidget->pGridView->grab().toImage() != projected);
+    for (const auto* pBox : widget.pTabWidget->findChildren<QDoubleSpinBox*>())
+        EXPECT_TRUE(pBox->isReadOnly());
     for (const uint32_t width : {640, 0, 20000})
     {
         read.params.input_res[0].width = width;
@@ -299,6 +302,7 @@ TEST_F(DewarpPageTest, ACalibrationGoesToTheBoardAlsoWhileTheBlockRuns)
                                  for (auto* pLabel : dialog.findChildren<QLabel*>())
                                      atTheEnd += pLabel->text() + '|';
                                  atTheEnd += QString::number(dialog.findChild<QProgressBar*>()->value());
+                                 EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->isEnabled());
                              });
         });
     calibrate(paths);
