@@ -50,7 +50,6 @@ protected:
     void recordModules();
     void plainModules();
     void stabilisation();
-    void wideDynamicRange();
     void dewarp();
     void cameras();
     void registers();
@@ -70,6 +69,8 @@ void Commands::recordModules()
     each<Gc>("Gc", {{"V1", Gc::V1}, {"V2", Gc::V2}}, [](auto gc) { gc.config().enable(); });
     each<Hdr>("Hdr", {{"V1", Hdr::V1}, {"V1_2", Hdr::V1_2}, {"V2", Hdr::V2}, {"V2_LITE", Hdr::V2_LITE}},
               [](auto hdr) { hdr.config().enable().reset().status(); });
+    each<Wdr>("Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}},
+              [](auto wdr) { wdr.config().enable().reset().exposureStatus().tables(); });
     service<Awb>("Awb").config().enable().reset().status();
     service<Ca>("Ca").config().enable().tables();
     service<Cac>("Cac").enable().status();
@@ -87,10 +88,10 @@ void Commands::recordModules()
     service<Dehaze>("Dehaze").enable();
 }
 
+// Which key is which control's: the tests of the pages say that.
 void Commands::plainModules()
 {
     service<Af>("Af").config().enable().reads("availableGet", &Af::availableGet);
-    // Which key is which control's: the pages' own tests say that.
     service<Bls>("Bls").config();
     service<Cnr>("Cnr").config().enable();
     service<Cnr2>("Cnr2").config().reset();
@@ -126,17 +127,6 @@ void Commands::stabilisation()
     EXPECT_EQ(status.offset.x, 1);
     EXPECT_EQ(status.offset.y, -2);
     board->answersClear();
-}
-
-void Commands::wideDynamicRange()
-{
-    each<Wdr>("Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}},
-              [](auto wdr) { wdr.config().enable().reset().exposureStatus().tables(); });
-    service<Wdr>("Wdr", "V3", Wdr::V3)
-        .configMeans("auto auto.level gain.max strength strength.global",
-                     [](const auto& c) {
-                         return numbers(c.v3.isAuto, c.v3.autoLevel, c.v3.gainMax, c.v3.strength, c.v3.strengthGlobal);
-                     });
 }
 
 void Commands::dewarp()
@@ -250,7 +240,6 @@ TEST_F(Commands, TravelAsTheWireSaysInEveryGeneration)
     recordModules();
     plainModules();
     stabilisation();
-    wideDynamicRange();
     dewarp();
     cameras();
     registers();

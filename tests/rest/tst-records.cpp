@@ -59,3 +59,13 @@ TEST(Records, CountsAndTextsEndAtTheirArrays)
     awb.profilesName[9][4] = '\0';
     EXPECT_EQ(rest::recordText(awb.profilesName[9]), "xxxx");
 }
+
+TEST(Records, FlagIsTrueForAnyByteButZero)
+{
+    for (const char byte : {'\0', '\1', '\2', '\x80'})
+    {
+        rest::Flag flag;
+        std::memcpy(static_cast<void*>(&flag), &byte, 1);
+        EXPECT_EQ(bool(flag), byte != 0);
+    }
+}
