@@ -6,21 +6,6 @@
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/ae.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGridLayout>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSlider>
-#include <QTest>
-#include <QTimer>
-#include <QToolBox>
-#include <QWheelEvent>
 #include <qtestspontaneevent.h>
 
 #include <stdexcept>
@@ -317,7 +302,7 @@ TEST_F(PageBaseTest, AnotherBoardIsReadWhenThePreferencesClose)
                         pButton->click();
                 dialog.reject();
             });
-        preferencesOpen();
+        actionOf(pMainWindow->findChildren<QAction*>(), "&Preferences")->trigger();
         EXPECT_EQ(page.taken(), isApplied ? "configGet; read, grey" : "");
     }
 }

@@ -2,11 +2,6 @@
 #include "tests/support/files.h"
 #include "tests/support/qt-main.h"
 
-#include <QCoreApplication>
-#include <QDir>
-#include <QProcess>
-#include <gtest/gtest.h>
-
 #include <csignal>
 
 namespace
