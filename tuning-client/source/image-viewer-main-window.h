@@ -57,6 +57,7 @@ private:
     void pixelShow(const QPoint& pixel);
     void sizeShow();
     void rectangleShow();
+    void figuresShow();
     void channelsSet(const QStringList& names);
     void menuShow(const QPoint& globalPosition);
     void measureMenuAdd(QMenu& menu);

@@ -46,18 +46,26 @@ void ImageViewerMainWindow::channelsSet(const QStringList& names)
 
 void ImageViewerMainWindow::rectangleShow()
 {
-    const auto rectangle = imageLabel->rectangle();
-    if (rectangle.isEmpty())
+    if (imageLabel->rectangle().isEmpty())
         pDock->hide();
-    else
-    {
-        const bool isMosaic = picture.isGrey() && !mosaicNames.isEmpty();
-        const auto names = isMosaic           ? mosaicNames
-                           : picture.isGrey() ? QStringList{tr("Grey")}
-                                              : QStringList{"R", "G", "B"};
-        pDock->statisticsShow(rectangle, names, picture.statistics(rectangle, isMosaic));
-    }
+    // The dock takes room of the picture, but not from under the mouse.
+    else if (!pDock->isHidden() || !imageLabel->isDrawing())
+        figuresShow();
     partnerLead();
+}
+
+void ImageViewerMainWindow::figuresShow()
+{
+    const auto rectangle = imageLabel->rectangle();
+    const bool isMosaic = picture.isGrey() && !mosaicNames.isEmpty();
+    const auto names = isMosaic ? mosaicNames : picture.isGrey() ? QStringList{tr("Grey")} : QStringList{"R", "G", "B"};
+    const bool isNew = pDock->isHidden();
+    pDock->statisticsShow(rectangle, names, picture.statistics(rectangle, isMosaic));
+    if (!isNew)
+        return;
+    layout()->activate();
+    const auto shown = imageLabel->rectangleShown();
+    scrollArea->ensureVisible(shown.center().x(), shown.center().y(), shown.width() / 2, shown.height() / 2);
 }
 
 void ImageViewerMainWindow::menuShow(const QPoint& globalPosition)

@@ -54,6 +54,7 @@ MeasureDock::MeasureDock(QWidget* pParent)
     pTable->setToolTip(tr("Figures of the file's own samples. The divisor of the standard deviation is their number."));
     pTable->setEditTriggers(QAbstractItemView::NoEditTriggers);
     pTable->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    pTable->verticalHeader()->setDefaultSectionSize(3 * fontMetrics().height() / 2);
     pTable->horizontalHeader()->setMinimumSectionSize(8 * fontMetrics().averageCharWidth());
 
     pPlot->setAccessibleName(tr("Histogram of the Rectangle"));
@@ -70,11 +71,14 @@ MeasureDock::MeasureDock(QWidget* pParent)
     auto* pContent = new QWidget;
     auto* pFigures = new QVBoxLayout;
     pFigures->addWidget(pLabelRectangle);
-    pFigures->addWidget(pTable);
+    pFigures->addWidget(pTable, 1);
     auto* pLayout = new QHBoxLayout(pContent);
     pLayout->addLayout(pFigures);
     pLayout->addWidget(pPlot, 1);
     setWidget(pContent);
+    // It begins no higher than it must be: the picture is above it.
+    pTable->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Ignored);
+    pPlot->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Ignored);
 }
 
 void MeasureDock::statisticsShow(const QRect& rectangle, const QStringList& names,
@@ -100,6 +104,7 @@ void MeasureDock::statisticsShow(const QRect& rectangle, const QStringList& name
             pTable->item(row, column)->setText(texts[column]);
         }
     }
+    pTable->resizeColumnsToContents();
     pTable->setMinimumWidth(pTable->horizontalHeader()->length() + pTable->verticalHeader()->sizeHint().width() +
                             2 * pTable->frameWidth());
     histogramsShow(names, channels);
@@ -142,6 +147,7 @@ void MeasureDock::histogramsShow(const QStringList& names, const std::vector<Cha
         pCurve->setLegendIconSize({3 * fontMetrics().averageCharWidth(), fontMetrics().height()});
         plot::samplesSet(*pCurve, points);
     }
+    pPlot->setAxisScale(QwtPlot::xBottom, minimum, maximum + width);
     pPlot->replot();
 }
 

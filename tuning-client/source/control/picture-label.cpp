@@ -51,6 +51,18 @@ QRect PictureLabel::pixelsIn(const QRect& part) const
                                                      : QRect(pixelAt(seen.topLeft()), pixelAt(seen.bottomRight()));
 }
 
+QRect PictureLabel::rectangleShown() const
+{
+    const auto size = pictureSize();
+    const auto shown = pictureRect();
+    const auto cornerOf = [&](const QPoint& pixel)
+    {
+        return shown.topLeft() + QPoint(placeOf(pixel.x(), size.width(), shown.width()),
+                                        placeOf(pixel.y(), size.height(), shown.height()));
+    };
+    return {cornerOf(drawn.topLeft()), cornerOf(drawn.bottomRight() + QPoint(1, 1)) - QPoint(1, 1)};
+}
+
 void PictureLabel::setRectangle(const QRect& pixels)
 {
     const auto inside = pixels & QRect({}, pictureSize());
@@ -58,7 +70,7 @@ void PictureLabel::setRectangle(const QRect& pixels)
         return;
     drawn = inside;
     update();
-    emit rectangleChanged(drawn);
+    emit rectangleChanged();
 }
 
 void PictureLabel::leaveEvent(QEvent* pEvent)
@@ -111,7 +123,11 @@ void PictureLabel::mouseReleaseEvent(QMouseEvent* pEvent)
         return;
     held = Qt::NoButton;
     unsetCursor();
-    if (pEvent->button() == Qt::RightButton && !isDragged)
+    if (pEvent->button() != Qt::RightButton)
+        return;
+    if (isDragged)
+        emit rectangleChanged();
+    else
         emit menuRequested(pEvent->globalPos());
 }
 
@@ -127,17 +143,11 @@ void PictureLabel::paintEvent(QPaintEvent*)
     painter.drawPixmap(shown, picture);
     if (drawn.isEmpty())
         return;
-    const auto cornerOf = [&](const QPoint& pixel)
-    {
-        return shown.topLeft() + QPoint(placeOf(pixel.x(), picture.width(), shown.width()),
-                                        placeOf(pixel.y(), picture.height(), shown.height()));
-    };
-    const QRect frame(cornerOf(drawn.topLeft()), cornerOf(drawn.bottomRight() + QPoint(1, 1)) - QPoint(1, 1));
     // Seen on dark and on light, beside the pixels that it holds.
     for (const auto& [colour, style] : {std::pair(Qt::black, Qt::SolidLine), std::pair(Qt::yellow, Qt::DashLine)})
     {
         painter.setPen(QPen(colour, 0, style));
-        painter.drawRect(frame.adjusted(-1, -1, 0, 0));
+        painter.drawRect(rectangleShown().adjusted(-1, -1, 0, 0));
     }
 }
 

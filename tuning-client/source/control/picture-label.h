@@ -25,13 +25,19 @@ public:
     void setRectangle(const QRect& pixels);
     QRect rectangle() const { return drawn; }
 
+    /// Whether the mouse is still drawing it.
+    bool isDrawing() const { return held == Qt::RightButton && isDragged; }
+
+    /// Where in the label its pixels are.
+    QRect rectangleShown() const;
+
 signals:
     void pointed(const QPoint& pixel);
     /// The mouse is over no pixel.
     void left();
     void resized();
-    /// Drawn by the mouse or set.
-    void rectangleChanged(const QRect& pixels);
+    /// Drawn by the mouse, at each move and at the end, or set.
+    void rectangleChanged();
     /// The picture is to move with the mouse.
     void dragged(const QPoint& by);
     /// By a click of the right button.
