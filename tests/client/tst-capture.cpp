@@ -10,7 +10,9 @@
 #include "tuning-client/source/image-viewer-main-window.h"
 #include "tuning-rest/source/sensor.h"
 
+#include <QLabel>
 #include <QRegularExpression>
+#include <QTest>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -20,6 +22,7 @@ using rest::Camera;
 namespace
 {
 constexpr int captureId = 10003;
+constexpr int sensorConfigId = 80001;
 constexpr int sensorStatusId = 80007;
 
 class CaptureTest : public BoardTest
@@ -67,6 +70,13 @@ protected:
     }
 
     QList<ImageViewerMainWindow*> viewers() const { return pMainWindow->findChildren<ImageViewerMainWindow*>(); }
+
+    /// What the newest viewer tells of a pixel.
+    QString pixelText(const QPoint& pixel) const
+    {
+        QTest::mouseMove(viewers().last()->findChild<PictureLabel*>(), pixel);
+        return viewers().last()->findChild<QLabel*>("Pixel")->text();
+    }
 
     static int brightness(const QImage& image)
     {
@@ -140,6 +150,8 @@ TEST_F(CaptureTest, EveryTypeIsTakenFetchedAndShown)
             const auto red = image.pixel(QPoint(38, 20) + kind.redPlace);
             for (const auto& place : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)})
                 EXPECT_TRUE(!isRaw || gain > 1 || image.pixel(QPoint(38, 20) + place) <= red);
+            EXPECT_EQ(pixelText({38, 20}).contains(" (R) "), isRaw && kind.redPlace.isNull());
+            EXPECT_EQ(pixelText(QPoint(38, 20) + kind.redPlace).contains(" (R) "), isRaw);
         }
     }
     EXPECT_FALSE(QFile::exists("client_rgb.ppm"));
@@ -223,6 +235,15 @@ TEST_F(CaptureTest, ConversionsThatFailOpenNoViewer)
     board->faultSet({Fault::Error, sensorStatusId});
     EXPECT_EQ(take(), "Server: The board refuses");
     EXPECT_TRUE(viewers().isEmpty());
+}
+
+TEST_F(CaptureTest, RawPictureOfUnknownPatternIsShownWithoutColours)
+{
+    board->faultSet({Fault::Error, sensorConfigId});
+    EXPECT_EQ(take(), "Server: The board refuses");
+    ASSERT_EQ(viewers().size(), 1);
+    EXPECT_TRUE(pixelText({1, 0}).contains(" (x1 y0) "));
+    EXPECT_TRUE(pActionCapture->isEnabled());
 }
 
 TEST_F(CaptureTest, NothingIsShownThatWasNotStored)

@@ -128,7 +128,7 @@ void ImageViewerMainWindow::createStatusBar()
     pLabelSize = labelMake("Size");
     pLabelLink = labelMake("Link");
     auto* pLabelHint = labelMake("Mouse and Keys");
-    pLabelHint->setText(tr("Mouse and Keys"));
+    pLabelHint->setText("?");
     pLabelHint->setToolTip(hint());
     imageLabel->setAccessibleDescription(hint());
     statusBar()->addWidget(pLabelPixel, 1);
