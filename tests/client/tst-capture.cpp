@@ -74,8 +74,12 @@ protected:
     /// What the newest viewer tells of a pixel.
     QString pixelText(const QPoint& pixel) const
     {
-        QTest::mouseMove(viewers().last()->findChild<PictureLabel*>(), pixel);
-        return viewers().last()->findChild<QLabel*>("Pixel")->text();
+        auto* pViewer = viewers().last();
+        const auto place = pViewer->findChild<PictureLabel*>()->mapTo(pViewer, pixel);
+        // A mouse that already is there does not move.
+        for (const auto& step : {QPoint(9, 9), QPoint()})
+            QTest::mouseMove(pViewer->windowHandle(), place + step);
+        return pViewer->findChild<QLabel*>("Pixel")->text();
     }
 
     static int brightness(const QImage& image)
