@@ -52,6 +52,17 @@ protected:
 
     QList<ImageViewerMainWindow*> viewers() const { return pMainWindow->findChildren<ImageViewerMainWindow*>(); }
 
+    /// What the newest viewer tells of a pixel.
+    QString pixelText(const QPoint& pixel) const
+    {
+        auto* pViewer = viewers().last();
+        const auto place = pViewer->findChild<PictureLabel*>()->mapTo(pViewer, pixel);
+        // A mouse that already is there does not move.
+        for (const auto& step : {QPoint(9, 9), QPoint()})
+            QTest::mouseMove(pViewer->windowHandle(), place + step);
+        return pViewer->findChild<QLabel*>("Pixel")->text();
+    }
+
     static int brightness(const QImage& image)
     {
         return qGray(image.scaled(1, 1, Qt::IgnoreAspectRatio, Qt::SmoothTransformation).pixel(0, 0));
@@ -124,6 +135,8 @@ TEST_F(CaptureTest, EveryTypeIsTakenFetchedAndShown)
             const auto red = image.pixel(QPoint(38, 20) + kind.redPlace);
             for (const auto& place : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)})
                 EXPECT_TRUE(!isRaw || gain > 1 || image.pixel(QPoint(38, 20) + place) <= red);
+            EXPECT_EQ(pixelText({38, 20}).contains(" (R) "), isRaw && kind.redPlace.isNull());
+            EXPECT_EQ(pixelText(QPoint(38, 20) + kind.redPlace).contains(" (R) "), isRaw);
         }
     }
     EXPECT_FALSE(QFile::exists("client_rgb.ppm"));
@@ -207,6 +220,15 @@ TEST_F(CaptureTest, ConversionsThatFailOpenNoViewer)
     board->faultSet({Fault::Error, "Sensor::statusGet"_id});
     EXPECT_EQ(take(), "Server: The board refuses");
     EXPECT_TRUE(viewers().isEmpty());
+}
+
+TEST_F(CaptureTest, RawPictureOfUnknownPatternIsShownWithoutColours)
+{
+    board->faultSet({Fault::Error, "Sensor::configGet"_id});
+    EXPECT_EQ(take(), "Server: The board refuses");
+    ASSERT_EQ(viewers().size(), 1);
+    EXPECT_TRUE(pixelText({1, 0}).contains(" (x1 y0) "));
+    EXPECT_TRUE(pActionCapture->isEnabled());
 }
 
 TEST_F(CaptureTest, NothingIsShownThatWasNotStored)

@@ -1,32 +1,16 @@
 // What every page inherits: when it reads, and how a failure reaches the user.
 
 #include "tests/support/reading-page.h"
+#include "tests/support/wheel.h"
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/ae.h"
 
-#include <qtestspontaneevent.h>
-
 #include <stdexcept>
 
 using board::Fault;
 using rest::Ae;
-
-namespace
-{
-/// A turn of the wheel over the middle of `pWidget`, as the window system reports it.
-void wheelTurn(QWidget* pWidget, int delta)
-{
-    auto* pWindow = pWidget->window();
-    const auto middle = pWidget->rect().center();
-    QWheelEvent wheel(pWidget->mapTo(pWindow, middle), pWidget->mapToGlobal(middle), {}, {0, delta}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    // Only such events go on to the parent.
-    QSpontaneKeyEvent::setSpontaneous(&wheel);
-    qApp->notify(pWindow->windowHandle(), &wheel);
-}
-} // namespace
 
 TEST_F(PageBaseTest, ReadsTwiceWhenShownOnceOnRefreshAndNeverWhileHidden)
 {
@@ -349,7 +333,7 @@ TEST_F(PageBaseTest, WheelOverAControlScrollsThePage)
         {
             isFocused ? pControl->setFocus() : pPage->setFocus();
             pBar->setValue(0);
-            wheelTurn(pControl, -120);
+            wheelTurn(pControl, pControl->rect().center(), -120);
             EXPECT_GT(pBar->value(), 0) << pControl->metaObject()->className();
         }
         EXPECT_NE(pControl->focusPolicy(), Qt::WheelFocus);
@@ -358,7 +342,7 @@ TEST_F(PageBaseTest, WheelOverAControlScrollsThePage)
     for (auto* pRow : pPage->findChildren<SliderSpinWidget*>())
         EXPECT_EQ(pRow->value(), 0);
     pBar->setValue(0);
-    wheelTurn(pBar, -120);
+    wheelTurn(pBar, pBar->rect().center(), -120);
     EXPECT_GT(pBar->value(), 0) << "the scroll bar itself";
 }
 

@@ -6,6 +6,7 @@
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/image-viewer-main-window.h"
+#include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/module/template-tree-model.h"
@@ -289,6 +290,11 @@ void MainWindow::showImage(QString fileName)
                           auto* pViewer = new ImageViewerMainWindow(this);
                           pViewer->show();
                           pViewer->open(QFileInfo(fileName).dir());
+                          if (!mosaic::isRawCapture(fileName))
+                              return;
+                          rest::Sensor::Config sensor;
+                          rest::Sensor().configGet(sensor);
+                          pViewer->patternSet(fileName, sensor.bayerPattern);
                       });
 }
 
