@@ -5,6 +5,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/file/capture.h"
+#include "tuning-client/source/finder.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/module/central-widget.h"
@@ -54,6 +55,7 @@ MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(par
     connect(&chips, &Chips::chipChanged, this, &MainWindow::chipRebuild);
     menusBuild();
     toolBarBuild();
+    new Finder(this, pTreeViewFeature);
     connect(this, &MainWindow::captured, this, &MainWindow::showImage);
     connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::statusBarColour);
     statusBarBuild();
