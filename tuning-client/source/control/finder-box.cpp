@@ -43,7 +43,7 @@ QString labelOf(const QWidget* pControl)
 FinderBox::FinderBox(QWidget* pWindow, const QVector<QWidget*>& pages)
     : QFrame(pWindow, Qt::Popup), pLineEdit(new QLineEdit), pListView(new QListView), pModel(new QStringListModel(this))
 {
-    setFrameShape(QFrame::StyledPanel);
+    setFrameStyle(QFrame::Box | QFrame::Plain);
     auto* pLayout = new QVBoxLayout(this);
     pLayout->addWidget(pLineEdit);
     pLayout->addWidget(pListView);
@@ -137,7 +137,7 @@ void FinderBox::find()
     if (texts.isEmpty())
         texts.append(tr("Nothing found"));
     pModel->setStringList(texts);
-    if (!isEmpty)
+    if (!isEmpty && !found.isEmpty())
         pListView->setCurrentIndex(pModel->index(0));
 }
 

@@ -34,8 +34,7 @@ private:
     {
         auto bold = font();
         bold.setBold(true);
-        const int more = QFontMetrics(bold).horizontalAdvance(text()) - fontMetrics().horizontalAdvance(text());
-        return {size.width() + qMax(0, more), size.height()};
+        return {qMax(size.width(), QFontMetrics(bold).size(0, text()).width()), size.height()};
     }
 };
 } // namespace

@@ -73,8 +73,12 @@ void scrollTo(QWidget* pSeen)
     for (auto* pParent = pSeen->parentWidget(); pParent; pParent = pParent->parentWidget())
     {
         auto* pScrollArea = qobject_cast<QScrollArea*>(pParent);
-        if (pScrollArea && pScrollArea->widget() && pScrollArea->widget()->isAncestorOf(pSeen))
-            pScrollArea->ensureWidgetVisible(pSeen);
+        if (!pScrollArea || !pScrollArea->widget() || !pScrollArea->widget()->isAncestorOf(pSeen))
+            continue;
+        // Of what is larger than the view its beginning, where its name stands.
+        const auto size = pSeen->size().boundedTo(pScrollArea->viewport()->size());
+        const QRect part(pSeen->mapTo(pScrollArea->widget(), QPoint()), size);
+        pScrollArea->ensureVisible(part.center().x(), part.center().y(), size.width() / 2, size.height() / 2);
     }
 }
 } // namespace
