@@ -5,6 +5,7 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/file/capture.h"
+#include "tuning-client/source/finder.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 #include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/yuv-file.h"
@@ -55,6 +56,7 @@ MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(par
     connect(&chips, &Chips::chipChanged, this, &MainWindow::chipRebuild);
     menusBuild();
     toolBarBuild();
+    new Finder(this, pTreeViewFeature);
     connect(this, &MainWindow::captured, this, &MainWindow::showImage);
     connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::statusBarColour);
     statusBarBuild();
