@@ -111,6 +111,8 @@ public:
 
     explicit DewarpTuningWidget(QWidget* pParent);
 
+    using AbstractWidget::configSet;
+
     /// Sends what the page holds. False when the map is invalid, which is said and keeps everything back.
     bool configSet();
 
