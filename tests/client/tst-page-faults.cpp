@@ -1,7 +1,7 @@
 // What a board that fails, is silent or sends odd values does to the pages of the catalogue.
 
-#include "board-simulator/source/keys.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/keys.h"
+#include "board-wire/source/wire.h"
 #include "tests/support/files.h"
 #include "tests/support/pages-fixture.h"
 #include "tuning-client/source/control/slider-spin-widget.h"

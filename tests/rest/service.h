@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board-simulator/source/keys.h"
+#include "board-wire/source/keys.h"
 #include "tests/rest/fixture.h"
 #include "tests/rest/random-values.h"
 #include "tuning-rest/source/record.h"
