@@ -44,6 +44,8 @@ TEST_F(Tool, SetsNamedFieldsAndLeavesTheRest)
     expected.replace(40, 2, "\xf9\xff");
     EXPECT_EQ(board.recordGet("Wb", 0), expected);
 
+    EXPECT_EQ(run("set Hdr.config --generation V2 trans_range[2][1]=0.5").code, 0);
+    EXPECT_EQ(run("get Hdr.config --generation V2 --json").json()["config"]["trans_range"][2][1], 0.5);
     EXPECT_EQ(run("set Lsc.enable off").code, 0);
     EXPECT_FALSE(run("get Lsc.enable --json").json()["enable"].asBool());
     EXPECT_EQ(run("set Awb.config", {"profilesName[1]=day light"}).code, 5) << "the board's own";
@@ -131,6 +133,13 @@ TEST_F(Tool, TellsHowTheBoardAnswered)
         EXPECT_TRUE(std::none_of(failed.err.begin(), failed.err.end() - 1, [](unsigned char c) { return c < 0x20; }));
         EXPECT_EQ(failed.out, "");
     }
+    board.faultSet({Fault::NotJson, 4000505, 1, 0, R"({"error": 5, "message": "REST SIMULATE ON"})"});
+    EXPECT_EQ(run("call Awb.reset").code, 0) << "a board that only plays";
+    board.answerSet(20002, "ver\x7fsion", "1\x7f");
+    for (const auto* form : {"call Cli.versionGet", "call Cli.versionGet --json"})
+        EXPECT_TRUE(contains(run(form).out, "ver?sion") && !contains(run(form).out, "\x7f")) << form;
+    board.faultSet({Fault::Delay, 80003, 1, 2200});
+    EXPECT_EQ(run("call Sensor.driverChange driver.file=sensor-tele.drv").code, 0) << "loading takes its time";
     board.faultSet({Fault::Error, 10003, -1, 0, "no sensor"});
     EXPECT_EQ(run("capture").code, 1);
     board.listenSet(false);
@@ -182,6 +191,10 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     fileStore("table.json", t_common::JsonApp::toString(table, ""));
     EXPECT_EQ(run("table set Ahdr table.json").code, 0);
     EXPECT_TRUE(contains(run("table get Ahdr").out, "2     0.32  0.125")) << run("table get Ahdr").out;
+    board.answerSet(4000306, "table", table);
+    table["rows"].resize(3);
+    fileStore("table.json", t_common::JsonApp::toString(table, ""));
+    EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "the board keeps its own";
 
     EXPECT_EQ(run("register write 0x600 9").out, "0x00000600 = 0x00000009 (9)\n");
     EXPECT_EQ(run("register read 1536 0x404 --json").code, 0);
@@ -271,6 +284,11 @@ TEST_F(Tool, ChecksChipDescriptions)
         many += "<Page Name='Dewarp'/>";
     fileStore("many.xml", many);
     const auto broken = toolRun(words("chip check many.xml")).out;
+    std::string deep = good;
+    for (int i = 0; i < 300; ++i)
+        deep += "<Page Name='Dewarp'>";
+    fileStore("deep.xml", deep);
+    EXPECT_TRUE(contains(toolRun(words("chip check deep.xml")).out, "nested too deeply"));
     EXPECT_TRUE(contains(broken, "many.xml: has 1001 pages") && contains(broken, "many.xml:1: is not well-formed"));
     EXPECT_EQ(toolRun(words("chip check board")).code, 6) << "a directory";
 }
