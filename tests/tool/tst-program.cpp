@@ -176,8 +176,16 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     EXPECT_EQ(run("file get chart.pgm").code, 3);
     EXPECT_FALSE(std::filesystem::exists("chart.pgm"));
     board.faultsClear();
-    board.faultSet({board::Fault::HostileNames, 10003, 1, 0, "../.."});
-    EXPECT_EQ(run("capture").code, 4);
+    for (const auto* name : {"../..", "a/.profile"})
+    {
+        board.faultSet({board::Fault::HostileNames, 10003, 1, 0, name});
+        EXPECT_EQ(run("capture").code, 4);
+    }
+    board.answerSet(50001, "file.list", Json::Value(Json::arrayValue));
+    EXPECT_EQ(run("file put table.json").code, 6) << "no such file";
+    EXPECT_EQ(run("file put here/new.xml").code, 1) << "the board has not kept it";
+    board.answersClear();
+    EXPECT_EQ(run("file remove new.xml").code, 0);
     EXPECT_EQ(run("file get missing.xml").code, 1) << "a board's excuse is no file";
     // A picture takes longer than other commands may.
     board.faultSet({board::Fault::Delay, 10003, 1, 2200});
@@ -222,7 +230,10 @@ TEST_F(Tool, FindsItsBoard)
     fileStore(".tuning-client/preferences.json", serial);
     EXPECT_EQ(toolRun(words("set Wb.config wbGains.Blue=1.25")).code, 0);
     EXPECT_EQ(board.requests().back().method, "");
-    EXPECT_EQ(toolRun(words("file get chart.pgm")).code, 3) << "no files on this line";
+    board.requestsClear();
+    for (const auto* line : {"file get chart.pgm", "capture", "register dump --sensor"})
+        EXPECT_EQ(toolRun(words(line)).code, 3) << "no files on this line";
+    EXPECT_EQ(board.count(10003) + board.count(80004), 0u);
     EXPECT_EQ(fileText(".tuning-client/preferences.json"), serial);
     EXPECT_EQ(toolRun(words("get Wb.config --port /dev/missing")).code, 3);
 }

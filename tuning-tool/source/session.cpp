@@ -186,8 +186,11 @@ bool Session::showsFile(const std::string& operation, const std::string& name)
 
 std::string Session::download(const std::string& boardName)
 {
+    filesNeed();
     std::string name;
     guard([&] { name = t_common::FileSystem::localNameGet(boardName); });
+    if (name[0] == '.')
+        throw Failure(Unreadable, shown(name) + " would be a hidden file");
     nameCheck(boardName, "?#");
     const auto path = options.directory + "/" + name;
     std::error_code error;
@@ -217,7 +220,6 @@ void Session::fileFetch(const std::string& boardName, const std::string& path)
     jFile["path.local"] = options.directory;
     const Complaints complaints;
     guard([&] { holder().fileDownload(jFile); });
-    filesCheck();
     std::error_code error;
     const auto size = fs::file_size(path, error);
     if (error || size == 0 || !complaints.get().empty())
@@ -228,14 +230,15 @@ void Session::fileFetch(const std::string& boardName, const std::string& path)
         throw Failure(LocalFile, "Saving of " + path + " failed: " + error.message());
 }
 
-void Session::filesCheck()
+void Session::filesNeed() const
 {
-    if (const auto& failure = holder().abstract().failure; !failure.empty())
-        throw Failure(NoAnswer, "Files are " + failure);
+    if (boardAddress(options)["type"] == "uart")
+        throw Failure(NoAnswer, "Files do not travel on a serial line");
 }
 
 void Session::upload(const std::string& path)
 {
+    filesNeed();
     std::error_code error;
     if (!fs::is_regular_file(path, error) || !std::ifstream(path))
         throw Failure(LocalFile, path + " is no file that can be read");
@@ -244,7 +247,6 @@ void Session::upload(const std::string& path)
     jFile["path"] = path;
     const Complaints complaints;
     guard([&] { holder().fileUpload(jFile); });
-    filesCheck();
     if (!complaints.get().empty())
         throw Failure(NoAnswer, "Upload of " + path + " failed: " + shown(complaints.get()));
 }

@@ -39,6 +39,9 @@ public:
     /// Shows instead of sending, in a dry run. False otherwise.
     bool showsFile(const std::string& operation, const std::string& name);
 
+    /// Throws `Failure` where the line to the board has no files, before anything is done for one.
+    void filesNeed() const;
+
     /// Stores the board's file under its own name in the directory; gives the path. One that is there already stays,
     /// unless `isForced`.
     std::string download(const std::string& boardName);
@@ -57,7 +60,6 @@ private:
     t_transfer::ClientHolder& holder();
     void guard(const std::function<void()>& exchange);
     void fileFetch(const std::string& boardName, const std::string& path);
-    void filesCheck();
     void dryPrint(const Json::Value& jQuery, const Payload& payload);
 
     std::unique_ptr<t_transfer::ClientHolder> pHolder;

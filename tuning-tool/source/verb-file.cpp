@@ -1,3 +1,4 @@
+#include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/nearest.h"
@@ -84,7 +85,8 @@ std::optional<std::vector<std::string>> filesOf(Session& session, const std::str
     return names;
 }
 
-/// The transport takes whatever a board says of a file that it has not for the file.
+/// The transport takes whatever a board says of a file that it has not for the file, and does not tell of an upload
+/// that the board refused.
 void presenceCheck(Session& session, const std::string& name)
 {
     const auto dot = name.rfind('.');
@@ -127,6 +129,7 @@ void filePut(Session& session)
         if (!session.showsFile("upload", path))
         {
             session.upload(path);
+            presenceCheck(session, t_common::FileSystem::filenameGetFromPath(path));
             session.out << "sent " << valueText(path) << '\n';
         }
 }
@@ -151,6 +154,8 @@ void capture(Session& session)
     const auto locks = std::to_string(lockBits(options.lock));
     if (options.frames < 1 || options.frames > most)
         throw Failure(Usage, "--frames is a number from 1 to " + std::to_string(most));
+    if (!options.isDryRun)
+        session.filesNeed();
     // All of a run have one time in their names: two of them may be taken in one second.
     const auto stamp = QDateTime::currentDateTime().toString("yyyyMMdd_hhmmss").toStdString();
     std::vector<std::string> paths;

@@ -81,6 +81,8 @@ void mapPrint(Session& session, const Json::Value& jDump)
 
 void sensorDump(Session& session)
 {
+    if (!session.options.isDryRun)
+        session.filesNeed();
     const auto shape = commandShape("Sensor.registerDump2File", {}, {});
     const auto name = session.options.words.empty() ? "dump_sensor_register.txt" : session.options.words[0];
     Payload request(shape.request, {});
