@@ -1,5 +1,5 @@
 // What the client adds to the bare widgets that a chip's pages are made of: a change of chip, and the show of each
-// page, each beside a window of the same tree of bare Qt widgets.
+// page, each beside a window of the same tree of bare Qt widgets. And how long the finder takes over all those pages.
 
 #include "bench/bare-copy.h"
 #include "bench/quiet-run.h"
@@ -7,12 +7,14 @@
 #include "tuning-client/source/application.h"
 #include "tuning-client/source/chip/chips.h"
 #include "tuning-client/source/config/config.h"
+#include "tuning-client/source/control/finder-box.h"
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/skin.h"
 
 #include <QFile>
+#include <QKeyEvent>
 #include <QStackedWidget>
 #include <QTemporaryDir>
 
@@ -153,12 +155,66 @@ void pageShow(benchmark::State& state, const QString& name)
     }
     report(state, ours, bare, stack, bareStack);
 }
+
+QVector<QWidget*> pagesOf(Bench& bench)
+{
+    QVector<QWidget*> pages;
+    for (int i = 0; i < bench.central().pStackedWidget->count(); ++i)
+        pages.append(bench.central().pStackedWidget->widget(i));
+    return pages;
+}
+
+/// The first Ctrl+K of a chip.
+void finderOpen(benchmark::State& state)
+{
+    Bench bench;
+    const auto pages = pagesOf(bench);
+    for (auto _ : state)
+    {
+        FinderBox box(bench.pMainWindow.get(), pages);
+        box.open();
+        QCoreApplication::processEvents();
+    }
+}
+
+/// From a key to the list on the screen; `longest_ms` is the slowest key.
+void finderKey(benchmark::State& state)
+{
+    Bench bench;
+    FinderBox box(bench.pMainWindow.get(), pagesOf(bench));
+    box.open();
+    QCoreApplication::processEvents();
+    const QString text = "auto exposure gian wb red";
+    int next = 0;
+    double longest = 0;
+    for (auto _ : state)
+    {
+        if (next == text.size())
+        {
+            box.open();
+            QCoreApplication::processEvents();
+            next = 0;
+        }
+        const auto spent = secondsOf(
+            [&]
+            {
+                QKeyEvent key(QEvent::KeyPress, 0, Qt::NoModifier, text.mid(next++, 1));
+                QCoreApplication::sendEvent(box.focusWidget(), &key);
+                QCoreApplication::processEvents();
+            });
+        longest = qMax(longest, spent);
+        state.SetIterationTime(spent);
+    }
+    state.counters["longest_ms"] = longest * 1e3;
+}
 } // namespace
 
 BENCHMARK(chipRebuild)->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(pageShow, all, QString())->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(pageShow, Wdr5, "Wide Dynamic Range 5")->UseManualTime()->Unit(benchmark::kMillisecond);
 BENCHMARK_CAPTURE(pageShow, Hdr2, "High Dynamic Range 2")->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(finderOpen)->Unit(benchmark::kMillisecond);
+BENCHMARK(finderKey)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 int main(int argc, char** argv)
 {

@@ -2,11 +2,6 @@
 
 #include "tests/support/qt-main.h"
 
-#include <QScrollBar>
-#include <QSignalSpy>
-#include <QTest>
-#include <gtest/gtest.h>
-
 #include <thread>
 
 namespace

@@ -8,11 +8,6 @@
 #include <qwt_plot_marker.h>
 #include <qwt_scale_div.h>
 
-#include <QGuiApplication>
-#include <QScreen>
-#include <QTest>
-#include <gtest/gtest.h>
-
 #include <cmath>
 #include <limits>
 

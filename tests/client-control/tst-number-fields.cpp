@@ -6,12 +6,6 @@
 #include "tuning-client/source/module/register-widget.h"
 #include "tuning-client/source/skin.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
-#include <QLineEdit>
-#include <QTest>
-#include <gtest/gtest.h>
-
 #include <clocale>
 
 TEST(NumberFieldsTest, ACommaIsAPointInEveryBox)

@@ -2,36 +2,22 @@
 
 #include "tests/support/modals.h"
 #include "tests/support/qt-main.h"
+#include "tuning-common/source/json-app.h"
 
-#include <QAction>
-#include <QTableWidget>
-#include <QTest>
-#include <gtest/gtest.h>
+using t_common::JsonApp;
 
 namespace
 {
-Json::Value parse(const std::string& text)
-{
-    Json::Value value;
-    std::string errors;
-    const std::unique_ptr<Json::CharReader> pReader(Json::CharReaderBuilder().newCharReader());
-    EXPECT_TRUE(pReader->parse(text.data(), text.data() + text.size(), &value, &errors)) << errors;
-    return value;
-}
-
 std::string edited(const TableEditorDialog& dialog)
 {
     Json::Value table;
     dialog.tableGet(table);
-    Json::StreamWriterBuilder builder;
-    builder["indentation"] = "";
-    builder["precision"] = 10;
-    return Json::writeString(builder, table);
+    return JsonApp::toString(table, "");
 }
 
 struct Editor
 {
-    explicit Editor(const std::string& text) : dialog(parse(text), nullptr) {}
+    explicit Editor(const std::string& text) : dialog(JsonApp::fromString("[" + text + "]")[0], nullptr) {}
 
     void trigger(const QString& text)
     {

@@ -1,16 +1,9 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/editing.h"
-#include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
 #include "tuning-client/source/module/3a-widget.h"
-
-#include <QAction>
-#include <QElapsedTimer>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 
 #include <sys/stat.h>
 

@@ -1,12 +1,6 @@
 #include "tests/support/board-fixture.h"
 #include "tuning-client/source/about-dialog.h"
 
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPointer>
-
 namespace
 {
 constexpr int64_t VersionGet = 20002;

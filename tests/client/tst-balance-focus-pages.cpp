@@ -1,20 +1,12 @@
 // What the pages of white balance, focus and stabilisation do beside their rows.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
 #include "tuning-client/source/module/af-widget.h"
 #include "tuning-client/source/module/avs-widget.h"
 #include "tuning-client/source/module/awb-widget.h"
 #include "tuning-client/source/module/wb-widget.h"
 #include "tuning-rest/source/awb.h"
 
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGroupBox>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTest>
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 
@@ -24,26 +16,6 @@ using rest::Wb;
 
 namespace
 {
-enum Id
-{
-    AfAvailableGet = 4000201,
-    AfConfigGet,
-    AfConfigSet,
-    AfEnableGet,
-    AfEnableSet,
-    AvsConfigGet = 4000401,
-    AvsEnableGet = 4000403,
-    AvsEnableSet,
-    AwbConfigGet = 4000501,
-    AwbConfigSet,
-    AwbEnableGet,
-    AwbEnableSet,
-    AwbReset,
-    AwbStatusGet,
-    WbConfigGet = 4003001,
-    WbConfigSet
-};
-
 class BalanceFocusTest : public BoardTest
 {
 protected:
@@ -52,11 +24,6 @@ protected:
     {
         board->answerSet(id, key, value);
         emit pMainWindow->refresh();
-    }
-
-    void wbSet(const Wb::Config& value)
-    {
-        board->recordSet("Wb", 0, std::string(reinterpret_cast<const char*>(&value), sizeof value));
     }
 };
 } // namespace
@@ -72,9 +39,9 @@ TEST_F(BalanceFocusTest, AutoWhiteBalanceGetsItsSettingsBeforeItRuns)
     widget.pComboBoxIllumination->setCurrentText("F11");
     widget.pCheckBoxDampingEnable->setChecked(false);
 
-    board->faultSet({Fault::Error, AwbConfigSet});
+    board->faultSet({Fault::Error, "Awb::configSet"_id});
     widget.pCheckBoxEnable->click();
-    EXPECT_EQ(sent(AwbEnableSet), 1u) << "what the board did not take it does not run with";
+    EXPECT_EQ(sent("Awb::enableSet"_id), 1u) << "what the board did not take it does not run with";
     EXPECT_TRUE(widget.pComboBoxIllumination->isEnabled());
     board->faultsClear();
     widget.pCheckBoxEnable->setChecked(false);
@@ -87,11 +54,11 @@ TEST_F(BalanceFocusTest, AutoWhiteBalanceGetsItsSettingsBeforeItRuns)
     EXPECT_FALSE(widget.pComboBoxIllumination->isEnabled());
 
     widget.pPushButtonReset->click();
-    EXPECT_EQ(sent(AwbReset), 1u);
+    EXPECT_EQ(sent("Awb::reset"_id), 1u);
     EXPECT_EQ(widget.pComboBoxIllumination->currentText(), "D50") << "read again";
-    read(AwbEnableGet, "enable", true);
+    read("Awb::enableGet"_id, "enable", true);
     EXPECT_TRUE(widget.pTimer->isActive());
-    read(AwbEnableGet, "enable", false);
+    read("Awb::enableGet"_id, "enable", false);
     EXPECT_FALSE(widget.pTimer->isActive());
 }
 
@@ -104,7 +71,7 @@ TEST_F(BalanceFocusTest, ProfilesAreHeldToTheRecord)
     for (const auto& [told, shown] : {std::pair(0, 0), {-1, 0}, {1000, 10}})
     {
         settings.profilesCount = told;
-        read(AwbConfigGet, "config", t_common::Base64::encode(settings));
+        read("Awb::configGet"_id, "config", t_common::Base64::encode(settings));
         EXPECT_EQ(box.count(), shown);
     }
     EXPECT_EQ(box.currentText(), QString(20, 'x'));
@@ -118,7 +85,7 @@ TEST_F(BalanceFocusTest, ProjectionsAreShownOrLeftOut)
     EXPECT_EQ(widget.pLineEditRgIndoor->text(), "0.050");
     EXPECT_EQ(widget.pLineEditRgOutdoor->text(), "0.250");
     EXPECT_EQ(widget.pLineEditRgMax->text(), "0.600");
-    answerSet(AwbStatusGet, "status", Awb::Status{9.9994, 9.9996, -0.5, qQNaN()});
+    answerSet("Awb::statusGet"_id, "status", Awb::Status{9.9994, 9.9996, -0.5, qQNaN()});
     tick(widget.pTimer);
     EXPECT_EQ(widget.pLineEditRgIndoor->text(), "9.999");
     for (const auto* pLineEdit : {widget.pLineEditRgMax, widget.pLineEditRgMaxSky, widget.pLineEditRgOutdoor})
@@ -137,7 +104,7 @@ TEST_F(BalanceFocusTest, WhiteBalanceFollowsWhatTheAutoChooses)
     auto settings = record<Wb::Config>("Wb");
     settings.wbGains.Blue = 2.25f;
     settings.ccMatrix.Coeff[7] = -0.5f;
-    wbSet(settings);
+    recordSet("Wb", settings);
     EXPECT_FALSE(pBlue->font().bold());
     ASSERT_TRUE(waitUntil([&] { return pBlue->value() == 2.25; }));
     EXPECT_EQ(widget.pDoubleSpinBoxBlue2->value(), -0.5);
@@ -147,19 +114,19 @@ TEST_F(BalanceFocusTest, WhiteBalanceFollowsWhatTheAutoChooses)
     tick(widget.pTimer);
     EXPECT_FALSE(pBlue->font().bold()) << "it has settled";
     settings.wbGains.Red = 3;
-    wbSet(settings);
-    read(AwbEnableGet, "enable", false);
+    recordSet("Wb", settings);
+    read("Awb::enableGet"_id, "enable", false);
     EXPECT_FALSE(pRed->font().bold()) << "no longer the auto's";
     EXPECT_FALSE(widget.pTimer->isActive());
     EXPECT_TRUE(widget.isEnabled());
 
     // Greyed before its values are asked for: a failure there does not free it.
-    board->faultSet({Fault::Error, WbConfigGet});
-    read(AwbEnableGet, "enable", true);
+    board->faultSet({Fault::Error, "Wb::configGet"_id});
+    read("Awb::enableGet"_id, "enable", true);
     EXPECT_FALSE(widget.isEnabled());
     EXPECT_TRUE(widget.pTimer->isActive());
     board->faultsClear();
-    read(AwbEnableGet, "enable", false);
+    read("Awb::enableGet"_id, "enable", false);
 
     // The auto takes over while the user types: his text is not for the board.
     pMainWindow->activateWindow();
@@ -167,9 +134,9 @@ TEST_F(BalanceFocusTest, WhiteBalanceFollowsWhatTheAutoChooses)
     ASSERT_TRUE(waitUntil([&] { return pRed->hasFocus(); }));
     pRed->selectAll();
     QTest::keyClicks(pRed, "1.5");
-    read(AwbEnableGet, "enable", true);
+    read("Awb::enableGet"_id, "enable", true);
     EXPECT_EQ(pRed->value(), 3);
-    EXPECT_EQ(sent(WbConfigSet), 0u);
+    EXPECT_EQ(sent("Wb::configSet"_id), 0u);
     EXPECT_TRUE(widget.pTimer->isActive());
 }
 
@@ -177,21 +144,21 @@ TEST_F(BalanceFocusTest, FocusMayBeMissingAndKeepsItsBox)
 {
     auto& widget = shown<AfWidget>("Auto Focus");
     board->requestsClear();
-    read(AfAvailableGet, "available", false);
+    read("Af::availableGet"_id, "available", false);
     EXPECT_FALSE(widget.isEnabled());
-    EXPECT_EQ(sent(AfEnableGet) + sent(AfConfigGet), 2u) << "asked all the same";
-    read(AfAvailableGet, "available", true);
+    EXPECT_EQ(sent("Af::enableGet"_id) + sent("Af::configGet"_id), 2u) << "asked all the same";
+    read("Af::availableGet"_id, "available", true);
     EXPECT_TRUE(widget.isEnabled());
 
     for (const unsigned algorithm : {4u, 4294967295u, 0u})
     {
-        read(AfConfigGet, "algorithm", algorithm);
+        read("Af::configGet"_id, "algorithm", algorithm);
         EXPECT_EQ(widget.pComboBoxSearchAlgorithm->currentIndex(), -1) << algorithm;
     }
     widget.pCheckBoxOneshot->click();
-    EXPECT_EQ(lastQuery(AfConfigSet)["algorithm"], 0);
+    EXPECT_EQ(lastQuery("Af::configSet"_id)["algorithm"], 0);
 
-    board->faultSet({Fault::Error, AfEnableSet});
+    board->faultSet({Fault::Error, "Af::enableSet"_id});
     widget.pCheckBoxEnable->click();
     EXPECT_FALSE(widget.pCheckBoxOneshot->isEnabled()) << "after a failure as well";
     emit pMainWindow->refresh();
@@ -208,8 +175,8 @@ TEST_F(BalanceFocusTest, StabilisationGreysByReadBySwitchAndByGroupBox)
         for (const bool isUseParams : {false, true})
         {
             SCOPED_TRACE(std::string(isEnable ? "on" : "off") + (isUseParams ? ", by parameters" : ""));
-            board->answerSet(AvsEnableGet, "enable", isEnable);
-            read(AvsConfigGet, "use.params", isUseParams);
+            board->answerSet("Avs::enableGet"_id, "enable", isEnable);
+            read("Avs::configGet"_id, "use.params", isUseParams);
             EXPECT_EQ(widget.pTimer->isActive(), isEnable);
             EXPECT_EQ(group.isEnabled(), isEnable);
             EXPECT_EQ(group.isChecked(), isUseParams);
@@ -225,7 +192,7 @@ TEST_F(BalanceFocusTest, StabilisationGreysByReadBySwitchAndByGroupBox)
     widget.pCheckBoxEnable->click();
     EXPECT_TRUE(group.isEnabled());
     EXPECT_FALSE(widget.pTimer->isActive());
-    board->faultSet({Fault::Error, AvsEnableSet});
+    board->faultSet({Fault::Error, "Avs::enableSet"_id});
     widget.pCheckBoxEnable->click();
     EXPECT_FALSE(group.isEnabled()) << "after a failure as well";
     EXPECT_FALSE(widget.pTimer->isActive());
@@ -243,7 +210,7 @@ TEST_F(BalanceFocusTest, StabilisationShowsItsCurveAndItsStatus)
     const auto& curve = *widget.pPlotCurveDamp;
     for (const auto& [told, shown] : {std::pair(0, 0u), {-1, 0u}, {7, 7u}, {1000, 50u}})
     {
-        read(AvsConfigGet, "count", told);
+        read("Avs::configGet"_id, "count", told);
         EXPECT_EQ(curve.dataSize(), shown) << told;
     }
     EXPECT_EQ(curve.sample(1), QPointF(0.0204, 0.5002));

@@ -1,8 +1,6 @@
 // What the pages of single blocks do beside their rows.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/cac-plot.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/cac-widget.h"
@@ -13,12 +11,6 @@
 #include "tuning-client/source/module/lsc-widget.h"
 #include "tuning-client/source/module/rgbir-widget.h"
 
-#include <QComboBox>
-#include <QGroupBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QStandardItemModel>
-#include <QTabWidget>
 #include <qwt_plot_curve.h>
 
 using board::Fault;
@@ -26,40 +18,12 @@ using V2 = rest::DeMosaic::Config::V2;
 
 namespace
 {
-enum Id
-{
-    CacEnableGet = 4000801,
-    CacEnableSet,
-    CacStatusGet,
-    CprocEnableSet = 4001104,
-    DeMosaicConfigSet = 4001302,
-    IeConfigGet = 4002401,
-    IeConfigSet,
-    IeEnableGet,
-    IeEnableSet,
-    LscEnableSet = 4002604,
-    LscStatusGet,
-    RgbirConfigGet = 4002801,
-    RgbirConfigSet,
-    SensorStatusGet = 80007
-};
-
-class BlockPagesTest : public BoardTest
-{
-protected:
-    template <class Record>
-    static std::string bytes(const Record& record)
-    {
-        return {reinterpret_cast<const char*>(&record), sizeof record};
-    }
-
-    void refuse(int64_t id) { board->faultSet({Fault::Error, id, -1, 0, "not now"}); }
-};
+using BlockPagesTest = BoardTest;
 } // namespace
 
 TEST_F(BlockPagesTest, SomeGreyByTheirBoxAfterAFailureToo)
 {
-    for (const int id : {CprocEnableSet, LscEnableSet})
+    for (const auto id : {"Cproc::enableSet"_id, "Lsc::enableSet"_id})
     {
         boardSwitch(id, false);
         refuse(id);
@@ -99,7 +63,7 @@ TEST_F(BlockPagesTest, LensShadingShowsEachTableRowByRow)
     for (int table = 0; table < 4; ++table)
         for (int i = 0; i < 289; ++i)
             tables[table][i] = uint16_t(1000 * table + i);
-    answerSet(LscStatusGet, "config", status);
+    answerSet("Lsc::statusGet"_id, "config", status);
     auto& widget = shown<LscWidget>("Lens Shading Correction");
     for (int column = 0; column < 4; ++column)
         EXPECT_EQ(str(widget.pStandardItemModelSector->item(7, column)->text()), std::to_string(10 * column + 17));
@@ -118,15 +82,15 @@ TEST_F(BlockPagesTest, RgbirChangesOnlyItsOwnFields)
     auto settings = record<rest::Rgbir::Config>("Rgbir");
     settings.gain_r = 3.5;
     settings.rgbirBpt = rest::CAM_ENGINE_RGBIR_BPT_IRGGR;
-    board->recordSet("Rgbir", 0, bytes(settings));
+    recordSet("Rgbir", settings);
     widget.pSliderSpinWidgetBlsIr->setValue(99);
     settings.bls_ir = 99;
     EXPECT_EQ(board->recordGet("Rgbir", 0), bytes(settings));
-    refuse(RgbirConfigGet);
+    refuse("Rgbir::configGet"_id);
     board->requestsClear();
     widget.pSliderSpinWidgetBlsIr->setValue(100);
     EXPECT_EQ(status(), "Server: not now");
-    EXPECT_EQ(sent(RgbirConfigSet), 0u);
+    EXPECT_EQ(sent("Rgbir::configSet"_id), 0u);
 }
 
 TEST_F(BlockPagesTest, DemosaicingIsBypassedByItsBox)
@@ -151,7 +115,7 @@ TEST_F(BlockPagesTest, Demosaicing2StoresTheMovedFieldOnly)
     v2.cac.c.blue = 0x1234;
     v2.dePurple.threshold = 3;
     v2.dePurple.cbCrMode = V2::DePurple::CbCrMode(77);
-    board->recordSet("DeMosaic", 1, bytes(settings));
+    recordSet("DeMosaic", settings, 1);
     auto& widget = shown<DeMosaic2Widget>("Demosaicing 2");
     const auto& purple = *widget.pDeMosaic2PageDePurple;
     widget.pTabWidget->setCurrentWidget(widget.pDeMosaic2PageDePurple);
@@ -163,7 +127,7 @@ TEST_F(BlockPagesTest, Demosaicing2StoresTheMovedFieldOnly)
     EXPECT_EQ(board->recordGet("DeMosaic", 1), bytes(settings));
 
     // A refused change is in the record, and so in the next one.
-    refuse(DeMosaicConfigSet);
+    refuse("DeMosaic::configSet"_id);
     purple.pComboBoxCbCrMode->setCurrentIndex(2);
     EXPECT_EQ(status(), "Server: not now");
     board->faultsClear();
@@ -180,7 +144,7 @@ class AberrationTest : public BlockPagesTest
 protected:
     AberrationTest()
     {
-        boardSwitch(CacEnableSet, false);
+        boardSwitch("Cac::enableSet"_id, false);
         emit pMainWindow->refresh();
         board->requestsClear();
     }
@@ -204,7 +168,7 @@ TEST_F(AberrationTest, PollsWhileOnAndShown)
     };
     EXPECT_EQ(widget.pTimer->interval(), 1000);
     expect(false);
-    refuse(CacEnableSet);
+    refuse("Cac::enableSet"_id);
     widget.pCheckBoxEnable->click();
     EXPECT_EQ(status(), "Server: not now");
     expect(false);
@@ -212,7 +176,7 @@ TEST_F(AberrationTest, PollsWhileOnAndShown)
     widget.pCheckBoxEnable->click();
     widget.pCheckBoxEnable->click();
     expect(true);
-    refuse(CacStatusGet);
+    refuse("Cac::statusGet"_id);
     tick();
     EXPECT_EQ(status(), "Server: not now");
     expect(true);
@@ -220,7 +184,7 @@ TEST_F(AberrationTest, PollsWhileOnAndShown)
     EXPECT_FALSE(widget.pTimer->isActive());
     page("Chromatic Aberration Correction");
     expect(true);
-    boardSwitch(CacEnableSet, false);
+    boardSwitch("Cac::enableSet"_id, false);
     emit pMainWindow->refresh();
     expect(false);
 }
@@ -232,8 +196,8 @@ TEST_F(AberrationTest, DrawsWhatTheBoxesHold)
     coeffs.coeff[rest::Cac::Status::Blue] = {1, 2, 3};
     coeffs.hCenterOffset = 640;
     coeffs.vCenterOffset = 9000;
-    answerSet(CacStatusGet, "status", coeffs);
-    refuse(SensorStatusGet);
+    answerSet("Cac::statusGet"_id, "status", coeffs);
+    refuse("Sensor::statusGet"_id);
     widget.pCheckBoxEnable->click();
     tick();
     EXPECT_EQ(widget.pDoubleSpinBoxRedLinearCoeff->value(), 15.9375);
@@ -254,7 +218,7 @@ TEST_F(AberrationTest, DrawsWhatTheBoxesHold)
 
     coeffs.coeff[rest::Cac::Status::Red] = {4, 2, 1};
     coeffs.hCenterOffset = 0;
-    answerSet(CacStatusGet, "status", coeffs);
+    answerSet("Cac::statusGet"_id, "status", coeffs);
     tick();
     EXPECT_EQ(widget.pCacPlot->curve->sample(384).y(), 2.625);
     EXPECT_EQ(widget.pCacPlot->curve1->sample(384).y(), 1.375);
@@ -273,7 +237,7 @@ protected:
         board->requestsClear();
         widget.pCheckBoxEnable->click();
         widget.pCheckBoxEnable->click();
-        EXPECT_EQ(sent(IeConfigSet), 1u);
+        EXPECT_EQ(sent("Ie::configSet"_id), 1u);
         return record<Config>("Ie");
     }
 
@@ -298,7 +262,6 @@ protected:
 
 TEST_F(ImageEffectsTest, SwitchingOnSendsWhatIsChosen)
 {
-    const QByteArray none(12, 0);
     widget.pSliderSpinWidgetTintCb->setValue(200);
     widget.pSliderSpinWidgetTintCr->setValue(3);
     auto sepia = switched();
@@ -314,7 +277,7 @@ TEST_F(ImageEffectsTest, SwitchingOnSendsWhatIsChosen)
         const auto plain = switched();
         EXPECT_EQ(plain.mode, pButton == widget.pRadioButtonNegative ? 2u : 1u);
         EXPECT_EQ(plain.range, rest::OPTRIX_IE_RANGE_FULL_RANGE);
-        EXPECT_EQ(std::memcmp(&plain.ModeConfig, none.constData(), sizeof plain.ModeConfig), 0);
+        EXPECT_EQ(bytes(plain.ModeConfig), std::string(sizeof plain.ModeConfig, '\0'));
     }
 
     widget.pRadioButtonColorSelection->click();
@@ -353,9 +316,9 @@ TEST_F(ImageEffectsTest, NoColorIsToldOnceAndSwitchesOff)
     EXPECT_EQ(texts, QStringList("Image Effects: Please select a color!"));
     EXPECT_FALSE(widget.pCheckBoxEnable->isChecked());
     EXPECT_TRUE(widget.pGroupBoxMode->isEnabled());
-    EXPECT_EQ(sent(IeConfigSet), 0u);
-    EXPECT_EQ(sent(IeEnableSet), 1u);
-    EXPECT_EQ(lastQuery(IeEnableSet)["enable"], false);
+    EXPECT_EQ(sent("Ie::configSet"_id), 0u);
+    EXPECT_EQ(sent("Ie::enableSet"_id), 1u);
+    EXPECT_EQ(lastQuery("Ie::enableSet"_id)["enable"], false);
 }
 
 TEST_F(ImageEffectsTest, ReadShowsTheGroupOfTheModeOnly)
@@ -363,14 +326,14 @@ TEST_F(ImageEffectsTest, ReadShowsTheGroupOfTheModeOnly)
     auto settings = record<Config>("Ie");
     settings.mode = rest::OPTRIX_IE_MODE_COLOR;
     settings.range = rest::OPTRIX_IE_RANGE_FULL_RANGE;
-    answerSet(IeConfigGet, "config", settings);
+    answerSet("Ie::configGet"_id, "config", settings);
     emit pMainWindow->refresh();
     EXPECT_TRUE(widget.pRadioButtonColorSelection->isChecked());
     EXPECT_TRUE(widget.pGroupBoxColorSelection->isVisible());
     EXPECT_FALSE(widget.pGroupBoxSepia->isVisible());
     EXPECT_TRUE(widget.pRadioButtonRangeBt601->isChecked()) << "no read sets the range";
     settings.mode = rest::OPTRIX_IE_MODE_SKETCH;
-    answerSet(IeConfigGet, "config", settings);
+    answerSet("Ie::configGet"_id, "config", settings);
     emit pMainWindow->refresh();
     EXPECT_TRUE(widget.pRadioButtonColorSelection->isChecked()) << "a mode without a button";
     EXPECT_FALSE(widget.pGroupBoxColorSelection->isVisible());
@@ -378,9 +341,9 @@ TEST_F(ImageEffectsTest, ReadShowsTheGroupOfTheModeOnly)
 
 TEST_F(ImageEffectsTest, RefusedSettingsSwitchNothing)
 {
-    refuse(IeConfigSet);
+    refuse("Ie::configSet"_id);
     widget.pCheckBoxEnable->click();
     EXPECT_EQ(status(), "Server: not now");
-    EXPECT_EQ(sent(IeEnableSet), 0u);
+    EXPECT_EQ(sent("Ie::enableSet"_id), 0u);
     EXPECT_TRUE(widget.pGroupBoxMode->isEnabled());
 }

@@ -1,27 +1,17 @@
 // From the click in the tool bar to the picture on the screen.
 
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tests/support/outcome.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 #include "tuning-rest/source/sensor.h"
 
-#include <QRegularExpression>
-#include <QToolBar>
-#include <QToolButton>
-
 using board::Fault;
 using rest::Camera;
 
 namespace
 {
-constexpr int captureId = 10003;
-constexpr int sensorStatusId = 80007;
-
 class CaptureTest : public BoardTest
 {
 protected:
@@ -32,7 +22,7 @@ protected:
         config.preferences.capture.path = QDir::currentPath() + "/captures";
         auto status = record<rest::Sensor::Status>("Sensor", "status");
         status.resolutionCollection.resolution = {48, 64};
-        recordSet(status, "status");
+        recordSet("Sensor", status, 0, "status");
         aeEnable(false);
         windowOpen();
     }
@@ -49,12 +39,6 @@ protected:
         QDir().mkpath("captures");
     }
 
-    template <class Record>
-    void recordSet(const Record& value, const char* key = "config")
-    {
-        board->recordSet("Sensor", 0, std::string(reinterpret_cast<const char*>(&value), sizeof value), key);
-    }
-
     /// Clicks, and waits until the action can be clicked again. The text in the status bar.
     std::string take()
     {
@@ -67,6 +51,17 @@ protected:
     }
 
     QList<ImageViewerMainWindow*> viewers() const { return pMainWindow->findChildren<ImageViewerMainWindow*>(); }
+
+    /// What the newest viewer tells of a pixel.
+    QString pixelText(const QPoint& pixel) const
+    {
+        auto* pViewer = viewers().last();
+        const auto place = pViewer->findChild<PictureLabel*>()->mapTo(pViewer, pixel);
+        // A mouse that already is there does not move.
+        for (const auto& step : {QPoint(9, 9), QPoint()})
+            QTest::mouseMove(pViewer->windowHandle(), place + step);
+        return pViewer->findChild<QLabel*>("Pixel")->text();
+    }
 
     static int brightness(const QImage& image)
     {
@@ -111,13 +106,13 @@ TEST_F(CaptureTest, EveryTypeIsTakenFetchedAndShown)
             auto sensor = record<rest::Sensor::Config>("Sensor");
             sensor._long = {gain, 0.005f};
             sensor.bayerPattern = rest::Sensor::Config::BayerPattern(isRaw ? kind.type : 0);
-            recordSet(sensor);
+            recordSet("Sensor", sensor);
             board->requestsClear();
             auto added = viewers();
             capturesClear();
             EXPECT_EQ(take(), "");
-            ASSERT_EQ(sent(captureId), 1u);
-            const auto jQuery = lastQuery(captureId);
+            ASSERT_EQ(sent("Camera::capture"_id), 1u);
+            const auto jQuery = lastQuery("Camera::capture"_id);
             EXPECT_EQ(jQuery["snapshot.type"], int(kind.type));
             EXPECT_EQ(jQuery["lock.type"], 6);
             const auto name = QString::fromStdString(jQuery["file.name"].asString());
@@ -140,6 +135,8 @@ TEST_F(CaptureTest, EveryTypeIsTakenFetchedAndShown)
             const auto red = image.pixel(QPoint(38, 20) + kind.redPlace);
             for (const auto& place : {QPoint(0, 0), QPoint(1, 0), QPoint(0, 1), QPoint(1, 1)})
                 EXPECT_TRUE(!isRaw || gain > 1 || image.pixel(QPoint(38, 20) + place) <= red);
+            EXPECT_EQ(pixelText({38, 20}).contains(" (R) "), isRaw && kind.redPlace.isNull());
+            EXPECT_EQ(pixelText(QPoint(38, 20) + kind.redPlace).contains(" (R) "), isRaw);
         }
     }
     EXPECT_FALSE(QFile::exists("client_rgb.ppm"));
@@ -175,19 +172,19 @@ TEST_F(CaptureTest, DirectoryIsCheckedBeforeTheBoardIsAsked)
                                         "Select Directory: The image cannot be saved to the same path as the "
                                         "tuning_client.exe. Select another path"}));
     EXPECT_EQ(boxes.details[0], "/no/such/directory\nIt is set in Edit > Preferences > Capture Settings.");
-    EXPECT_EQ(sent(captureId), 0u);
+    EXPECT_EQ(sent("Camera::capture"_id), 0u);
 }
 
 TEST_F(CaptureTest, EveryFailureFreesTheActionAndSaysWhy)
 {
     const std::pair<Fault, const char*> rows[] = {
-        {{Fault::Error, captureId}, "The board refuses"},
-        {{Fault::ErrorBare, captureId}, "Capture failed: the board gives no reason"},
-        {{Fault::Close, captureId}, "Capture failed: Connection to 127.0.0.1"},
-        {{Fault::AnswerEmpty, captureId}, "Capture failed: the answer is empty"},
-        {{Fault::NotJson, captureId}, "JSON parse failed"},
-        {{Fault::WrongTypes, captureId}, "file.name"},
-        {{Fault::WrongTypes, captureId, -1, 0, "error"}, "error"},
+        {{Fault::Error, "Camera::capture"_id}, "The board refuses"},
+        {{Fault::ErrorBare, "Camera::capture"_id}, "Capture failed: the board gives no reason"},
+        {{Fault::Close, "Camera::capture"_id}, "Capture failed: Connection to 127.0.0.1"},
+        {{Fault::AnswerEmpty, "Camera::capture"_id}, "Capture failed: the answer is empty"},
+        {{Fault::NotJson, "Camera::capture"_id}, "JSON parse failed"},
+        {{Fault::WrongTypes, "Camera::capture"_id}, "file.name"},
+        {{Fault::WrongTypes, "Camera::capture"_id, -1, 0, "error"}, "error"},
         {{Fault::ResetInBody, Fault::Download}, " failed: "},
         {{Fault::ChunkedCut, Fault::Download}, " failed: "},
     };
@@ -217,12 +214,21 @@ TEST_F(CaptureTest, ConversionsThatFailOpenNoViewer)
     config.preferences.capture.snapshotType = Camera::Yuv;
     auto status = record<rest::Sensor::Status>("Sensor", "status");
     status.resolutionCollection.resolution = {49, 64};
-    answerSet(sensorStatusId, "status", status);
+    answerSet("Sensor::statusGet"_id, "status", status);
     const auto text = take();
     EXPECT_NE(text.find("failed: 64x49 takes 6272 bytes, the file has 6145"), std::string::npos) << text;
-    board->faultSet({Fault::Error, sensorStatusId});
+    board->faultSet({Fault::Error, "Sensor::statusGet"_id});
     EXPECT_EQ(take(), "Server: The board refuses");
     EXPECT_TRUE(viewers().isEmpty());
+}
+
+TEST_F(CaptureTest, RawPictureOfUnknownPatternIsShownWithoutColours)
+{
+    board->faultSet({Fault::Error, "Sensor::configGet"_id});
+    EXPECT_EQ(take(), "Server: The board refuses");
+    ASSERT_EQ(viewers().size(), 1);
+    EXPECT_TRUE(pixelText({1, 0}).contains(" (x1 y0) "));
+    EXPECT_TRUE(pActionCapture->isEnabled());
 }
 
 TEST_F(CaptureTest, NothingIsShownThatWasNotStored)
@@ -238,7 +244,7 @@ TEST_F(CaptureTest, NothingIsShownThatWasNotStored)
          {std::make_pair("taken.pgm", "Download failed: no file taken.pgm in " + str(directory)),
           {"../.x.pgm", "Download failed: .x.pgm would be a hidden file"}})
     {
-        board->answerSet(captureId, "file.name", name);
+        board->answerSet("Camera::capture"_id, "file.name", name);
         EXPECT_EQ(take(), text);
     }
     EXPECT_TRUE(viewers().isEmpty());
@@ -246,7 +252,7 @@ TEST_F(CaptureTest, NothingIsShownThatWasNotStored)
 
 TEST_F(CaptureTest, FileThatATransportStoresInTheWorkingDirectoryIsMoved)
 {
-    board->answerSet(captureId, "file.name", "stray.pgm");
+    board->answerSet("Camera::capture"_id, "file.name", "stray.pgm");
     const QByteArray picture("P5\n1 1\n255\nx");
     // In the way of the transport until it has given up.
     QDir().mkpath("captures/stray.pgm");
@@ -295,9 +301,9 @@ TEST_F(CaptureTest, QueuedClicksMakeOneCapture)
     ASSERT_TRUE(pButton);
     // Each waits its turn in the event loop, as those of the mouse do.
     const auto click = [pButton] { QMetaObject::invokeMethod(pButton, &QToolButton::click, Qt::QueuedConnection); };
-    EXPECT_TRUE(hasWaitCursor(captureId, [&] { take(); }));
+    EXPECT_TRUE(hasWaitCursor("Camera::capture"_id, [&] { take(); }));
     during(
-        captureId,
+        "Camera::capture"_id,
         [&]
         {
             click();
@@ -310,7 +316,7 @@ TEST_F(CaptureTest, QueuedClicksMakeOneCapture)
         });
     EXPECT_TRUE(waitUntil([this] { return pActionCapture->isEnabled(); }));
     QCoreApplication::processEvents();
-    EXPECT_EQ(sent(captureId), 1u);
+    EXPECT_EQ(sent("Camera::capture"_id), 1u);
     click();
     EXPECT_TRUE(waitUntil([this] { return viewers().size() == 3; })) << "the action works again";
 }

@@ -4,10 +4,6 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-common/source/limits.h"
 
-#include <QDir>
-#include <QSignalSpy>
-#include <QTemporaryDir>
-
 namespace
 {
 int warningCount = 0;

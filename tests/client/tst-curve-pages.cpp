@@ -1,7 +1,6 @@
 // What the pages with curves do beside their rows: markers, what sends and when, the switch over two modules.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
 #include "tuning-client/source/control/gamma-channel-widget.h"
 #include "tuning-client/source/control/gamma2-channel-widget.h"
 #include "tuning-client/source/control/histogram-plot.h"
@@ -13,17 +12,6 @@
 #include "tuning-client/source/module/gc-widget.h"
 #include "tuning-client/source/module/gc2-widget.h"
 
-#include <QCheckBox>
-#include <QClipboard>
-#include <QComboBox>
-#include <QContextMenuEvent>
-#include <QDoubleSpinBox>
-#include <QMenu>
-#include <QRadioButton>
-#include <QRegularExpression>
-#include <QTest>
-#include <QTimer>
-#include <QWindow>
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_picker.h>
@@ -36,16 +24,6 @@ using Config = rest::Dci::Config;
 
 namespace
 {
-enum Id
-{
-    CaConfigSet = 4000702,
-    CaEnableSet = 4000704,
-    DciConfigSet = 4001202,
-    DciEnableSet = 4001204,
-    GcConfigSet = 4002102,
-    GcEnableSet = 4002104
-};
-
 class CurvePagesTest : public BoardTest
 {
 protected:
@@ -56,19 +34,10 @@ protected:
         settings.mode = Config::Mode3Sections;
         settings.histogram = {1, 2, 3, 4, 5};
         recordSet("Dci", settings);
-        auto& widget = dynamic_cast<DciWidget&>(page("Dynamic Contrast Improvement"));
-        QApplication::processEvents();
-        board->requestsClear();
-        return widget;
+        return shown<DciWidget>("Dynamic Contrast Improvement");
     }
 
     CaWidget& ca() { return dynamic_cast<CaWidget&>(page("Color Adjustment")); }
-
-    template <class Record>
-    void recordSet(const char* className, const Record& value, int generation = 0)
-    {
-        board->recordSet(className, generation, {reinterpret_cast<const char*>(&value), sizeof value});
-    }
 
     Config sentConfig() { return record<Config>("Dci"); }
 
@@ -106,23 +75,8 @@ protected:
     /// The actions of the plot's menu; the one of that text is chosen.
     static QStringList menu(QwtPlot* pPlot, const QString& chosen = {})
     {
-        QStringList texts;
-        QTimer::singleShot(0,
-                           [&]
-                           {
-                               auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-                               ASSERT_TRUE(pMenu);
-                               for (auto* pAction : pMenu->actions())
-                               {
-                                   texts.append(pAction->text());
-                                   if (pAction->text() == chosen)
-                                       pAction->trigger();
-                               }
-                               pMenu->close();
-                           });
         QContextMenuEvent event(QContextMenuEvent::Mouse, {}, QPoint(100, 100));
-        QApplication::sendEvent(pPlot->canvas(), &event);
-        return texts;
+        return popup([&] { QApplication::sendEvent(pPlot->canvas(), &event); }, chosen);
     }
 };
 } // namespace
@@ -148,18 +102,17 @@ TEST_F(CurvePagesTest, DragSendsOneRecordInsideItsLimits)
     emit widget.refresh();
     EXPECT_EQ(widget.pMarkerInflection->value(), QPointF(0, 1024));
     EXPECT_FALSE(widget.pMarkerInflection->isVisible());
-    EXPECT_EQ(sent(DciConfigSet), 0u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 0u);
     // Onto the other one, which lies above it.
     const auto other = at(pPlot, 44, 768);
     move(other);
     release(other);
-    EXPECT_EQ(sent(DciConfigSet), 1u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 1u);
     EXPECT_TRUE(widget.pMarkerInflection->isVisible());
     expected.inflection = {uint16_t(widget.pMarkerInflection->xValue()), uint16_t(widget.pMarkerInflection->yValue())};
     EXPECT_NEAR(expected.inflection.x, 44, 1);
     EXPECT_NEAR(expected.inflection.y, 768, 4);
-    const auto stored = sentConfig();
-    EXPECT_EQ(std::memcmp(&stored, &expected, sizeof stored), 0) << "all else goes back as it was";
+    EXPECT_EQ(bytes(sentConfig()), bytes(expected)) << "all else goes back as it was";
     EXPECT_GT(widget.pMarkerInflection->z(), widget.pMarkerInflection2->z());
     drag(other, home);
     EXPECT_NEAR(sentConfig().inflection.x, 20, 1) << "the raised one answers";
@@ -168,7 +121,7 @@ TEST_F(CurvePagesTest, DragSendsOneRecordInsideItsLimits)
     drag(at(pPlot, 0, 0), at(pPlot, 30, 500));
     EXPECT_EQ(widget.pMarkerStart->xValue(), 0);
     EXPECT_NEAR(sentConfig().start.y, 500, 4);
-    EXPECT_EQ(sent(DciConfigSet), 3u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 3u);
 }
 
 TEST_F(CurvePagesTest, DragEndsWithThePageAndNeedsAFreeOne)
@@ -177,7 +130,7 @@ TEST_F(CurvePagesTest, DragEndsWithThePageAndNeedsAFreeOne)
     press(at(widget.pQwtPlot, 20, 256));
     move(at(widget.pQwtPlot, 30, 300));
     page("Register");
-    EXPECT_EQ(sent(DciConfigSet), 1u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 1u);
     EXPECT_TRUE(widget.pMarkerInflection->isVisible());
     page("Dynamic Contrast Improvement");
     board->requestsClear();
@@ -201,20 +154,20 @@ TEST_F(CurvePagesTest, ArrowsChooseAndMoveAMarker)
     QTest::keyClick(pCanvas, Qt::Key_Right, Qt::ControlModifier);
     EXPECT_TRUE(widget.pMarkerInflection->isChosen);
     EXPECT_FALSE(widget.pMarkerStart->isChosen);
-    EXPECT_EQ(sent(DciConfigSet), 0u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 0u);
     QTest::keyPress(pCanvas, Qt::Key_Up, Qt::ShiftModifier);
     QTest::keyPress(pCanvas, Qt::Key_Up, Qt::ShiftModifier);
     QTest::keyPress(pCanvas, Qt::Key_Left);
-    EXPECT_EQ(sent(DciConfigSet), 0u) << "until the key is released";
+    EXPECT_EQ(sent("Dci::configSet"_id), 0u) << "until the key is released";
     QTest::keyRelease(pCanvas, Qt::Key_Left);
-    EXPECT_EQ(sent(DciConfigSet), 1u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 1u);
     EXPECT_EQ(sentConfig().inflection.x, 19);
     EXPECT_EQ(sentConfig().inflection.y, 276);
     EXPECT_TRUE(widget.pMarkerInflection->isVisible());
     // The focus takes a held key along.
     QTest::keyPress(pCanvas, Qt::Key_Down);
     pCanvas->clearFocus();
-    EXPECT_EQ(sent(DciConfigSet), 2u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 2u);
     EXPECT_EQ(sentConfig().inflection.y, 275);
     EXPECT_FALSE(widget.pMarkerInflection->isChosen);
 }
@@ -236,11 +189,10 @@ TEST_F(CurvePagesTest, HistogramModeStaysUntilSectionsAreChosen)
         EXPECT_TRUE(widget.pRadioButton3Sections->isChecked());
         slider(widget, DciWidget::ExponentLow)->setValue(0.5);
         settings.exponent.low = 0.5;
-        const auto stored = sentConfig();
-        EXPECT_EQ(std::memcmp(&stored, &settings, sizeof stored), 0);
+        EXPECT_EQ(bytes(sentConfig()), bytes(settings));
         board->requestsClear();
         pButton->click();
-        EXPECT_EQ(sent(DciConfigSet), 1u);
+        EXPECT_EQ(sent("Dci::configSet"_id), 1u);
         EXPECT_EQ(sentConfig().mode,
                   pButton == widget.pRadioButton3Sections ? Config::Mode3Sections : Config::Mode2Sections);
         EXPECT_EQ(sentConfig().histogram.damp, 5);
@@ -262,20 +214,19 @@ TEST_F(CurvePagesTest, GammaIsEditedWhileOffAndOneCurveServesAllChannels)
     recordSet("Gc", settings, rest::Gc::V2);
     auto& widget = dynamic_cast<Gc2Widget&>(page("Gamma Correction 2"));
     EXPECT_FALSE(widget.pSingleChannelWidget->isEnabled()) << "the module runs";
-    board->faultSet({Fault::Error, GcEnableSet});
+    board->faultSet({Fault::Error, "Gc::enableSet"_id});
     widget.pCheckBoxEnable->click();
     EXPECT_FALSE(widget.pSingleChannelWidget->isEnabled()) << "after a failure as before";
     board->faultsClear();
     emit pMainWindow->refresh();
     widget.pCheckBoxEnable->click();
     EXPECT_TRUE(widget.pSingleChannelWidget->isEnabled());
-    EXPECT_EQ(sent(GcConfigSet), 0u);
+    EXPECT_EQ(sent("Gc::configSet"_id), 0u);
     widget.pSingleChannelWidget->pRadioButtonUser->click();
-    EXPECT_EQ(sent(GcConfigSet), 1u);
-    const auto bytes = board->recordGet("Gc", rest::Gc::V2);
-    std::memcpy(&settings, bytes.data(), sizeof settings);
+    EXPECT_EQ(sent("Gc::configSet"_id), 1u);
+    settings = record<rest::Gc::Config>("Gc", "config", rest::Gc::V2);
     for (const auto& curve : settings.v2.curves)
-        EXPECT_EQ(std::memcmp(&curve, &widget.config.v2.curves[0], sizeof curve), 0);
+        EXPECT_EQ(bytes(curve), bytes(widget.config.v2.curves[0]));
     EXPECT_EQ(settings.v2.curves[2].pX[5], 50u);
     EXPECT_EQ(settings.v2.curves[0].gamma, 2);
 }
@@ -293,7 +244,7 @@ TEST_F(CurvePagesTest, CurveOfColoursGoesOutWithTheNextChange)
     EXPECT_FALSE(slider(widget, 1)->isEnabled());
     EXPECT_TRUE(slider(widget, 2)->isEnabled());
     slider(widget, 2)->setValue(1);
-    EXPECT_EQ(sent(CaConfigSet), 1u);
+    EXPECT_EQ(sent("Ca::configSet"_id), 1u);
     EXPECT_EQ(record<rest::Ca::Config>("Ca").curve, rest::Ca::Config::Parabolic);
     widget.pComboBoxWorkMode->setCurrentText("Auto");
     widget.pRadioButtonCurveS->click();
@@ -324,9 +275,9 @@ TEST_F(CurvePagesTest, OneSwitchServesBothModules)
         EXPECT_TRUE(channel.isEnabled());
     }
     board->requestsClear();
-    board->faultSet({Fault::Error, CaEnableSet});
+    board->faultSet({Fault::Error, "Ca::enableSet"_id});
     widget.pCheckBoxEnable->click();
-    EXPECT_EQ(sent(DciEnableSet), 0u);
+    EXPECT_EQ(sent("Dci::enableSet"_id), 0u);
     EXPECT_TRUE(status().startsWith("Server")) << str(status());
     EXPECT_FALSE(widget.pDciChannelWidget->isEnabled()) << "all the same";
 }
@@ -402,7 +353,7 @@ TEST_F(CurvePagesTest, HeldMarkerIsDroppedByWhatEndsItsMove)
     widget.setEnabled(false);
     move(place + QPoint(60, 0));
     release(place + QPoint(60, 0));
-    EXPECT_EQ(sent(DciConfigSet), 0u) << "greyed";
+    EXPECT_EQ(sent("Dci::configSet"_id), 0u) << "greyed";
     widget.setEnabled(true);
     emit pMainWindow->refresh();
 
@@ -421,5 +372,5 @@ TEST_F(CurvePagesTest, HeldMarkerIsDroppedByWhatEndsItsMove)
     widget.pMarkerPicker->setEnabled(false);
     widget.pMarkerPicker->setEnabled(true);
     QTest::keyRelease(widget.pMarkerPicker->plot()->canvas(), Qt::Key_Right);
-    EXPECT_EQ(sent(DciConfigSet), 0u);
+    EXPECT_EQ(sent("Dci::configSet"_id), 0u);
 }

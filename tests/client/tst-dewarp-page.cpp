@@ -3,6 +3,7 @@
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
 #include "tuning-client/source/control/calibration-dialog.h"
+#include "tuning-client/source/control/grid-view.h"
 #include "tuning-client/source/control/lens-model.h"
 #include "tuning-client/source/module/dewarp-calibration-widget.h"
 #include "tuning-client/source/module/dewarp-tuning-widget.h"
@@ -14,6 +15,7 @@
 #include <QDoubleSpinBox>
 #include <QGroupBox>
 #include <QLineEdit>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -21,6 +23,7 @@
 #include <QTabWidget>
 #include <QTableWidget>
 
+#include <array>
 #include <numeric>
 
 #include <sys/stat.h>
@@ -104,6 +107,7 @@ protected:
         calibration.pPushButtonLoadImage->click();
         EXPECT_EQ(str(answer.seen), str("Select File|" + QDir::currentPath() + "|Image (*.jpg)"));
         EXPECT_TRUE(waitUntil([this] { return !calibration.pLabelReport->text().isEmpty(); }));
+        EXPECT_TRUE(waitUntil([this] { return !calibration.findChild<CalibrationDialog*>(); }));
     }
 
     DewarpWidget& page;
@@ -115,6 +119,11 @@ TEST_F(DewarpPageTest, EachTabAndModeSendsItsTypeAndLines)
 {
     auto& widget = tuning();
     const auto& modes = *widget.pFishEyeWidget;
+    const auto isAnyFree = [&]
+    {
+        return widget.pPushButtonLoadMap->isEnabled() || widget.pLineEditMapPath->isEnabled() ||
+               widget.pTabWidget->isEnabled();
+    };
     struct Row
     {
         int tab;
@@ -129,13 +138,14 @@ TEST_F(DewarpPageTest, EachTabAndModeSendsItsTypeAndLines)
         SCOPED_TRACE(row.mode + std::to_string(row.tab));
         widget.pTabWidget->setCurrentIndex(row.tab);
         modes.pComboBoxMode->setCurrentText(row.mode);
+        EXPECT_FALSE(modes.pComboBoxMode->itemIcon(modes.pComboBoxMode->currentIndex()).availableSizes().isEmpty());
         widget.pCheckBoxEnable->click();
         const auto sent = record<Dewarp::Config>("Dewarp");
         EXPECT_EQ(sent.params.dewarp_type, row.type);
         EXPECT_EQ(sent.params.split_horizon_line, row.horizon);
         EXPECT_EQ(sent.params.split_vertical_line_up, row.up);
         EXPECT_EQ(sent.params.split_vertical_line_down, row.down);
-        EXPECT_FALSE(widget.pPushButtonLoadMap->isEnabled() || widget.pTabWidget->isEnabled());
+        EXPECT_FALSE(isAnyFree());
         widget.pCheckBoxEnable->click();
         EXPECT_TRUE(widget.pPushButtonLoadMap->isEnabled() && widget.pLineEditMapPath->isEnabled());
         // A read shows the type's tab and, where the lines are those of a mode, the mode.
@@ -144,6 +154,9 @@ TEST_F(DewarpPageTest, EachTabAndModeSendsItsTypeAndLines)
         EXPECT_EQ(widget.pTabWidget->currentIndex(), row.type == 1 ? 0 : 1);
         EXPECT_EQ(str(modes.pComboBoxMode->currentText()), row.horizon == 716 ? "1-1-1" : row.mode);
     }
+    boardSwitch(enableSetId, true);
+    refresh();
+    EXPECT_TRUE(widget.pCheckBoxEnable->isChecked() && !isAnyFree());
 }
 
 TEST_F(DewarpPageTest, ReadsTheFirstMapAndSendsNothingElseOfIt)
@@ -159,8 +172,24 @@ TEST_F(DewarpPageTest, ReadsTheFirstMapAndSendsNothingElseOfIt)
     read.params.dewarp_type = 4;
     auto& widget = tuning();
     widget.pFishEyeWidget->pComboBoxMode->setCurrentText("1-0-1");
+    const auto preview = [&] { return widget.pDistortionWidget->pGridView->grab().toImage(); };
+    auto drawn = preview();
+    const auto isNew = [&] { return std::exchange(drawn, preview()) != drawn; };
+    widget.pDistortionWidget->pComboBoxModel->setCurrentIndex(1);
+    EXPECT_TRUE(isNew());
+    const auto projected = widget.pPerspectiveWidget->pGridView->grab().toImage();
     boardSet(read);
     refresh();
+    EXPECT_TRUE(isNew() && widget.pPerspectiveWidget->pGridView->grab().toImage() != projected);
+    for (const auto* pBox : widget.pTabWidget->findChildren<QDoubleSpinBox*>())
+        EXPECT_TRUE(pBox->isReadOnly());
+    for (const uint32_t width : {640, 0, 20000})
+    {
+        read.params.input_res[0].width = width;
+        boardSet(read);
+        refresh();
+        EXPECT_EQ(isNew(), width == 640) << width;
+    }
     EXPECT_EQ(widget.pTabWidget->currentIndex(), 1);
     EXPECT_EQ(str(widget.pFishEyeWidget->pComboBoxMode->currentText()), "1-0-1");
 
@@ -183,7 +212,7 @@ TEST_F(DewarpPageTest, SamplesTheMapOnAGridAndKeepsACopy)
     {
         uint32_t width, height, columns, rows;
     };
-    for (const auto& row : {Row{1920, 1080, 121, 69}, Row{4096, 4096, 257, 257}, Row{1, 17, 2, 3}})
+    for (const auto& row : {Row{1920, 1080, 121, 69}, Row{16384, 17, 1025, 3}, Row{1, 17, 2, 3}})
     {
         SCOPED_TRACE(row.width);
         std::vector<uint32_t> values(size_t(row.width) * row.height);
@@ -240,16 +269,45 @@ TEST_F(DewarpPageTest, ABadMapIsToldAndOnlyAMissingOneIsSentAsNone)
         widget.pCheckBoxEnable->click();
         QFile::remove(path);
     }
+    QFile::remove("user_map.bin");
+    QDir().mkdir("user_map.bin");
+    widget.pCheckBoxEnable->click();
+    EXPECT_TRUE(status().startsWith("Saving of \"user_map.bin\" failed: ")) << str(status());
+    EXPECT_EQ(sent(configSetId), 3U);
+    QDir().rmdir("user_map.bin");
 }
 
 TEST_F(DewarpPageTest, ACalibrationGoesToTheBoardAlsoWhileTheBlockRuns)
 {
     boardSwitch(enableSetId, true);
     auto paths = picturesTake(6);
-    paths.append(QDir::current().filePath("text.jpg"));
-    fileWrite("text.jpg", "no picture");
+    paths.append(QDir::current().filePath("a&lt;%1.jpg"));
+    fileWrite("a&lt;%1.jpg", "no picture");
+    Dewarp::Config before;
+    before.distortionMap[0].distortion_coeff[4] = 0.25;
+    boardSet(before);
+    auto* pModel = page.pDewarpTuningWidget->pDistortionWidget->pComboBoxModel;
+    pModel->setCurrentIndex(1);
     board->requestsClear();
+    QString atTheEnd;
+    const Modals dialogs(
+        [&](QDialog& dialog)
+        {
+            if (!qobject_cast<CalibrationDialog*>(&dialog) || !atTheEnd.isNull())
+                return;
+            atTheEnd = "";
+            QObject::connect(&dialog, &QDialog::finished,
+                             [&]
+                             {
+                                 for (auto* pLabel : dialog.findChildren<QLabel*>())
+                                     atTheEnd += pLabel->text() + '|';
+                                 atTheEnd += QString::number(dialog.findChild<QProgressBar*>()->value());
+                                 EXPECT_FALSE(dialog.findChild<QDialogButtonBox*>()->isEnabled());
+                             });
+        });
     calibrate(paths);
+    EXPECT_EQ(str(atTheEnd), "Computing the camera from 7 images...|a&lt;%1.jpg: no picture, or too large|7");
+    EXPECT_EQ(pModel->currentIndex(), 0);
     const auto camera = board_picture::cameraOf(Parameters::Fisheye);
     const auto sent = record<Dewarp::Config>("Dewarp");
     const auto& map = sent.distortionMap[0];
@@ -259,13 +317,14 @@ TEST_F(DewarpPageTest, ACalibrationGoesToTheBoardAlsoWhileTheBlockRuns)
     EXPECT_NEAR(map.camera_matrix[0], camera.fx, camera.fx * 0.005);
     EXPECT_NEAR(map.distortion_coeff[0], camera.k[0], 0.01);
     EXPECT_EQ(std::memcmp(map.camera_matrix, map.perspective_matrix, sizeof map.camera_matrix), 0);
-    EXPECT_EQ(map.distortion_coeff[4], 0);
+    EXPECT_EQ(map.distortion_coeff[4], 0.25) << "read first";
 
     const auto* pTable = calibration.pTableReport;
     ASSERT_EQ(pTable->rowCount(), 7);
     EXPECT_LT(pTable->item(0, 1)->text().toDouble(), 0.3);
-    EXPECT_EQ(str(pTable->item(6, 0)->text() + pTable->item(6, 1)->text()), "text.jpg");
-    EXPECT_TRUE(pTable->item(6, 2)->text().contains("no picture"));
+    EXPECT_EQ(str(pTable->item(6, 0)->text() + pTable->item(6, 1)->text()), "a&lt;%1.jpg");
+    EXPECT_TRUE(pTable->item(6, 0)->toolTip().endsWith("/a&amp;lt;%1.jpg</p>")) << str(pTable->item(6, 0)->toolTip());
+    EXPECT_EQ(str(pTable->item(6, 2)->text()), "no picture, or too large");
     EXPECT_TRUE(calibration.pLabelReport->text().contains("over 6 of 7 images"));
 
     // The file that was written gives the same.
@@ -287,9 +346,62 @@ TEST_F(DewarpPageTest, ACalibrationGoesToTheBoardAlsoWhileTheBlockRuns)
     EXPECT_NEAR(widget.pDistortionWidget->pDoubleSpinBoxes8x1[3]->value(), map.distortion_coeff[3], 1e-6);
     EXPECT_EQ(board->requests().size(), 0U) << "loading sends nothing";
     QFile::remove(files[0]);
+    for (const auto& path : {QString(), paths.last()})
+    {
+        const FileDialogAnswer answer(path);
+        const auto told = str(status());
+        widget.pDistortionWidget->pPushButtonLoadFile->click();
+        EXPECT_EQ(str(status()), path.isEmpty() ? told : "Reading of \"" + str(path) + "\" failed: it is no YAML");
+    }
+
+    config.preferences.calibration.path = QDir::current().filePath("nowhere");
+    calibrate(paths);
+    EXPECT_TRUE(QRegularExpression("^Saving of \".*\" failed: No such file or directory$").match(status()).hasMatch());
+    EXPECT_TRUE(calibration.pLabelReport->text().endsWith(status())) << str(status());
+    EXPECT_EQ(this->sent(configSetId), 1U);
 }
 
 TEST_F(DewarpPageTest, ControlsGoIntoTheParameters)
+{
+    const auto parameters = [&] { return calibration.parametersGet({"b.jpg", "a.jpg"}); };
+    const auto first = parameters();
+    EXPECT_EQ(std::tuple(first.width, first.height, first.frameNumbers, first.aspectRatio), std::tuple(9, 7, 2, 1.0F));
+    EXPECT_EQ(first.images, (std::vector<std::string>{"b.jpg", "a.jpg"}));
+    EXPECT_EQ(first.outputFileName.find(str(config.preferences.calibration.path + "/dewarp_")), 0U);
+    EXPECT_EQ(first.pattern, Parameters::Chessboard);
+    calibration.pSpinBoxCornerVertical->setValue(5);
+    EXPECT_EQ(parameters().height, 5);
+    QRadioButton* const patterns[]{calibration.pRadioButtonAcircles, calibration.pRadioButtonChessboard,
+                                   calibration.pRadioButtonCircles};
+    QRadioButton* const modes[]{calibration.pRadioButtonFisheye, calibration.pRadioButtonWideAngle};
+    QCheckBox* const boxes[][3]{{calibration.pCheckBoxFisheyeCheckCond, calibration.pCheckBoxFisheyeFixSkew,
+                                 calibration.pCheckBoxFisheyeRecomputeExtrinsic},
+                                {calibration.pCheckBoxWideAngleFixAspectRatio,
+                                 calibration.pCheckBoxWideAngleFixPrincipalPoint,
+                                 calibration.pCheckBoxWideAngleZeroTangentDist}};
+    for (int pattern = 2; pattern >= 0; --pattern)
+    {
+        patterns[pattern]->click();
+        EXPECT_EQ(parameters().pattern, pattern);
+    }
+    for (const int mode : {0, 1})
+    {
+        modes[mode]->click();
+        EXPECT_EQ(parameters().mode, mode);
+        const auto& options = boxes[mode];
+        EXPECT_TRUE(std::all_of(options, options + 3, [&](auto* pBox) { return pBox->isChecked() == (mode == 0); }));
+        for (auto* pOnly : options)
+        {
+            for (auto* pBox : options)
+                pBox->setChecked(pBox == pOnly);
+            const auto held = parameters().modeConfig;
+            const std::array<bool, 3> shown{options[0]->isChecked(), options[1]->isChecked(), options[2]->isChecked()};
+            EXPECT_EQ(std::memcmp(&held, &shown, 3), 0) << mode << str(pOnly->text());
+        }
+    }
+}
+
+TEST_F(DewarpPageTest, ARunWithoutAResultSendsNothing)
 {
     auto paths = picturesTake(1);
     calibrate(paths);
@@ -347,4 +459,7 @@ TEST(LensModelTest, DrawsWhatTheLensDoes)
     const auto projected = lens::projected({2, 0.5, 10, 0.25, 3, -5, 0.001, 0.002, 1}, {100, 50});
     EXPECT_NEAR(projected.x(), 235 / 1.2, 1e-9);
     EXPECT_NEAR(projected.y(), 170 / 1.2, 1e-9);
+    EXPECT_EQ(lens::distorted(lens::Model::Fisheye, matrix, k, {950, 530}), QPointF(950, 530));
+    const double skewed[9] = {700, 20, 950, 0, 710, 530, 0, 0, 1};
+    EXPECT_NEAR(lens::distorted(lens::Model::WideAngle, skewed, {}, point).x(), point.x(), 1e-9);
 }

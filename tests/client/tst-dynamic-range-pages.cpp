@@ -7,9 +7,6 @@
 #include "tuning-client/source/module/hdr1_2-widget.h"
 #include "tuning-client/source/module/wdr1-widget.h"
 
-#include <QComboBox>
-#include <QRadioButton>
-#include <QSignalSpy>
 #include <qwt_plot_curve.h>
 
 using board::Fault;
@@ -19,18 +16,6 @@ using rest::Wdr;
 
 namespace
 {
-enum Id
-{
-    AhdrConfigGet = 4000301,
-    AhdrConfigSet,
-    HdrConfigGet = 4002301,
-    HdrEnableSet = 4002304,
-    HdrStatusGet = 4002306,
-    WdrConfigGet = 4003101,
-    WdrConfigSet,
-    WdrEnableSet = 4003104
-};
-
 using DynamicRangePagesTest = BoardTest;
 } // namespace
 
@@ -67,7 +52,7 @@ TEST_F(DynamicRangePagesTest, FramesAreShownAndGreyed)
     refresh();
     EXPECT_TRUE(hdr.pCombineWidgetLongShortVeryShort->isVisible()) << "as the board has it";
     // A board that does not tell leaves the choice.
-    board->answerSet(HdrStatusGet, "status", Json::Value());
+    board->answerSet("Hdr::statusGet"_id, "status", Json::Value());
     for (auto* pChoice : {hdr.pRadioButton2Dol, hdr.pRadioButton3Dol})
     {
         pChoice->click();
@@ -87,7 +72,7 @@ TEST_F(DynamicRangePagesTest, FramesAreShownAndGreyed)
     EXPECT_EQ(free(), 0);
     hdr.pCheckBoxNative->click();
     EXPECT_EQ(free(), 4);
-    board->faultSet({Fault::Error, HdrEnableSet});
+    board->faultSet({Fault::Error, "Hdr::enableSet"_id});
     hdr.pCheckBoxEnable->click();
     EXPECT_EQ(free(), 0) << "after a failure too";
     EXPECT_TRUE(status().startsWith("Server: "));
@@ -105,7 +90,7 @@ TEST_F(DynamicRangePagesTest, BaseFrameTravelsWithTheNextChange)
     for (const auto told : {Hdr::Config::V1_2::LongShortVeryShort, Hdr::Config::V1_2::Sum})
     {
         answer.v1_2.mode = told;
-        answerSet(HdrConfigGet, "config", answer);
+        answerSet("Hdr::configGet"_id, "config", answer);
         hdr.pRadioButtonLong->click();
         refresh();
         EXPECT_TRUE(hdr.pRadioButtonShort->isChecked());
@@ -144,11 +129,11 @@ TEST_F(DynamicRangePagesTest, AutomaticSetPointsBelongToAuto)
     answer.v1.isAutoSetPoint = false;
     answer.v1.c = 7.53;
     answer.v1.ratio.max = 300;
-    answerSet(AhdrConfigGet, "config", answer);
+    answerSet("Ahdr::configGet"_id, "config", answer);
     board->requestsClear();
     refresh();
-    EXPECT_EQ(sent(AhdrConfigSet), 1u);
-    EXPECT_EQ(lastQuery(AhdrConfigSet)["config"].asString(), t_common::Base64::encode(answer));
+    EXPECT_EQ(sent("Ahdr::configSet"_id), 1u);
+    EXPECT_EQ(lastQuery("Ahdr::configSet"_id)["config"].asString(), t_common::Base64::encode(answer));
     EXPECT_FALSE(ahdr.pCheckBoxSetPointAuto->isVisible() || ahdr.pCheckBoxSetPoint2Auto->isVisible());
 }
 
@@ -172,10 +157,10 @@ TEST_F(DynamicRangePagesTest, CurveThatAReadChecksIsDrawnAndSent)
     answer.v1.curve = wdr.wdrCurves.last()->wdrCurve;
     const auto read = [&]
     {
-        answerSet(WdrConfigGet, "curve", answer);
+        answerSet("Wdr::configGet"_id, "curve", answer);
         board->requestsClear();
         refresh();
-        return sent(WdrConfigSet);
+        return sent("Wdr::configSet"_id);
     };
     auto& [Ym, dY, padding] = answer.v1.curve;
     const std::pair<void*, uint8_t> spots[] = {{&Ym[0], 1}, {&Ym[32], 1}, {&dY[0], 1}, {&dY[32], 1}};
@@ -192,11 +177,11 @@ TEST_F(DynamicRangePagesTest, CurveThatAReadChecksIsDrawnAndSent)
 
     // What a board refuses is drawn all the same.
     board->answersClear();
-    board->faultSet({Fault::Error, WdrConfigSet});
+    board->faultSet({Fault::Error, "Wdr::configSet"_id});
     wdr.pGroupBoxCurves->findChildren<QRadioButton*>().first()->click();
     EXPECT_EQ(curve.sample(1), QPointF(136, 1218));
 
-    board->faultSet({Fault::Error, WdrEnableSet});
+    board->faultSet({Fault::Error, "Wdr::enableSet"_id});
     wdr.pCheckBoxEnable->click();
     EXPECT_TRUE(wdr.pGroupBoxCurves->isEnabled()) << "not switched";
 }
@@ -205,13 +190,11 @@ TEST_F(DynamicRangePagesTest, CurveThatAReadChecksIsDrawnAndSent)
 TEST_F(DynamicRangePagesTest, CurveIsNotSentToABoardThatWasNotRead)
 {
     auto& wdr = shown<Wdr1Widget>("Global Wide Dynamic Range");
-    auto jConfig = clientConfig("http", "");
-    jConfig["port"] = board->port();
+    auto jConfig = clientConfig("http", std::to_string(board->port()));
     pMainWindow->clientHolderSet(jConfig);
-    const auto before = record<Wdr::Config>("Wdr", "curve");
+    const auto before = board->recordGet("Wdr", 0, "curve");
     wdr.pGroupBoxCurves->findChildren<QRadioButton*>().first()->click();
-    const auto after = record<Wdr::Config>("Wdr", "curve");
-    EXPECT_EQ(std::memcmp(&before, &after, sizeof before), 0);
+    EXPECT_EQ(board->recordGet("Wdr", 0, "curve"), before);
     EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
     EXPECT_TRUE(wdr.pGroupBoxCurves->findChildren<QRadioButton*>()[3]->isChecked());
 }

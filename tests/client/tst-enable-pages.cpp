@@ -1,37 +1,14 @@
 // The shape that most tuning pages share: switch, Reset, sliders, mode, table and level; on a real page that has all.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 #include "tuning-client/source/table-editor-dialog.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QPushButton>
-#include <QSignalSpy>
-#include <QTabWidget>
-#include <QTableWidget>
-#include <QTest>
 
 using board::Fault;
 
 namespace
 {
-enum Id
-{
-    ConfigGet = 4003101,
-    ConfigSet,
-    EnableGet,
-    EnableSet,
-    Reset,
-    StatusGet,
-    TableGet,
-    TableSet
-};
-
 class EnablePagesTest : public BoardTest
 {
 protected:
@@ -42,16 +19,14 @@ protected:
     /// Sets the board's module.
     void boardSet(bool isEnable, bool isAuto, int level = 2, int strength = 64)
     {
+        boardSwitch("Wdr::enableSet"_id, isEnable, 3);
         Json::Value query;
         query["function"] = "test";
         query["generation"] = 3;
-        query["id"] = EnableSet;
-        query["enable"] = isEnable;
-        board->execute(query);
         for (const char* key :
              {"contrast", "flat.strength", "flat.threshold", "strength.high", "strength.low", "strength.global"})
             query[key] = 0;
-        query["id"] = ConfigSet;
+        query["id"] = "Wdr::configSet"_id;
         query["auto"] = isAuto;
         query["auto.level"] = level;
         query["strength"] = strength;
@@ -81,7 +56,7 @@ protected:
     void sentConfigExpect(bool isAuto, int level, int strength)
     {
         const auto query = sentOnly();
-        EXPECT_EQ(query["id"], Json::Value(ConfigSet));
+        EXPECT_EQ(query["id"], Json::Value("Wdr::configSet"_id));
         EXPECT_EQ(query["auto"], isAuto);
         EXPECT_EQ(query["auto.level"], level);
         EXPECT_EQ(query["strength"], strength);
@@ -206,7 +181,7 @@ TEST_F(EnablePagesTest, ResetReadsAndSoFreesTheWay)
     EXPECT_EQ(status(), "Request update...") << "the failure is over";
     board->requestsClear();
     page.sliderSpinWidgets[0]->setValue(1);
-    EXPECT_EQ(sent(ConfigSet), 1u);
+    EXPECT_EQ(sent("Wdr::configSet"_id), 1u);
 }
 
 // A running module in Manual: its sliders stay free all through the read, and so in the user's hand.
@@ -220,7 +195,7 @@ TEST_F(EnablePagesTest, ReadLeavesTheHandOnTheControl)
     pBox->selectAll();
     QTest::keyClicks(pBox, "5");
     emit pMainWindow->refresh();
-    EXPECT_EQ(sent(ConfigSet), 0u);
+    EXPECT_EQ(sent("Wdr::configSet"_id), 0u);
     EXPECT_EQ(pBox->text(), "5");
     EXPECT_TRUE(pBox->hasFocus());
 }
@@ -265,9 +240,9 @@ TEST_F(EnablePagesTest, TickKeepsTheVisiblePageUpToDate)
     EXPECT_EQ(status(), "Request update...") << "the failure is over";
     EXPECT_EQ(led().toolTip(), "WDR4 ON");
     EXPECT_EQ(pBox->text(), "5");
-    EXPECT_EQ(sent(ConfigSet), 0u);
+    EXPECT_EQ(sent("Wdr::configSet"_id), 0u);
     QTest::keyClick(pBox, Qt::Key_Return);
-    EXPECT_EQ(sent(ConfigSet), 1u);
+    EXPECT_EQ(sent("Wdr::configSet"_id), 1u);
 
     // The board's own change to Manual ends it.
     boardSet(true, false);
@@ -294,13 +269,13 @@ TEST_F(EnablePagesTest, TableEditorAppliesCancelsOrFails)
     auto& page = shown(false, true);
     const struct
     {
-        Id fails;
+        int64_t fails;
         bool isApplied;
         const char* text;
-    } cases[] = {{StatusGet, false, ""},
-                 {StatusGet, true, ""},
-                 {TableGet, true, "Server: no table"},
-                 {TableSet, true, "Server: no table"}};
+    } cases[] = {{"Wdr::statusGet"_id, false, ""},
+                 {"Wdr::statusGet"_id, true, ""},
+                 {"Wdr::tableGet"_id, true, "Server: no table"},
+                 {"Wdr::tableSet"_id, true, "Server: no table"}};
     for (const auto& row : cases)
     {
         board->faultSet({Fault::Error, row.fails, -1, 0, "no table"});
@@ -316,10 +291,10 @@ TEST_F(EnablePagesTest, TableEditorAppliesCancelsOrFails)
                 row.isApplied ? dialog.accept() : dialog.reject();
             });
         page.pPushButtonEditTable->click();
-        EXPECT_EQ(isOpened, row.fails != TableGet);
+        EXPECT_EQ(isOpened, row.fails != "Wdr::tableGet"_id);
         EXPECT_EQ(str(status()), row.text);
-        EXPECT_EQ(sent(TableSet), isOpened && row.isApplied ? 1u : 0u);
-        if (row.fails == StatusGet && row.isApplied)
+        EXPECT_EQ(sent("Wdr::tableSet"_id), isOpened && row.isApplied ? 1u : 0u);
+        if (row.fails == "Wdr::statusGet"_id && row.isApplied)
         {
             const auto jTable = board->requests().back().query["table"];
             EXPECT_EQ(jTable["columns"][1], "strength");
@@ -339,11 +314,11 @@ TEST_F(EnablePagesTest, TextThatAReadCommitsIsNotSent)
     pBox->setFocus();
     pBox->selectAll();
     QTest::keyClicks(pBox, "7");
-    board->answerSet(EnableGet, "enable", true);
+    board->answerSet("Wdr::enableGet"_id, "enable", true);
     board->requestsClear();
     emit pMainWindow->refresh();
     EXPECT_FALSE(pBox->isEnabled());
     QApplication::processEvents();
-    EXPECT_EQ(sent(ConfigSet), 0u);
+    EXPECT_EQ(sent("Wdr::configSet"_id), 0u);
     EXPECT_EQ(pBox->value(), 64) << "as the board has it";
 }

@@ -2,7 +2,6 @@
 
 #include "tests/support/board-fixture.h"
 #include "tests/support/editing.h"
-#include "tests/support/files.h"
 #include "tuning-client/source/control/exposure-plot.h"
 #include "tuning-client/source/control/histogram-plot.h"
 #include "tuning-client/source/control/scene.h"
@@ -10,13 +9,6 @@
 #include "tuning-client/source/module/ae2-widget.h"
 #include "tuning-client/source/module/ec-widget.h"
 
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGridLayout>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QTabWidget>
-#include <QTest>
 #include <qwt_plot_curve.h>
 #include <qwt_plot_histogram.h>
 
@@ -28,18 +20,6 @@ using V1 = Ae::Config::V1;
 
 namespace
 {
-enum Id
-{
-    AeConfigGet = 4000101,
-    AeConfigSet = 4000102,
-    AeEnableGet = 4000103,
-    AeReset = 4000105,
-    AeStatusGet,
-    SensorConfigGet = 80001,
-    SensorConfigSet = 80002,
-    SensorStatusGet = 80007
-};
-
 class ExposurePagesTest : public BoardTest
 {
 protected:
@@ -86,30 +66,29 @@ TEST_F(ExposurePagesTest, ItemsStandForEnumeratorsAndAllElseGoesBack)
     {
         SCOPED_TRACE(generation);
         auto settings = record<Ae::Config>("Ae");
-        const auto bytes = [&] { return std::string(reinterpret_cast<const char*>(&settings), sizeof settings); };
         settings.v1.isBypass = true;
         settings.v2.dummy = 0x12345678;
         settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod120Hz;
-        board->recordSet("Ae", generation, bytes());
+        recordSet("Ae", settings, generation);
         board->requestsClear();
         auto& widget = ae(generation);
         EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), "120Hz");
         QCoreApplication::processEvents();
-        EXPECT_EQ(sent(AeConfigSet), 0u) << "what is shown is not sent";
-        EXPECT_EQ(sent(AeConfigGet), 2u) << "nor taken for a change, after which the page would read again";
+        EXPECT_EQ(sent("Ae::configSet"_id), 0u) << "what is shown is not sent";
+        EXPECT_EQ(sent("Ae::configGet"_id), 2u) << "nor taken for a change, after which the page would read again";
         for (const int item : {2, 0, 1})
         {
             widget.pComboBoxFlickerPeriod->setCurrentIndex(item);
             board->requestsClear();
             widget.pComboBoxMode->setCurrentIndex(item);
-            EXPECT_EQ(sent(AeConfigGet), 1u) << "the page reads again after a change of mode";
+            EXPECT_EQ(sent("Ae::configGet"_id), 1u) << "the page reads again after a change of mode";
             settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod(item);
             settings.v1.mode = V1::Mode(item);
-            EXPECT_EQ(board->recordGet("Ae", generation), bytes()) << item;
+            EXPECT_EQ(board->recordGet("Ae", generation), bytes(settings)) << item;
         }
         settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod(77);
         settings.v1.mode = V1::Mode(77);
-        board->recordSet("Ae", generation, bytes());
+        recordSet("Ae", settings, generation);
         emit pMainWindow->refresh();
         EXPECT_EQ(widget.pComboBoxMode->currentText(), "Fix (Static ROI)") << "stays";
         EXPECT_EQ(widget.pComboBoxFlickerPeriod->currentText(), "Off");
@@ -132,9 +111,9 @@ TEST_F(ExposurePagesTest, SamplesAtItsIntervalWhileOn)
         EXPECT_TRUE(widget.pTabWidget->isEnabled());
         emit pMainWindow->refresh();
         board->requestsClear();
-        ASSERT_TRUE(waitUntil([&] { return sent(AeStatusGet) >= 2; }));
-        EXPECT_EQ(lastQuery(AeStatusGet)["generation"], generation);
-        EXPECT_EQ(sent(AeConfigGet), 0u);
+        ASSERT_TRUE(waitUntil([&] { return sent("Ae::statusGet"_id) >= 2; }));
+        EXPECT_EQ(lastQuery("Ae::statusGet"_id)["generation"], generation);
+        EXPECT_EQ(sent("Ae::configGet"_id), 0u);
 
         // A tick that was on its way does nothing.
         widget.pCheckBoxEnable->click();
@@ -144,8 +123,8 @@ TEST_F(ExposurePagesTest, SamplesAtItsIntervalWhileOn)
 
         type(widget.sliderSpinWidgets[0], "11");
         widget.pPushButtonRest->click();
-        EXPECT_EQ(sent(AeReset), 1u);
-        EXPECT_EQ(sent(AeConfigGet), 2u);
+        EXPECT_EQ(sent("Ae::reset"_id), 1u);
+        EXPECT_EQ(sent("Ae::configGet"_id), 2u);
         EXPECT_NE(widget.sliderSpinWidgets[0]->value(), 11);
     }
     EXPECT_EQ(ae(1).objectName(), "Auto Exposure 2") << "it keeps a size of its own";
@@ -160,10 +139,10 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
         status.histogram.v2._256[i] = uint32_t(1000 + i);
     status.luminance[7] = 70;
     status.objectRegion[7] = 1;
-    answerSet(AeStatusGet, "status", status);
+    answerSet("Ae::statusGet"_id, "status", status);
     auto sensor = record<rest::Sensor::Config>("Sensor");
     sensor._long = {3, 0.25f};
-    answerSet(SensorConfigGet, "config", sensor);
+    answerSet("Sensor::configGet"_id, "config", sensor);
 
     auto& first = ae();
     first.updateStatusPlot();
@@ -177,7 +156,7 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
     // The mode without an item in the combo box shows the object region.
     auto settings = record<Ae::Config>("Ae");
     settings.v1.mode = V1::ModeSum;
-    answerSet(AeConfigGet, "config", settings);
+    answerSet("Ae::configGet"_id, "config", settings);
     emit pMainWindow->refresh();
     first.updateStatusPlot();
     EXPECT_EQ(color(cell(first, 1, 2)), QColor(Qt::darkGreen));
@@ -190,7 +169,7 @@ TEST_F(ExposurePagesTest, PlotsFollowTheStatus)
     EXPECT_EQ(bars(second)[16], 2);
     EXPECT_EQ(curveEnd(second, 1), 3);
     std::memset(status.histogram.v2._16, 0, sizeof status.histogram.v2._16);
-    answerSet(AeStatusGet, "status", status);
+    answerSet("Ae::statusGet"_id, "status", status);
     second.updateStatusPlot();
     ASSERT_EQ(bars(second).size(), 256u);
     EXPECT_EQ(bars(second)[255], 1255);
@@ -223,14 +202,14 @@ TEST_F(ExposurePagesTest, ExposureByHandFollowsAutoExposure)
     auto status = record<rest::Sensor::Status>("Sensor", "status");
     status.gain.min = 4;
     status.integrationTime.min = 0.02f;
-    answerSet(SensorStatusGet, "status", status);
+    answerSet("Sensor::statusGet"_id, "status", status);
     tick(widget.pTimer);
     const float largest = status.gain.max * status.integrationTime.max - status.gain.min * status.integrationTime.min;
     EXPECT_EQ(widget.pProgressBarExposure->value(), int(100 * (sensor._long.integrationTime * 1.75f) / largest));
 
     // Longer than the sensor can is shown as full.
     sensor._long = {2 * status.gain.max, status.integrationTime.max};
-    answerSet(SensorConfigGet, "config", sensor);
+    answerSet("Sensor::configGet"_id, "config", sensor);
     tick(widget.pTimer);
     EXPECT_EQ(widget.pProgressBarExposure->value(), 100);
 }
@@ -245,7 +224,7 @@ TEST_F(ExposurePagesTest, ExposureByHandHasTheSensorsRanges)
     status.gain.max = 12.25f;
     status.integrationTime.min = 0.0171f;
     status.integrationTime.max = 0.0333f;
-    answerSet(SensorStatusGet, "status", status);
+    answerSet("Sensor::statusGet"_id, "status", status);
     auto settings = record<Ae::Config>("Ae");
     const std::tuple<int, double, double> cases[] = {{V1::Ecm::FlickerPeriod120Hz, 16, 32},
                                                      {V1::Ecm::FlickerPeriod100Hz, 10, 30},
@@ -253,7 +232,7 @@ TEST_F(ExposurePagesTest, ExposureByHandHasTheSensorsRanges)
     for (const auto& [period, least, most] : cases)
     {
         settings.v1.ecm.flickerPeriod = V1::Ecm::FlickerPeriod(period);
-        answerSet(AeConfigGet, "config", settings);
+        answerSet("Ae::configGet"_id, "config", settings);
         emit pMainWindow->refresh();
         EXPECT_EQ(pGain->minimum(), 1.5);
         EXPECT_EQ(pGain->maximum(), 12.25);
@@ -261,7 +240,7 @@ TEST_F(ExposurePagesTest, ExposureByHandHasTheSensorsRanges)
         EXPECT_EQ(pTime->maximum(), most);
     }
     status.gain.max = 1;
-    answerSet(SensorStatusGet, "status", status);
+    answerSet("Sensor::statusGet"_id, "status", status);
     emit pMainWindow->refresh();
     EXPECT_TRUE(this->status().startsWith("Range error")) << str(this->status());
     EXPECT_EQ(pGain->maximum(), 12.25);
@@ -276,18 +255,18 @@ TEST_F(ExposurePagesTest, ExposureByHandFallsBackToTheFirstGeneration)
         emit widget.refresh();
         std::string generations;
         for (const auto& request : board->requests())
-            if (request.id == AeEnableGet)
+            if (request.id == "Ae::enableGet"_id)
                 generations += request.query["generation"].asString();
         return generations;
     };
     EXPECT_EQ(generationsAsked(), "1");
-    board->faultSet({Fault::Error, AeEnableGet, 1});
+    board->faultSet({Fault::Error, "Ae::enableGet"_id, 1});
     EXPECT_EQ(generationsAsked(), "10");
     EXPECT_EQ(led().toolTip(), "EC ON");
-    board->faultSet({Fault::Error, AeEnableGet, 2});
+    board->faultSet({Fault::Error, "Ae::enableGet"_id, 2});
     EXPECT_EQ(generationsAsked(), "10");
-    EXPECT_EQ(sent(SensorConfigGet), 0u) << "a failure of both ends the read";
-    board->faultSet({Fault::Close, AeEnableGet});
+    EXPECT_EQ(sent("Sensor::configGet"_id), 0u) << "a failure of both ends the read";
+    board->faultSet({Fault::Close, "Ae::enableGet"_id});
     EXPECT_EQ(generationsAsked(), "1") << "a silent board would be silent once more";
     EXPECT_TRUE(status().startsWith("Connection to ")) << str(status());
 }

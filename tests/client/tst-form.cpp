@@ -1,22 +1,11 @@
 // What pages are written with: rows on a grid, the binding of controls to a record, and their small helpers.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
 #include "tuning-client/source/control/number-table.h"
 #include "tuning-client/source/control/plot.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/part-widget.h"
-#include "tuning-client/source/shortcut/value-pair.h"
 
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QGridLayout>
-#include <QGroupBox>
-#include <QMouseEvent>
-#include <QSignalSpy>
-#include <QStandardItemModel>
-#include <QTableView>
-#include <QTest>
 #include <qwt_plot.h>
 #include <qwt_plot_curve.h>
 
@@ -109,11 +98,6 @@ protected:
         open();
         part.pSettings = &settings;
         part.updateStatus();
-    }
-
-    static std::string bytes(const Settings& settings)
-    {
-        return {reinterpret_cast<const char*>(&settings), sizeof settings};
     }
 
     Settings settings = sample();
@@ -268,23 +252,6 @@ TEST_F(FormTest, ComboBoxIsRefilledOnlyWhenDifferent)
     NoSignals::refill(&box, {{"c", 5}});
     EXPECT_EQ(box.count(), 1);
     EXPECT_EQ(spy.count(), 1);
-}
-
-TEST_F(FormTest, MovedValueOfAPairGivesWay)
-{
-    SliderSpinWidget lower("Lower", nullptr);
-    SliderSpinWidget upper("Upper", nullptr);
-    lower.setValue(40);
-    upper.setValue(50);
-    EXPECT_FALSE(shortcut::giveWay(&lower, &lower, &upper));
-    QSignalSpy spy(&lower, &SliderSpinWidget::valueChanged);
-    lower.setValue(60);
-    EXPECT_TRUE(shortcut::giveWay(&lower, &lower, &upper));
-    EXPECT_EQ(lower.value(), 50);
-    EXPECT_EQ(spy.count(), 1) << "only the move itself";
-    upper.setValue(30);
-    EXPECT_TRUE(shortcut::giveWay(&upper, &lower, &upper));
-    EXPECT_EQ(upper.value(), 50);
 }
 
 TEST_F(FormTest, NumberTableKeepsItsCells)

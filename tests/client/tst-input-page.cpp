@@ -1,21 +1,11 @@
 // "Input Control": the sensor with its driver, and stored images.
 
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/module/image-widget.h"
 #include "tuning-client/source/module/input-widget.h"
 #include "tuning-client/source/module/sensor-widget.h"
 #include "tuning-common/source/base64.h"
 #include "tuning-rest/source/image.h"
-
-#include <QAbstractEventDispatcher>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPushButton>
 
 #include <cstring>
 #include <vector>
@@ -25,19 +15,6 @@ using rest::Sensor;
 
 namespace
 {
-enum Id
-{
-    InputInfo = 10004,
-    InputSwitch = 10005,
-    List = 50001,
-    Remove = 50002,
-    Load = 60001,
-    ConfigGet = 80001,
-    ConfigSet = 80002,
-    DriverChange = 80003,
-    StatusGet = 80007
-};
-
 class InputPageTest : public BoardTest
 {
 protected:
@@ -86,17 +63,20 @@ protected:
     }
 
     /// What the board received, as numbers of commands.
-    std::vector<int> ids() const
+    std::vector<int64_t> ids() const
     {
-        std::vector<int> list;
+        std::vector<int64_t> list;
         for (const auto& request : board->requests())
-            list.push_back(int(request.id));
+            list.push_back(request.id);
         return list;
     }
 
-    std::string configSent() const { return t_common::Base64::decode(lastQuery(ConfigSet)["config"].asString()); }
+    std::string configSent() const
+    {
+        return t_common::Base64::decode(lastQuery("Sensor::configSet"_id)["config"].asString());
+    }
 
-    const std::vector<int> once{InputInfo, ConfigGet, StatusGet};
+    const std::vector<int64_t> once{"Camera::inputInfo"_id, "Sensor::configGet"_id, "Sensor::statusGet"_id};
 };
 } // namespace
 
@@ -109,14 +89,14 @@ TEST_F(InputPageTest, SensorIsReadOnceOnTheFirstShowAndTwiceLater)
     page("Input Control");
     auto commands = ids();
     ASSERT_GE(commands.size(), 4u);
-    EXPECT_EQ(commands[1], InputSwitch) << "the first mark of the board's input in the menu";
+    EXPECT_EQ(commands[1], "Camera::inputSwitch"_id) << "the first mark of the board's input in the menu";
     commands.erase(commands.begin() + 1);
     EXPECT_EQ(commands, once);
 
     page("Auto Exposure");
     board->requestsClear();
     page("Input Control");
-    std::vector<int> twice = once;
+    std::vector<int64_t> twice = once;
     twice.insert(twice.end(), once.begin(), once.end());
     EXPECT_EQ(ids(), twice) << "the input is marked already";
     EXPECT_EQ(led().toolTip(), "Sensor Connected");
@@ -130,7 +110,7 @@ TEST_F(InputPageTest, StartTimerReadsTheVisiblePageOnce)
     ASSERT_EQ(timers().size(), 1);
     EXPECT_EQ(timers().front().interval, 1000);
     EXPECT_TRUE(waitUntil([&] { return timers().isEmpty(); }));
-    EXPECT_EQ(sent(StatusGet), 1u);
+    EXPECT_EQ(sent("Sensor::statusGet"_id), 1u);
 }
 
 TEST_F(InputPageTest, ShowsWhatTheSensorReports)
@@ -145,7 +125,7 @@ TEST_F(InputPageTest, ShowsWhatTheSensorReports)
     std::memset(status.driverName, 'x', sizeof status.driverName);
     status.isConnected = false;
     status.resolutionCollection.resolution = {480, 640};
-    answerSet(StatusGet, "status", status);
+    answerSet("Sensor::statusGet"_id, "status", status);
     auto sensorConfig = rest::recordZero<Sensor::Config>();
     const char oddTruth = 2;
     std::memcpy(&sensorConfig.isTestPattern, &oddTruth, 1);
@@ -154,7 +134,7 @@ TEST_F(InputPageTest, ShowsWhatTheSensorReports)
     for (const auto& [pattern, text] : patterns)
     {
         std::memcpy(&sensorConfig.bayerPattern, &pattern, sizeof pattern);
-        answerSet(ConfigGet, "config", sensorConfig);
+        answerSet("Sensor::configGet"_id, "config", sensorConfig);
         emit pMainWindow->refresh();
         EXPECT_EQ(page.pLabelSensorBayerPatternValue->text(), text);
     }
@@ -164,23 +144,23 @@ TEST_F(InputPageTest, ShowsWhatTheSensorReports)
     EXPECT_EQ(page.pComboBoxResolution->count(), 1);
     EXPECT_EQ(page.pComboBoxResolution->currentText(), "640x480");
     EXPECT_TRUE(page.pCheckBoxTestPattern->isChecked());
-    EXPECT_EQ(sent(ConfigSet), 0u) << "showing writes nothing back";
+    EXPECT_EQ(sent("Sensor::configSet"_id), 0u) << "showing writes nothing back";
 }
 
 TEST_F(InputPageTest, MainWindowFollowsTheBoardsInput)
 {
     const auto* pMenu = pMainWindow->menuBar()->findChild<QMenu*>("Sensor Menu");
     sensor();
-    board->answerSet(InputInfo, "index", 1);
+    board->answerSet("Camera::inputInfo"_id, "index", 1);
     emit pMainWindow->refresh();
-    ASSERT_EQ(sent(InputSwitch), 1u);
-    EXPECT_EQ(lastQuery(InputSwitch)["index"], 1);
+    ASSERT_EQ(sent("Camera::inputSwitch"_id), 1u);
+    EXPECT_EQ(lastQuery("Camera::inputSwitch"_id)["index"], 1);
     EXPECT_TRUE(pMenu->actions().at(0)->icon().isNull());
     EXPECT_FALSE(pMenu->actions().at(1)->icon().isNull());
 
     for (const Json::Value index : {-1, 2})
     {
-        board->answerSet(InputInfo, "index", index);
+        board->answerSet("Camera::inputInfo"_id, "index", index);
         board->requestsClear();
         emit pMainWindow->refresh();
         EXPECT_EQ(ids(), once) << "no such entry, and the page reads on";
@@ -196,7 +176,7 @@ TEST_F(InputPageTest, ChangeReadsTheConfigurationAndSendsItBackWithItsFieldOnly)
     expected[offsetof(Sensor::Config, framesPerSecond)] = 25;
     board->recordSet("Sensor", 0, expected);
     page.pCheckBoxTestPattern->click();
-    EXPECT_EQ(ids(), (std::vector<int>{ConfigGet, ConfigSet}));
+    EXPECT_EQ(ids(), (std::vector<int64_t>{"Sensor::configGet"_id, "Sensor::configSet"_id}));
     expected[offsetof(Sensor::Config, isTestPattern)] = 1;
     EXPECT_EQ(configSent(), expected);
 
@@ -209,7 +189,7 @@ TEST_F(InputPageTest, ChangeReadsTheConfigurationAndSendsItBackWithItsFieldOnly)
 
 TEST_F(InputPageTest, TestPatternBeforeAnyReadKeepsTheResolution)
 {
-    board->faultSet({Fault::Error, StatusGet});
+    board->faultSet({Fault::Error, "Sensor::statusGet"_id});
     page("Input Control");
     board->faultsClear();
     ASSERT_EQ(input().pSensorWidget->pComboBoxResolution->count(), 0);
@@ -233,20 +213,21 @@ TEST_F(InputPageTest, DriverIsChosenFromTheBoardsFilesAndChanged)
     for (const auto* name : {"board/a.drv", "board/b & c.drv", "board/other.pgm"})
         fileWrite(name, "x");
     EXPECT_EQ(texts(driverMenu().actions()), QStringList({"a.drv", "b && c.drv"}));
-    EXPECT_EQ(lastQuery(List)["file.extension"], "drv");
+    EXPECT_EQ(lastQuery("FileSystem::list"_id)["file.extension"], "drv");
     driverMenu().actions().back()->trigger();
     EXPECT_EQ(page.pPushButtonDriverList->text(), "b & c.drv");
-    EXPECT_TRUE(hasWaitCursor(DriverChange, [&] { page.pPushButtonDriverChange->click(); }));
-    EXPECT_EQ(ids(), (std::vector<int>{DriverChange, InputInfo, ConfigGet, StatusGet}));
-    EXPECT_EQ(lastQuery(DriverChange)["driver.file"], "b & c.drv");
+    EXPECT_TRUE(hasWaitCursor("Sensor::driverChange"_id, [&] { page.pPushButtonDriverChange->click(); }));
+    EXPECT_EQ(ids(), (std::vector<int64_t>{"Sensor::driverChange"_id, "Camera::inputInfo"_id, "Sensor::configGet"_id,
+                                           "Sensor::statusGet"_id}));
+    EXPECT_EQ(lastQuery("Sensor::driverChange"_id)["driver.file"], "b & c.drv");
 
     // Without a choice the text goes out as it stands.
     page.pPushButtonDriverList->setText("Select Sensor Driver (*.drv)");
     board->requestsClear();
-    board->faultSet({Fault::Error, DriverChange, -1, 0, "no such driver"});
+    board->faultSet({Fault::Error, "Sensor::driverChange"_id, -1, 0, "no such driver"});
     page.pPushButtonDriverChange->click();
-    EXPECT_EQ(lastQuery(DriverChange)["driver.file"], "Select Sensor Driver (*.drv)");
-    EXPECT_EQ(ids(), (std::vector<int>{DriverChange})) << "no read after the failure";
+    EXPECT_EQ(lastQuery("Sensor::driverChange"_id)["driver.file"], "Select Sensor Driver (*.drv)");
+    EXPECT_EQ(ids(), (std::vector<int64_t>{"Sensor::driverChange"_id})) << "no read after the failure";
     EXPECT_EQ(status(), "Server: no such driver");
 }
 
@@ -272,8 +253,8 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
     page.pCheckBoxLsb->setChecked(true);
     board->requestsClear();
     page.pPushButtonChangeImage->click();
-    EXPECT_EQ(lastQuery(Load)["file.name"], "chart.pgm");
-    EXPECT_EQ(lastQuery(Load)["is.lsb"], true);
+    EXPECT_EQ(lastQuery("Image::load"_id)["file.name"], "chart.pgm");
+    EXPECT_EQ(lastQuery("Image::load"_id)["is.lsb"], true);
     EXPECT_EQ(shown(), "64x48 RAW8 RGGB");
 
     const struct
@@ -291,7 +272,7 @@ TEST_F(InputPageTest, LoadedImageIsDescribed)
     {
         std::memcpy(&metaData.Type, &row.type, 4);
         std::memcpy(&metaData.Layout, &row.layout, 4);
-        answerSet(Load, "metadata", metaData);
+        answerSet("Image::load"_id, "metadata", metaData);
         page.pPushButtonChangeImage->click();
         EXPECT_EQ(shown(), row.text);
     }
@@ -314,7 +295,7 @@ TEST_F(InputPageTest, StoredImagesAreChosen)
 
     fileWrite("board/a.pgm", "content");
     remote("a.pgm", "Activate");
-    EXPECT_EQ(lastQuery(List)["file.extension"], "pgm");
+    EXPECT_EQ(lastQuery("FileSystem::list"_id)["file.extension"], "pgm");
     EXPECT_EQ(page.pPushButtonImageList->text(), "a.pgm");
     remote("a.pgm", "Download");
     EXPECT_EQ(status(), "Save file a.pgm to " + config.preferences.calibration.path);
@@ -322,7 +303,7 @@ TEST_F(InputPageTest, StoredImagesAreChosen)
     const ClosedBoxes yes(QMessageBox::Yes);
     remote("mine.pgm", "Remove");
     EXPECT_EQ(page.pPushButtonImageList->text(), "a.pgm") << "another one was removed";
-    board->faultSet({Fault::Error, Remove, 1, 0, "in use"});
+    board->faultSet({Fault::Error, "FileSystem::remove"_id, 1, 0, "in use"});
     remote("a.pgm", "Remove");
     EXPECT_EQ(page.pPushButtonImageList->text(), "a.pgm");
     remote("a.pgm", "Remove");

@@ -1,19 +1,9 @@
+#include "tests/support/actions.h"
 #include "tests/support/editing.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/json-model.h"
 #include "tuning-client/source/control/json-view.h"
 #include "tuning-json/source/value.h"
-
-#include <QAbstractItemModelTester>
-#include <QAction>
-#include <QApplication>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QMenu>
-#include <QStyledItemDelegate>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 #include <memory>
 #include <sstream>
@@ -93,22 +83,10 @@ protected:
     /// Right-clicks a row; gives the entries of the menu that came.
     QString menu(const QStringList& path)
     {
-        QString entries;
-        QTimer::singleShot(0,
-                           [&]
-                           {
-                               auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-                               for (int i = 0; pMenu && i < pMenu->actions().size(); ++i)
-                                   entries += pMenu->actions()[i]->text() + " ";
-                               if (pMenu)
-                                   pMenu->close();
-                           });
         const auto place = view.visualRect(cell(path, JsonModel::ColumnKey)).center();
         QTest::mouseClick(view.viewport(), Qt::RightButton, {}, place);
         QContextMenuEvent event(QContextMenuEvent::Mouse, place, view.viewport()->mapToGlobal(place));
-        QApplication::sendEvent(view.viewport(), &event);
-        QCoreApplication::processEvents();
-        return entries.trimmed();
+        return popup([&] { QApplication::sendEvent(view.viewport(), &event); }).join(" ");
     }
 
     void act(const QStringList& path, QAction* pAction)

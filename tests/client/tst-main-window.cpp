@@ -1,18 +1,7 @@
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/camera.h"
-
-#include <QDockWidget>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPointer>
-#include <QStatusTipEvent>
-#include <QToolBar>
-#include <QTreeView>
 
 #include <stdexcept>
 
@@ -20,13 +9,6 @@ using board::Fault;
 
 namespace
 {
-enum Command
-{
-    InputSwitch = 10005,
-    Preview = 10006,
-    AeConfigGet = 4000101
-};
-
 QStringList warnings;
 
 void collectWarnings(QtMsgType type, const QMessageLogContext&, const QString& text)
@@ -73,7 +55,7 @@ protected:
     {
         to.requestsClear();
         tool("&Start")->trigger();
-        return to.count(Preview) == 1;
+        return to.count("Camera::preview"_id) == 1;
     }
 };
 
@@ -213,7 +195,7 @@ TEST_F(MainWindowTest, ChoosingAChipBuildsItAnew)
     EXPECT_EQ(texts(menu("&ISP")->actions()), QStringList({"Core &0", "Core &1", "Core &2"}));
     EXPECT_EQ(tree().model()->index(1, 0).data(), "auto exposure");
     EXPECT_EQ(central().pStackedWidget->count(), 2) << "names are compared exactly";
-    EXPECT_TRUE(waitUntil([&] { return sent(AeConfigGet) > 0; })) << "the first page reads";
+    EXPECT_TRUE(waitUntil([&] { return sent("Ae::configGet"_id) > 0; })) << "the first page reads";
 
     // The third row has no page.
     for (const auto& [row, shown] : {std::make_pair(1, 1), {2, 1}, {0, 0}, {2, 0}})
@@ -233,13 +215,13 @@ TEST_F(MainWindowTest, InputIsSwitchedOnceAndShown)
     open();
     board->requestsClear();
     action("&Sensor", "Sensor &1")->trigger();
-    ASSERT_EQ(sent(InputSwitch), 1u);
-    EXPECT_EQ(lastQuery(InputSwitch)["index"], 1);
+    ASSERT_EQ(sent("Camera::inputSwitch"_id), 1u);
+    EXPECT_EQ(lastQuery("Camera::inputSwitch"_id)["index"], 1);
     EXPECT_EQ(marked("&Sensor"), QStringList("Sensor &1"));
     EXPECT_EQ(label("Sensor Index").text(), "1");
     EXPECT_EQ(label("Sensor").pixmap(Qt::ReturnByValue).width(), 16);
     action("&Sensor", "Sensor &1")->trigger();
-    EXPECT_EQ(sent(InputSwitch), 1u) << "it is the current one";
+    EXPECT_EQ(sent("Camera::inputSwitch"_id), 1u) << "it is the current one";
 
     action("&ISP", "Core &1")->trigger();
     action("&ISP", "Core &0")->trigger();
@@ -248,7 +230,7 @@ TEST_F(MainWindowTest, InputIsSwitchedOnceAndShown)
 
     // A failure goes to the log only.
     pMainWindow->statusBar()->showMessage("as before");
-    board->faultSet({Fault::Error, InputSwitch, -1, 0, "100% gone %s%n"});
+    board->faultSet({Fault::Error, "Camera::inputSwitch"_id, -1, 0, "100% gone %s%n"});
     qInstallMessageHandler(collectWarnings);
     warnings.clear();
     action("&Sensor", "Sensor &0")->trigger();
@@ -266,9 +248,9 @@ TEST_F(MainWindowTest, ToolBarReachesTheBoard)
     {
         board->requestsClear();
         tool(isOn ? "&Start" : "&Stop")->trigger();
-        ASSERT_EQ(sent(Preview), 1u);
-        EXPECT_EQ(lastQuery(Preview)["preview"], isOn);
-        board->faultSet({Fault::Error, Preview});
+        ASSERT_EQ(sent("Camera::preview"_id), 1u);
+        EXPECT_EQ(lastQuery("Camera::preview"_id)["preview"], isOn);
+        board->faultSet({Fault::Error, "Camera::preview"_id});
         tool(isOn ? "&Start" : "&Stop")->trigger();
         EXPECT_EQ(str(status()), "Server: The board refuses");
         board->faultsClear();
@@ -278,7 +260,7 @@ TEST_F(MainWindowTest, ToolBarReachesTheBoard)
 
     board->requestsClear();
     tool("Refresh Status")->trigger();
-    EXPECT_GT(sent(AeConfigGet), 0u);
+    EXPECT_GT(sent("Ae::configGet"_id), 0u);
     for (const auto& request : board->requests())
         EXPECT_EQ(request.query["generation"].asInt(), 0) << "only the visible page reads: " << request.body;
 }

@@ -12,11 +12,6 @@
 #include "tuning-client/source/module/tnr2-param-widget.h"
 #include "tuning-rest/source/dpcc.h"
 
-#include <QComboBox>
-#include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
-
 #include <cstdlib>
 
 using board::Fault;
@@ -24,27 +19,12 @@ using rest::Dnr2;
 
 namespace
 {
-enum Id
-{
-    Cnr2ConfigSet = 4001002,
-    Dnr2ConfigSet = 4001502,
-    Dnr2EnableSet = 4001504,
-    Dnr3ConfigGet = 4001601,
-    Dnr3EnableGet = 4001603,
-    Dnr3EnableSet,
-    DpccConfigGet = 4001701,
-    DpccConfigSet,
-    DpccEnableSet = 4001704,
-    DpfConfigSet = 4001802,
-    DpfEnableSet = 4001804
-};
-
 using NoisePagesTest = BoardTest;
 } // namespace
 
 TEST_F(NoisePagesTest, StaticOpacityGivesWayInASecondRecord)
 {
-    boardSwitch(Dnr2EnableSet, false, Dnr2::V5);
+    boardSwitch("Dnr2::enableSet"_id, false, Dnr2::V5);
     auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
     board->requestsClear();
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
@@ -63,7 +43,7 @@ TEST_F(NoisePagesTest, StaticOpacityGivesWayInASecondRecord)
 // One failure, one limit of time: nothing follows a record that was not sent.
 TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
 {
-    boardSwitch(Dnr2EnableSet, false, Dnr2::V5);
+    boardSwitch("Dnr2::enableSet"_id, false, Dnr2::V5);
     auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
     auto jConfig = clientConfig("http", "");
     jConfig["port"] = board->port();
@@ -71,32 +51,32 @@ TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
     EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
     QApplication::processEvents();
-    board->faultSet({Fault::Error, Dnr2ConfigSet});
+    board->faultSet({Fault::Error, "Dnr2::configSet"_id});
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
-    EXPECT_EQ(sent(Dnr2ConfigSet), 1u);
+    EXPECT_EQ(sent("Dnr2::configSet"_id), 1u);
 }
 
 TEST_F(NoisePagesTest, FrameFreesItsInnerPagesWhileItsModuleIsOff)
 {
     auto& v3 = shown<Dnr3V3Widget>("3D Noise Reduction 3");
     EXPECT_TRUE(v3.pTnrParamWidget->isEnabled() && v3.pDnr2V5Widget->isEnabled());
-    boardSwitch(Dnr3EnableSet, true, 1);
+    boardSwitch("Dnr3::enableSet"_id, true, 1);
     board->requestsClear();
     refresh();
     EXPECT_FALSE(v3.pTnrParamWidget->isEnabled() || v3.pDnr2V5Widget->isEnabled());
     EXPECT_TRUE(v3.pCheckBoxEnable->isChecked());
-    EXPECT_EQ(sent(Dnr3ConfigGet), 2u) << "the frame and the temporal page";
+    EXPECT_EQ(sent("Dnr3::configGet"_id), 2u) << "the frame and the temporal page";
 
-    boardSwitch(Dnr3EnableSet, true, 2);
+    boardSwitch("Dnr3::enableSet"_id, true, 2);
     auto& v32 = shown<Dnr3V32Widget>("3D Noise Reduction 3.2");
     board->requestsClear();
     refresh();
     EXPECT_TRUE(v32.pTnr2ParamWidget->isEnabled() && v32.pDnr2V5Widget->isEnabled());
     EXPECT_TRUE(v32.pCheckBoxEnable->isChecked());
-    EXPECT_EQ(sent(Dnr3EnableGet), 0u);
-    EXPECT_EQ(sent(Dnr3ConfigGet), 2u);
+    EXPECT_EQ(sent("Dnr3::enableGet"_id), 0u);
+    EXPECT_EQ(sent("Dnr3::configGet"_id), 2u);
     for (const auto& request : board->requests())
-        EXPECT_TRUE(request.id != Dnr3ConfigGet || request.query["generation"] == 2);
+        EXPECT_TRUE(request.id != "Dnr3::configGet"_id || request.query["generation"] == 2);
     for (const auto* pBox : {v3.pCheckBoxEnable, v3.pCheckBoxNoiseCurveEnable, v32.pCheckBoxEnable})
         EXPECT_TRUE(pBox->isHidden());
 }
@@ -125,7 +105,7 @@ TEST_F(NoisePagesTest, LedOfAFrameComesBackAfterAFailureBesideIt)
     EXPECT_EQ(led().toolTip(), "2DNR v5 ON");
     v3.pTnrParamWidget->pPushButtonRest->click();
     EXPECT_EQ(led().toolTip(), "2DNR v5 ON");
-    board->faultSet({Fault::Error, Dnr3ConfigGet});
+    board->faultSet({Fault::Error, "Dnr3::configGet"_id});
     v3.pTnrParamWidget->pPushButtonRest->click();
     EXPECT_EQ(led().toolTip(), "");
     board->faultsClear();
@@ -168,7 +148,7 @@ TEST_F(NoisePagesTest, LumaOrChromaNoiseReductionStaysOn)
         auto* pFirst = pLast == cnr.pCheckBoxCnrEnable ? cnr.pCheckBoxYnrEnable : cnr.pCheckBoxCnrEnable;
         board->requestsClear();
         pFirst->click();
-        EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
+        EXPECT_EQ(sent("Cnr2::configSet"_id), 1u);
         const auto values = cnr.pGroupBoxCnr2->findChildren<QAbstractSpinBox*>();
         EXPECT_EQ(values.size(), 14);
         for (const auto* pValue : values)
@@ -176,7 +156,7 @@ TEST_F(NoisePagesTest, LumaOrChromaNoiseReductionStaysOn)
         pLast->click();
         EXPECT_EQ(status(), "Cannot disable YNR and CNR both!");
         EXPECT_TRUE(pLast->isChecked());
-        EXPECT_EQ(sent(Cnr2ConfigSet), 1u);
+        EXPECT_EQ(sent("Cnr2::configSet"_id), 1u);
         EXPECT_TRUE(cnr.pSliderSpinWidgetBit->isEnabled()) << "as before";
         refresh();
         for (const auto* pValue : values)
@@ -195,9 +175,9 @@ TEST_F(NoisePagesTest, PrefilterSendsItsValuesWhenItIsSwitchedOn)
     dpf.pSpinBoxGreen->setValue(6);
     dpf.pSpinBoxRedBlue->setValue(7);
     board->requestsClear();
-    board->faultSet({Fault::Error, DpfConfigSet});
+    board->faultSet({Fault::Error, "Dpf::configSet"_id});
     dpf.pCheckBoxEnable->click();
-    EXPECT_EQ(sent(DpfEnableSet), 0u) << "not with other values";
+    EXPECT_EQ(sent("Dpf::enableSet"_id), 0u) << "not with other values";
     EXPECT_TRUE(dpf.pGroupBoxStrength->isEnabled());
     board->faultsClear();
     dpf.pCheckBoxEnable->click(); // off, and on again
@@ -205,7 +185,7 @@ TEST_F(NoisePagesTest, PrefilterSendsItsValuesWhenItIsSwitchedOn)
     dpf.pCheckBoxEnable->click();
     const auto requests = board->requests();
     ASSERT_EQ(requests.size(), 2u);
-    EXPECT_EQ(requests[1].id, DpfEnableSet);
+    EXPECT_EQ(requests[1].id, "Dpf::enableSet"_id);
     const auto& query = requests[0].query;
     EXPECT_EQ(query["adaptive"], false);
     const std::pair<const char*, double> expected[] = {{"gradient", 1.25}, {"offset", -2.5},   {"min", 3.75},
@@ -216,18 +196,18 @@ TEST_F(NoisePagesTest, PrefilterSendsItsValuesWhenItIsSwitchedOn)
 
 TEST_F(NoisePagesTest, DefectSetsAreNumberedFromOne)
 {
-    boardSwitch(DpccEnableSet, false);
+    boardSwitch("Dpcc::enableSet"_id, false);
     auto& dpcc = shown<DpccWidget>("Defect Pixel Cluster Correction");
     const std::pair<uint32_t, const char*> rows[] = {{6, "set6"}, {0, ""}, {1, "set1"}, {7, ""}, {0xFFFFFFFF, ""}};
     for (const auto& [index, text] : rows)
     {
-        answerSet(DpccConfigGet, "config", rest::Dpcc::Config{index});
+        answerSet("Dpcc::configGet"_id, "config", rest::Dpcc::Config{index});
         refresh();
         EXPECT_EQ(dpcc.pComboBoxSet->currentText(), text) << index;
     }
     dpcc.configSet();
     EXPECT_EQ(record<rest::Dpcc::Config>("Dpcc").index_set, 6u) << "of an empty box";
-    board->faultSet({Fault::Error, DpccEnableSet});
+    board->faultSet({Fault::Error, "Dpcc::enableSet"_id});
     dpcc.pCheckBoxEnable->click();
     EXPECT_FALSE(dpcc.pComboBoxSet->isEnabled()) << "after a failure too";
     EXPECT_TRUE(status().startsWith("Server: "));

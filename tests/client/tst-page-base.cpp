@@ -1,27 +1,16 @@
 // What every page inherits: when it reads, and how a failure reaches the user.
 
+#include "tests/support/actions.h"
+#include "tests/support/editing.h"
 #include "tests/support/reading-page.h"
+#include "tests/support/wheel.h"
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
+#include "tuning-client/source/module/dnr2-v5-widget.h"
+#include "tuning-client/source/module/wb-widget.h"
 #include "tuning-common/source/logic-error.h"
 #include "tuning-rest/source/ae.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGridLayout>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QPushButton>
-#include <QRegularExpression>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QSlider>
-#include <QTest>
-#include <QTimer>
-#include <QToolBox>
-#include <QWheelEvent>
-#include <qtestspontaneevent.h>
+#include "tuning-rest/source/dnr2.h"
 
 #include <stdexcept>
 
@@ -30,16 +19,10 @@ using rest::Ae;
 
 namespace
 {
-/// A turn of the wheel over the middle of `pWidget`, as the window system reports it.
-void wheelTurn(QWidget* pWidget, int delta)
+/// The entries of a row's menu; the one with the text `choice` is chosen.
+QStringList menuOf(QWidget* pRow, const QString& choice = QString())
 {
-    auto* pWindow = pWidget->window();
-    const auto middle = pWidget->rect().center();
-    QWheelEvent wheel(pWidget->mapTo(pWindow, middle), pWidget->mapToGlobal(middle), {}, {0, delta}, Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    // Only such events go on to the parent.
-    QSpontaneKeyEvent::setSpontaneous(&wheel);
-    qApp->notify(pWindow->windowHandle(), &wheel);
+    return popup([&] { emit pRow->findChild<QLabel*>()->customContextMenuRequested(QPoint(1, 1)); }, choice);
 }
 } // namespace
 
@@ -317,7 +300,7 @@ TEST_F(PageBaseTest, AnotherBoardIsReadWhenThePreferencesClose)
                         pButton->click();
                 dialog.reject();
             });
-        preferencesOpen();
+        actionOf(pMainWindow->findChildren<QAction*>(), "&Preferences")->trigger();
         EXPECT_EQ(page.taken(), isApplied ? "configGet; read, grey" : "");
     }
 }
@@ -364,7 +347,7 @@ TEST_F(PageBaseTest, WheelOverAControlScrollsThePage)
         {
             isFocused ? pControl->setFocus() : pPage->setFocus();
             pBar->setValue(0);
-            wheelTurn(pControl, -120);
+            wheelTurn(pControl, pControl->rect().center(), -120);
             EXPECT_GT(pBar->value(), 0) << pControl->metaObject()->className();
         }
         EXPECT_NE(pControl->focusPolicy(), Qt::WheelFocus);
@@ -373,8 +356,85 @@ TEST_F(PageBaseTest, WheelOverAControlScrollsThePage)
     for (auto* pRow : pPage->findChildren<SliderSpinWidget*>())
         EXPECT_EQ(pRow->value(), 0);
     pBar->setValue(0);
-    wheelTurn(pBar, -120);
+    wheelTurn(pBar, pBar->rect().center(), -120);
     EXPECT_GT(pBar->value(), 0) << "the scroll bar itself";
+}
+
+TEST_F(PageBaseTest, ChangedRowsAreBoldAndGoBackAsThePageWasFirstRead)
+{
+    constexpr int wbConfigSet = 4003002;
+    constexpr int awbEnableSet = 4000504;
+    boardSwitch(awbEnableSet, false);
+    auto& wb = dynamic_cast<WbWidget&>(page("White Balance"));
+    auto* pRed = wb.pSliderSpinWidgetRed;
+    auto* pBlue = wb.pSliderSpinWidgetBlue;
+    const auto isBold = [](QWidget* pRow) { return pRow->findChild<QLabel*>()->font().bold(); };
+    const auto before = board->recordGet("Wb", 0);
+    const double red = pRed->value();
+    EXPECT_EQ(menuOf(pRed), QStringList({QString("Back to %1 as read").arg(red, 0, 'f', 3), "Copy value"}));
+
+    type(pRed, "1.5");
+    type(pBlue, "1.75");
+    refresh();
+    EXPECT_TRUE(isBold(pRed) && isBold(pBlue)) << "also when the change was read back";
+    EXPECT_FALSE(isBold(wb.pSliderSpinWidgetGreenR));
+    EXPECT_FALSE(pRed->findChild<QDoubleSpinBox*>()->font().bold()) << "that is for what the board has changed";
+    menuOf(pRed, QString("Back to %1 as first read").arg(red, 0, 'f', 3));
+    EXPECT_EQ(pRed->value(), red);
+    EXPECT_FALSE(isBold(pRed));
+
+    type(pRed, "1.5");
+    type(wb.pSliderSpinWidgetGreenB, "2.5");
+    wb.pSliderSpinWidgetGreenB->setEnabled(false);
+    board->requestsClear();
+    menuOf(wb.pSliderSpinWidgetGreenR, "Back to the page as first read");
+    EXPECT_EQ(sent(wbConfigSet), 2u) << "one each, none for the row that is grey";
+    EXPECT_EQ(wb.pSliderSpinWidgetGreenB->value(), 2.5);
+    wb.pSliderSpinWidgetGreenB->setEnabled(true);
+    menuOf(pRed, "Back to the page as first read");
+    EXPECT_EQ(board->recordGet("Wb", 0), before);
+
+    type(pRed, "1.5");
+    type(pBlue, "1.75");
+    board->faultSet({Fault::Error, wbConfigSet, -1, 0, "gone"});
+    board->requestsClear();
+    menuOf(pRed, "Back to the page as first read");
+    EXPECT_EQ(sent(wbConfigSet), 1u) << "a dead board is not asked once for each row";
+    EXPECT_TRUE(isBold(pBlue));
+    board->faultsClear();
+
+    // What another connection reads is the first again, also where that is tried by a way back.
+    auto jConfig = clientConfig("http", "");
+    jConfig["port"] = board->port();
+    pMainWindow->clientHolderSet(jConfig);
+    menuOf(pRed, "Back to the page as first read");
+    EXPECT_EQ(pBlue->value(), 1.75);
+    EXPECT_FALSE(isBold(pRed) || isBold(pBlue));
+    auto value = record<rest::Wb::Config>("Wb");
+    value.wbGains.Red = 2;
+    board->recordSet("Wb", 0, std::string(reinterpret_cast<const char*>(&value), sizeof value));
+    refresh();
+    EXPECT_TRUE(isBold(pRed)) << "whoever has changed it";
+}
+
+TEST_F(PageBaseTest, RowsThatKeepAnOrderGoBackTogether)
+{
+    constexpr int dnr2EnableSet = 4001504;
+    boardSwitch(dnr2EnableSet, false, rest::Dnr2::V5);
+    auto& dnr = dynamic_cast<Dnr2V5Widget&>(page("2D Noise Reduction 5"));
+    auto* pLower = dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic];
+    auto* pUpper = dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityMoving];
+    type(pUpper, "90");
+    type(pLower, "80");
+    auto jConfig = clientConfig("http", "");
+    jConfig["port"] = board->port();
+    pMainWindow->clientHolderSet(jConfig);
+    refresh();
+    type(pLower, "10");
+    type(pUpper, "20");
+    menuOf(pLower, "Back to the page as first read");
+    EXPECT_EQ(pLower->value(), 80) << "held back until the other one had gone";
+    EXPECT_EQ(pUpper->value(), 90);
 }
 
 TEST_F(PageBaseTest, MultiWidgetLeavesReadingToItsPages)

@@ -1,16 +1,9 @@
 // What a board that fails, is silent or sends odd values does to the pages of the catalogue.
 
-#include "board-wire/source/keys.h"
-#include "board-wire/source/wire.h"
-#include "tests/support/files.h"
+#include "tests/support/page-walk.h"
 #include "tests/support/pages-fixture.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-common/source/base64.h"
-
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QElapsedTimer>
-#include <QTimer>
 
 using board::Fault;
 
@@ -125,15 +118,9 @@ TEST_F(PageFaultsTest, ValuesOfAnyKindAreShownOrRefused)
         {
             for (const auto& request : reads())
             {
-                const auto function = request.query["function"].asString();
-                const auto end = function.rfind("::");
-                const auto className = function.substr(6, end - 6);
-                const auto& generations = board::Wire::instance().commandClass(className).generations;
-                std::string generation;
-                for (const auto& [text, number] : generations)
-                    if (number == request.query["generation"].asInt())
-                        generation = text;
-                for (const auto& key : board::Keys::instance().answer(className, function.substr(end + 2), generation))
+                const Service service(request.query);
+                for (const auto& key :
+                     board::Keys::instance().answer(service.className, service.method, service.generationName()))
                 {
                     static const char fills[] = {'\xff', '\x7f', '\x80', '\x02', '\x00', '\x01'};
                     static const Json::Value plain[] = {1e300, -2147483647 - 1, 4294967295u, "text",

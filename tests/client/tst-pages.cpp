@@ -1,18 +1,9 @@
 // What holds for every page of the catalogue: a new page is under test the moment it is listed. What each control is,
 // and what it sends, stands in pages.txt.
 
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tests/support/page-walk.h"
 #include "tests/support/pages-fixture.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
-
-#include <QRegularExpression>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QTextStream>
-#include <QTimer>
-#include <QWheelEvent>
 
 #include <map>
 
@@ -309,10 +300,7 @@ TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
              });
         if (!pControl)
             continue;
-        Json::Value jConfig;
-        jConfig["type"] = "http";
-        jConfig["ip"] = "127.0.0.1";
-        jConfig["port"] = board->port();
+        auto jConfig = clientConfig("http", std::to_string(board->port()));
         pMainWindow->clientHolderSet(jConfig);
         // A read that fails does not free the way either.
         board->faultSet({board::Fault::Error});

@@ -23,6 +23,7 @@ namespace
 enum Id
 {
     SimpConfigSet = 4002902,
+    SimpEnableSet = 4002904,
     RoiConfigGet = 4003201,
     RoiConfigSet,
     SensorStatusGet = 80007
@@ -141,6 +142,17 @@ TEST_F(RoiPageTest, ReadShowsTheRowsInUseWithRangesOfTheFrame)
     EXPECT_EQ(visible(2), QVector<bool>(6, true));
     EXPECT_EQ(visible(3), QVector<bool>(6, false));
     EXPECT_EQ(board->requestCount(), 0u);
+    EXPECT_EQ(pPage->SpinBoxRoiWidths[2]->maximum(), 1200) << "a row that was not read";
+    const auto frame = pPage->pRegionView->frameRect();
+    EXPECT_NEAR(frame.width() / frame.height(), 2, 0.01);
+    for (const uint32_t side : {0u, UINT32_MAX})
+    {
+        frameSet({side, side});
+        refresh();
+        EXPECT_EQ(pPage->SpinBoxRoiHeights[0]->maximum(), side ? INT_MAX : 0);
+        EXPECT_EQ(pPage->pRegionView->frameRect().isEmpty(), side == 0);
+        EXPECT_FALSE(pPage->pRegionView->grab().isNull());
+    }
 }
 
 TEST_F(RoiPageTest, IsFreeWhileTheSecondAutoExposureIsOn)
@@ -154,7 +166,12 @@ TEST_F(RoiPageTest, IsFreeWhileTheSecondAutoExposureIsOn)
         EXPECT_EQ(pPage->toolTip().isEmpty(), isOn) << "says why it is greyed";
         drag(at(300, 150), at(400, 250));
         EXPECT_EQ(row(0).x() != 100, isOn);
+        EXPECT_EQ(lastQuery(4000103)["generation"], 1);
     }
+    board->faultSet({Fault::Error, SensorStatusGet, 1, 0, "no sensor"});
+    boardSwitch(4000104, false, 1);
+    refresh();
+    EXPECT_FALSE(pPage->isEnabled()) << "though the frame is not known";
 }
 
 TEST_F(RoiPageTest, PictureStandsBesideTheTableOrBelowIt)
@@ -237,9 +254,19 @@ TEST_F(RoiPageTest, RectanglesAreDragged)
 {
     drag(at(300, 150), at(500, 250));
     EXPECT_TRUE(isNear(row(0), {300, 150, 400, 200}));
+    const double scale = pPage->pRegionView->frameRect().width() / 1920;
+    for (const int by : {1, 2, 3, -1, -2, -3})
+    {
+        const int x = row(0).x() + qRound(by / scale);
+        drag(at(500, 250), at(500, 250) + QPoint(by, 0));
+        EXPECT_EQ(row(0).x(), x) << by << " pixels of the screen";
+    }
+    drag(at(300, 250), at(-900, 250));
+    EXPECT_TRUE(isNear(row(0), {0, 150, 700, 200})) << "by the left edge, as far as the frame";
     drag(at(500, 250), at(-900, -900));
     EXPECT_EQ(row(0).topLeft(), QPoint(0, 0)) << "inside the frame";
-    drag(at(400, 200), at(600, 300));
+    EXPECT_EQ(pPage->pRegionView->chosen(), 0);
+    drag(at(700, 200), at(600, 300));
     EXPECT_TRUE(isNear(row(0), {0, 0, 600, 300})) << "by the corner";
     drag(at(1000, 800), at(700, 700));
     EXPECT_TRUE(isNear(row(1), {700, 500, 1220, 580})) << "by the left edge, the other one stays";
@@ -248,12 +275,22 @@ TEST_F(RoiPageTest, RectanglesAreDragged)
     // What is seen comes from the boxes.
     pPage->SpinBoxRoixStarts[0]->setFocus();
     pPage->SpinBoxRoixStarts[0]->selectAll();
+    const auto before = pPage->pRegionView->grab().toImage();
     QTest::keyClicks(pPage->SpinBoxRoixStarts[0], "900");
+    EXPECT_NE(pPage->pRegionView->grab().toImage(), before) << "typed, and not entered yet";
     drag(at(1000, 100), at(1100, 100));
-    EXPECT_TRUE(isNear(row(0), {1000, 0, 600, 300})) << "typed, and not entered yet";
+    EXPECT_TRUE(isNear(row(0), {1000, 0, 600, 300}));
     pPage->pSliderSpinWidgetWindownum->setValue(3);
     drag(at(0, 0), at(200, 100));
     EXPECT_TRUE(isNear(row(2), {0, 0, 200, 100})) << "drawn out of a dot";
+    const QRect small(1200, 100, 20, 20);
+    pPage->SpinBoxRoixStarts[2]->setValue(small.x());
+    pPage->SpinBoxRoiyStarts[2]->setValue(small.y());
+    pPage->SpinBoxRoiWidths[2]->setValue(small.width());
+    pPage->SpinBoxRoiHeights[2]->setValue(small.height());
+    drag(at(1210, 110), at(1310, 210));
+    EXPECT_TRUE(isNear(row(2), small.translated(100, 100))) << "out of the larger one around it";
+    EXPECT_EQ(row(2).size(), small.size());
     EXPECT_EQ(board->requestCount(), 0u) << "nothing before \"Apply\"";
     EXPECT_EQ(apply(), "");
 }
@@ -278,6 +315,12 @@ TEST_F(RoiPageTest, KeysChooseMoveAndResize)
     EXPECT_NE(QApplication::focusWidget(), pView) << "on from the last one";
     key(Qt::Key_Backtab, Qt::ShiftModifier);
     EXPECT_EQ(pView->chosen(), 1);
+    QTest::mousePress(pMainWindow->windowHandle(), Qt::LeftButton, {}, at(1400, 800));
+    pPage->pSliderSpinWidgetWindownum->setValue(1);
+    QTest::mouseMove(pMainWindow->windowHandle(), at(1300, 700));
+    QTest::mouseRelease(pMainWindow->windowHandle(), Qt::LeftButton, {}, at(1300, 700));
+    key(Qt::Key_Right);
+    EXPECT_EQ(row(1).x(), 1000) << "not seen any more";
 }
 
 namespace
@@ -325,13 +368,19 @@ protected:
 
 TEST_F(SimpPageTest, KeyColoursGoAsTheVideoHasThem)
 {
+    const auto keySeen = [&] { return pPage->pLabelColor->pixmap(Qt::ReturnByValue).toImage().pixelColor(0, 0); };
+    EXPECT_EQ(keySeen(), QColor(Qt::black));
     EXPECT_EQ(keyed(255, 255, 255), bytes(2, {234, 128, 128}));
     EXPECT_EQ(keyed(0, 0, 255), bytes(2, {40, 239, 110}));
     EXPECT_EQ(keyed(255, 0, 0), bytes(2, {81, 90, 239}));
     EXPECT_EQ(keyed(0, 255, 0), bytes(2, {144, 54, 34}));
     EXPECT_EQ(keyed(255, 255, 0), bytes(2, {209, 16, 146}));
     EXPECT_EQ(keyed(10, 3, 1), bytes(2, {20, 126, 131}));
-    EXPECT_EQ(pPage->pLabelColor->pixmap(Qt::ReturnByValue).toImage().pixelColor(0, 0), QColor(10, 3, 1));
+    EXPECT_EQ(keySeen(), QColor(10, 3, 1));
+    pPage->pGroupBoxKeyColor->setChecked(true); // a label that is greyed greys its colour
+    const auto shown = pPage->pLabelColor->grab().toImage();
+    EXPECT_EQ(shown.width(), 150);
+    EXPECT_EQ(shown.pixelColor(2, 2), QColor(10, 3, 1)) << "all over";
     EXPECT_EQ(lastQuery(SimpConfigSet)["file.name"], "");
 }
 
@@ -349,14 +398,18 @@ TEST_F(SimpPageTest, OneModeIsOnAndChoosingSendsNothing)
                                               isOn != (pGroupBox == pPage->pGroupBoxOverlay)}));
         }
     EXPECT_EQ(board->requestCount(), 0u);
+    board->faultSet({Fault::Error, SimpEnableSet, 1, 0, "not now"});
+    pPage->pCheckBoxEnable->toggle();
+    EXPECT_EQ(status(), "Server: not now");
+    EXPECT_FALSE(pPage->pGroupBoxOverlay->isEnabled()) << "greyed by the box, whatever the board says";
 }
 
 TEST_F(SimpPageTest, PictureIsLoadedShownAndNamed)
 {
     QDir::home().mkpath("Pictures");
     const auto path = QDir().absoluteFilePath("logo 1.png");
-    QImage image(30, 20, QImage::Format_RGB32);
-    image.fill(Qt::red);
+    QImage image(30, 20, QImage::Format_ARGB32);
+    image.fill(QColor(255, 0, 0, 0)); // the board lays it over the video without its alpha
     ASSERT_TRUE(image.save(path));
     load(path);
     EXPECT_EQ(sent(Fault::Upload), 1u);
@@ -370,6 +423,8 @@ TEST_F(SimpPageTest, PictureIsLoadedShownAndNamed)
     EXPECT_EQ(pPage->pLabelFileName->text(), path);
     const auto at = [&](int x, int y) { return pPage->pImageLabel->mapFromScene(x, y); };
     EXPECT_EQ(pPage->pImageLabel->viewport()->grab().toImage().pixelColor(at(15, 10)), QColor(Qt::red));
+    const auto size = pPage->pImageLabel->geometry().size();
+    EXPECT_NEAR(size.width() * 9, size.height() * 16, 16);
 
     pPage->pSliderSpinWidgetOffsetX->setValue(1500);
     EXPECT_EQ(lastRecord(), bytes(1, {0xdc, 5, 0, 0, 0, 0, 0, 0}));

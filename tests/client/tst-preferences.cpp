@@ -1,30 +1,10 @@
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/preferences/capture-widget.h"
 #include "tuning-client/source/preferences/preferences-dialog.h"
 #include "tuning-client/source/preferences/serial-ports.h"
 #include "tuning-client/source/preferences/server-widget.h"
 #include "tuning-client/source/preferences/window-widget.h"
 #include "tuning-rest/source/camera.h"
-
-#include <QAbstractItemView>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QCompleter>
-#include <QGroupBox>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QMenu>
-#include <QMenuBar>
-#include <QPointer>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QStringListModel>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QToolBox>
 
 namespace
 {

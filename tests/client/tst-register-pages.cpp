@@ -1,30 +1,14 @@
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/register-log.h"
 #include "tuning-client/source/control/register-table.h"
 #include "tuning-client/source/file/register-document.h"
 #include "tuning-client/source/module/isp-register-widget.h"
 #include "tuning-common/source/json-app.h"
 
-#include <QCheckBox>
-#include <QElapsedTimer>
-#include <QErrorMessage>
-#include <QLineEdit>
-#include <QMenu>
-#include <QPushButton>
-#include <QStandardItemModel>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QTextEdit>
-
 using board::Fault;
 
 namespace
 {
-constexpr int RegGet = 4002701;
-constexpr int RegSet = 4002702;
-constexpr int RegStatus = 4002703;
 constexpr auto module = "Main Control";
 constexpr int readWrite = 0; ///< its row
 
@@ -63,7 +47,7 @@ protected:
     }
 
     /// The last command of that number as "address value".
-    QString last(int id) const
+    QString last(int64_t id) const
     {
         QString last;
         for (const auto& request : board->requests())
@@ -167,12 +151,12 @@ TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
 {
     choose(module);
     select(readWrite);
-    board->faultSet({Fault::Error, RegStatus, 1, 0, "No list"});
+    board->faultSet({Fault::Error, "Reg::statusGet"_id, 1, 0, "No list"});
     auto* pMenu = menuOpen();
     EXPECT_EQ(status(), "Server: No list");
     ASSERT_EQ(pMenu->actions().size(), 4);
 
-    board->faultSet({Fault::Error, RegStatus, 1, 0, "No module"});
+    board->faultSet({Fault::Error, "Reg::statusGet"_id, 1, 0, "No module"});
     pMenu->actions()[1]->trigger();
     EXPECT_EQ(status(), "Server: No module");
     EXPECT_EQ(widget.pStandardItemModel->rowCount(), 0);
@@ -193,7 +177,7 @@ TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
         choose(module);
         EXPECT_EQ(widget.pStandardItemModel->rowCount(), 5);
         pMainWindow->statusBar()->clearMessage();
-        board->answerSet(RegStatus, key, json(pText));
+        board->answerSet("Reg::statusGet"_id, key, json(pText));
         const bool isList = key == std::string("name");
         isList ? void(menuOpen()) : choose(module);
         board->answersClear();
@@ -239,7 +223,7 @@ TEST_F(IspRegisterPageTest, TheThreeFieldsFollowEachOther)
     widget.pLineEditHexValue->setCursorPosition(6);
     QTest::keyClicks(widget.pLineEditHexValue, "ab");
     EXPECT_EQ(widget.pLineEditHexValue->text(), "0000AB81");
-    EXPECT_EQ(board->count(RegSet), 0u);
+    EXPECT_EQ(board->count("Reg::configSet"_id), 0u);
 }
 
 TEST_F(IspRegisterPageTest, WrittenRegistersAreReadBack)
@@ -251,11 +235,11 @@ TEST_F(IspRegisterPageTest, WrittenRegistersAreReadBack)
     EXPECT_EQ(board->requestCount(), 0u) << "nothing has changed";
 
     // The board keeps some of the bits only.
-    board->answerSet(RegGet, "value", 0x1e);
+    board->answerSet("Reg::configGet"_id, "value", 0x1e);
     type(widget.pLineEditHexValue, "1f");
     press(widget.pPushButtonSet);
-    EXPECT_EQ(last(RegSet), "400 1f");
-    EXPECT_EQ(last(RegGet), "400 0");
+    EXPECT_EQ(last("Reg::configSet"_id), "400 1f");
+    EXPECT_EQ(last("Reg::configGet"_id), "400 0");
     EXPECT_EQ(fields(), "0000001E 30 11110");
     EXPECT_EQ(status(), "Write 0x400 = 0x1F OK");
     board->answersClear();
@@ -282,7 +266,7 @@ TEST_F(IspRegisterPageTest, WrittenRegistersAreLogged)
     // The log's own text may be marked.
     widget.pTextEditRegisterValue->selectAll();
     write("0");
-    EXPECT_EQ(last(RegSet), "610 0") << "it differs from what was written last";
+    EXPECT_EQ(last("Reg::configSet"_id), "610 0") << "it differs from what was written last";
     EXPECT_EQ(widget.pTextEditRegisterValue->toPlainText(), "Set Module (Main Control ): \tset *0x00000400 = 0x1f\n"
                                                             "Set Module (Auto Exposure ): \tset *0x00000610 = 0x3\n"
                                                             "Set Module (Auto Exposure ): \tset *0x00000610 = 0x0\n");
@@ -296,7 +280,7 @@ TEST_F(IspRegisterPageTest, WrittenRegistersAreLogged)
     EXPECT_EQ(log.count("<Auto_Exposure>"), 1);
 
     // Not written, not logged.
-    board->faultSet({Fault::Error, RegSet, 1, 0, "Locked"});
+    board->faultSet({Fault::Error, "Reg::configSet"_id, 1, 0, "Locked"});
     write("4");
     EXPECT_EQ(status(), "Server: Locked");
     EXPECT_FALSE(widget.pTextEditRegisterValue->toPlainText().contains("0x4\n"));
@@ -325,13 +309,13 @@ TEST_F(IspRegisterPageTest, DumpHoldsEveryModule)
     EXPECT_EQ(jDump[1]["map"][3]["name"].asString(), "exp_mean_center");
     EXPECT_EQ(fileRead(dumpPath).toStdString(), t_common::JsonApp::toString(jDump, "  "));
 
-    EXPECT_TRUE(hasWaitCursor(RegStatus, [&] { widget.dump(dumpPath, 1); }));
+    EXPECT_TRUE(hasWaitCursor("Reg::statusGet"_id, [&] { widget.dump(dumpPath, 1); }));
     EXPECT_EQ(dumpRead().size(), 2u);
 }
 
 TEST_F(IspRegisterPageTest, DumpOfAFailingBoard)
 {
-    board->answerSet(RegStatus, "name", json(R"([{"description": "First", "module.id": 0},
+    board->answerSet("Reg::statusGet"_id, "name", json(R"([{"description": "First", "module.id": 0},
         {"description": "Missing", "module.id": 77}, {"description": "Last", "module.id": 1}])"));
     widget.dump(dumpPath, -1);
     EXPECT_EQ(status(), "Server: There is no register module 77");
@@ -342,7 +326,7 @@ TEST_F(IspRegisterPageTest, DumpOfAFailingBoard)
     EXPECT_EQ(jDump[2]["map"].size(), 5u) << "the others are there";
 
     // No list, no file: the one that is there stays.
-    board->faultSet({Fault::Error, RegStatus, 1, 0, "No list"});
+    board->faultSet({Fault::Error, "Reg::statusGet"_id, 1, 0, "No list"});
     EXPECT_THROW(widget.dump(dumpPath, -1), std::exception);
     EXPECT_EQ(dumpRead(), jDump);
     const auto nowhere = directory.filePath("no/dump.json");
@@ -353,11 +337,11 @@ TEST_F(IspRegisterPageTest, DumpOfAFailingBoard)
     auto jModules = json("[]");
     for (int i = 0; i < 100; ++i)
         jModules.append(jDump[0]);
-    board->answerSet(RegStatus, "name", jModules);
+    board->answerSet("Reg::statusGet"_id, "name", jModules);
     QElapsedTimer clock;
     clock.start();
     during(
-        RegStatus, [&] { widget.dump(dumpPath, -1); }, [this] { board->faultSet({Fault::Silence}); });
+        "Reg::statusGet"_id, [&] { widget.dump(dumpPath, -1); }, [this] { board->faultSet({Fault::Silence}); });
     EXPECT_LT(clock.elapsed(), 2 * 2000 + 1500);
     EXPECT_EQ(dumpRead().size(), 100u);
 }
@@ -387,7 +371,7 @@ TEST_F(IspRegisterPageTest, RegisterFileGoesOutAndComesBack)
     EXPECT_TRUE(pressWith("Load", path).startsWith("Open XML File|" + QDir::currentPath() + "|XML Files (*.xml)"));
     EXPECT_EQ(cell(0, RegisterTable::Value), "0x00000abc");
     EXPECT_EQ(fields(), "00000ABC 2748 101010111100");
-    EXPECT_EQ(board->count(RegSet), 0u);
+    EXPECT_EQ(board->count("Reg::configSet"_id), 0u);
 
     // A second module joins the file with its defaults, the first gets its present values; all else stays.
     fileWrite(path, QByteArray(created).replace("</OPTRIX_1>", "<!-- mine --></OPTRIX_1>"));
@@ -413,13 +397,13 @@ TEST_F(IspRegisterPageTest, RegisterFileGoesOutAndComesBack)
 
 TEST_F(IspRegisterPageTest, NamesThatDifferInPunctuationStayApartInAFile)
 {
-    board->answerSet(RegStatus, "name",
+    board->answerSet("Reg::statusGet"_id, "name",
                      json(R"([{"module.id": 0, "description": "A/B"}, {"module.id": 1, "description": "A B"}])"));
     fileWrite(path, "<OPTRIX_1><A_B><a>0x5</a></A_B></OPTRIX_1>");
     for (const auto* pValue : {"0x1", "0x2"})
     {
         const std::string name = pValue == std::string("0x1") ? "A/B" : "A B";
-        board->answerSet(RegStatus, "registers",
+        board->answerSet("Reg::statusGet"_id, "registers",
                          json(R"([{"address": "0x4", "permission": 1, "name": "a", "value.default": ")" +
                               std::string(pValue) + "\"}]"));
         choose(QString::fromStdString(name));
@@ -459,9 +443,9 @@ TEST_F(IspRegisterPageTest, RegisterFilesThatDoNotFitChangeNothing)
 
 TEST_F(IspRegisterPageTest, TextsOfTheBoardArePlainAndBounded)
 {
-    board->answerSet(RegStatus, "name",
+    board->answerSet("Reg::statusGet"_id, "name",
                      json(R"([{"module.id": 0, "description": "A & B\n\u001b[31m)" + std::string(5000, 'x') + "\"}]"));
-    board->answerSet(RegStatus, "registers",
+    board->answerSet("Reg::statusGet"_id, "registers",
                      json(R"([{"address": "behind the door", "permission": 1, "value": "<b>\u0001</b>", "name": ")" +
                           std::string(1 << 20, 'n') + "\"}]"));
     auto* pAction = menuOpen()->actions()[0];

@@ -1,14 +1,7 @@
 // The real window on the serial line of a simulated board.
 
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/console-widget.h"
-
-#include <QMenu>
-#include <QMenuBar>
-#include <QTemporaryDir>
 
 namespace
 {

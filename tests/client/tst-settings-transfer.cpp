@@ -1,15 +1,7 @@
-#include "tests/support/actions.h"
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/file/remote-file.h"
 #include "tuning-client/source/shortcut/failure-guard.h"
-
-#include <QMenu>
-#include <QMenuBar>
-#include <QMessageBox>
-#include <QTemporaryDir>
 
 #include <algorithm>
 #include <string>
@@ -19,16 +11,6 @@ using board::Fault;
 
 namespace
 {
-enum Command
-{
-    CalibrationGet = 10001,
-    CalibrationSet = 10002,
-    Capture = 10003,
-    List = 50001,
-    Remove = 50002,
-    AeConfigGet = 4000101
-};
-
 class SettingsTransferTest : public BoardTest
 {
 protected:
@@ -87,7 +69,7 @@ protected:
         Json::Value jList(Json::arrayValue);
         for (const auto& name : names)
             jList.append(name);
-        board->answerSet(List, "file.list", jList);
+        board->answerSet("FileSystem::list"_id, "file.list", jList);
     }
 
     static QStringList filesOf(const QString& directory)
@@ -112,7 +94,7 @@ TEST_F(SettingsTransferTest, LocalIsUploadedAndActivated)
         EXPECT_EQ(localImport(path), "Select File|" + local.path() + "|XML (*.xml)");
         EXPECT_EQ(status(), "Upload file from " + path);
         EXPECT_EQ(fileRead(QString("board/") + name), bytes);
-        EXPECT_EQ(lastQuery(CalibrationSet)["calib.file"], name);
+        EXPECT_EQ(lastQuery("Camera::calibrationSet"_id)["calib.file"], name);
         EXPECT_EQ(board->requestCount(), 2u) << "the pages are not refreshed";
     }
     const auto path = local.filePath("plain.xml");
@@ -129,7 +111,7 @@ TEST_F(SettingsTransferTest, LocalIsUploadedAndActivated)
     EXPECT_EQ(board->requestCount(), 0u) << "cancelled, or nothing to send";
 
     fileWrite(path, "other");
-    board->faultSet({Fault::Error, CalibrationSet, -1, 0, "Not for this sensor"});
+    board->faultSet({Fault::Error, "Camera::calibrationSet"_id, -1, 0, "Not for this sensor"});
     QStringList messages;
     QObject::connect(pMainWindow->statusBar(), &QStatusBar::messageChanged,
                      [&](const QString& text) { messages.append(text); });
@@ -144,8 +126,8 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
     ASSERT_EQ(texts(pMenu->actions()), QStringList("Not Found"));
     pMenu->actions().first()->trigger();
     EXPECT_EQ(board->requestCount(), 1u) << "it does nothing";
-    EXPECT_EQ(lastQuery(List)["file.extension"], "xml");
-    EXPECT_EQ(lastQuery(List)["path"], ".");
+    EXPECT_EQ(lastQuery("FileSystem::list"_id)["file.extension"], "xml");
+    EXPECT_EQ(lastQuery("FileSystem::list"_id)["path"], ".");
 
     for (const auto* name : {"board/b.xml", "board/a&b.xml", "board/c.pgm"})
         fileWrite(name, bytes);
@@ -171,7 +153,7 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
 
     board->answersClear();
 
-    board->faultSet({Fault::HostileNames, List});
+    board->faultSet({Fault::HostileNames, "FileSystem::list"_id});
     const auto hostile = texts(remoteMenu()->actions());
     EXPECT_TRUE(hostile.contains("&&<b>bold</b>.xml"));
     for (const auto& text : hostile)
@@ -179,7 +161,7 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
         EXPECT_LE(text.toUtf8().size(), 260);
         EXPECT_TRUE(std::none_of(text.begin(), text.end(), [](QChar c) { return c < ' '; })) << str(text);
     }
-    board->faultSet({Fault::Error, List});
+    board->faultSet({Fault::Error, "FileSystem::list"_id});
     EXPECT_TRUE(remoteMenu()->isEmpty());
     EXPECT_EQ(status(), "Server: The board refuses");
 }
@@ -187,22 +169,22 @@ TEST_F(SettingsTransferTest, RemoteListsAnewEachTime)
 TEST_F(SettingsTransferTest, RemoteIsActivatedAndThePageReads)
 {
     fileWrite("board/b.xml", bytes);
-    EXPECT_TRUE(hasWaitCursor(CalibrationSet, [this] { remote("b.xml", "Activate"); }));
-    EXPECT_EQ(lastQuery(CalibrationSet)["calib.file"], "b.xml");
-    EXPECT_EQ(sent(AeConfigGet), 1u);
+    EXPECT_TRUE(hasWaitCursor("Camera::calibrationSet"_id, [this] { remote("b.xml", "Activate"); }));
+    EXPECT_EQ(lastQuery("Camera::calibrationSet"_id)["calib.file"], "b.xml");
+    EXPECT_EQ(sent("Ae::configGet"_id), 1u);
 
     board->requestsClear();
-    board->faultSet({Fault::Error, CalibrationSet, -1, 0, "Not now"});
+    board->faultSet({Fault::Error, "Camera::calibrationSet"_id, -1, 0, "Not now"});
     remote("b.xml", "Activate");
     EXPECT_EQ(status(), "Server: Not now");
-    EXPECT_EQ(sent(AeConfigGet), 0u);
+    EXPECT_EQ(sent("Ae::configGet"_id), 0u);
     board->faultsClear();
 
     listSet({"sub/dir/b.xml"});
     remote("sub/dir/b.xml", "Activate");
-    EXPECT_EQ(lastQuery(CalibrationSet)["calib.file"], "b.xml") << "by its file part";
+    EXPECT_EQ(lastQuery("Camera::calibrationSet"_id)["calib.file"], "b.xml") << "by its file part";
     remove("sub/dir/b.xml", QMessageBox::Yes);
-    EXPECT_EQ(lastQuery(Remove)["path"], "sub/dir/b.xml") << "by its full text";
+    EXPECT_EQ(lastQuery("FileSystem::remove"_id)["path"], "sub/dir/b.xml") << "by its full text";
     board->requestsClear();
     remote("sub/dir/b.xml", "Download");
     EXPECT_EQ(board->requests().back().target, "/sub/dir/b.xml");
@@ -217,7 +199,7 @@ TEST_F(SettingsTransferTest, RemoteIsDownloadedAndRemoved)
     EXPECT_EQ(fileRead(local.filePath(name)), bytes + '\n');
     EXPECT_EQ(status(), "Save file " + name + " to " + local.path());
     remove(name, QMessageBox::No);
-    board->faultSet({Fault::Error, Remove, 1, 0, "In use"});
+    board->faultSet({Fault::Error, "FileSystem::remove"_id, 1, 0, "In use"});
     remove(name, QMessageBox::Yes);
     EXPECT_EQ(status(), "Server: In use");
     EXPECT_TRUE(QFile::exists("board/" + name));
@@ -234,9 +216,9 @@ TEST_F(SettingsTransferTest, WindowThatIsClosedMeanwhileLeavesWholeFiles)
     const std::pair<int64_t, std::function<void()>> rows[] = {
         {Fault::Upload, [this] { localImport(local.filePath("mine.xml")); }},
         {Fault::Download, [this] { remote("b.xml", "Download"); }},
-        {CalibrationGet, [this] { exportAll(); }},
+        {"Camera::calibrationGet"_id, [this] { exportAll(); }},
         {Fault::Download, [this] { exportAll(); }},
-        {Capture, [this] { capture(); }},
+        {"Camera::capture"_id, [this] { capture(); }},
         {Fault::Download, [this] { capture(); }}};
     for (const auto& [id, action] : rows)
     {
@@ -251,14 +233,14 @@ TEST_F(SettingsTransferTest, WindowThatIsClosedMeanwhileLeavesWholeFiles)
 
 TEST_F(SettingsTransferTest, ExportFetchesWhatTheBoardWrote)
 {
-    EXPECT_TRUE(hasWaitCursor(CalibrationGet, [this] { exportAll(); }));
+    EXPECT_TRUE(hasWaitCursor("Camera::calibrationGet"_id, [this] { exportAll(); }));
     const auto names = QDir("board").entryList(QDir::Files);
     ASSERT_EQ(names.size(), 1);
     EXPECT_EQ(filesOf(local.path()), names);
     EXPECT_EQ(fileRead(local.filePath(names[0])), fileRead("board/" + names[0]) + '\n');
     EXPECT_EQ(status(), "Save " + names[0] + " to " + local.path());
 
-    board->faultSet({Fault::Error, CalibrationGet, 1, 0, "No room"});
+    board->faultSet({Fault::Error, "Camera::calibrationGet"_id, 1, 0, "No room"});
     board->requestsClear();
     exportAll();
     EXPECT_EQ(status(), "Server: No room");
@@ -330,8 +312,8 @@ TEST_F(SettingsTransferTest, HostileNamesAreRefused)
     for (const auto& row : rows)
     {
         SCOPED_TRACE(row.name.substr(0, 40));
-        board->answerSet(Capture, "file.name", row.name);
-        board->answerSet(CalibrationGet, "calib.file", row.name);
+        board->answerSet("Camera::capture"_id, "file.name", row.name);
+        board->answerSet("Camera::calibrationGet"_id, "calib.file", row.name);
         const std::function<void()> operations[] = {
             [&] { exportAll(); },
             [&] {
@@ -364,7 +346,7 @@ TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreNotSent)
     {
         fileWrite(QString("board/") + name, bytes);
         remote(name, "Activate");
-        EXPECT_EQ(lastQuery(CalibrationSet)["calib.file"], name) << "no address is needed";
+        EXPECT_EQ(lastQuery("Camera::calibrationSet"_id)["calib.file"], name) << "no address is needed";
         remove(name, QMessageBox::Yes);
         EXPECT_TRUE(status().startsWith(QString("Remove failed: %1 can't be named to the board").arg(name)));
     }
@@ -374,5 +356,5 @@ TEST_F(SettingsTransferTest, NamesThatWouldBeOthersOnTheirWayAreNotSent)
         localImport(local.filePath(name));
         EXPECT_TRUE(status().startsWith(QString("Upload failed: %1 can't be named to the board").arg(name)));
     }
-    EXPECT_EQ(sent(Remove) + sent(Fault::Upload), 0u);
+    EXPECT_EQ(sent("FileSystem::remove"_id) + sent(Fault::Upload), 0u);
 }

@@ -1,9 +1,5 @@
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
 #include "tuning-client/source/module/register-widget.h"
-
-#include <QPushButton>
-#include <QTest>
 
 using board::Fault;
 

@@ -1,16 +1,6 @@
+#include "tests/support/actions.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/shortcut/no-signals.h"
-
-#include <QClipboard>
-#include <QDoubleSpinBox>
-#include <QLabel>
-#include <QMenu>
-#include <QSignalSpy>
-#include <QSlider>
-#include <QStyleOptionSlider>
-#include <QTest>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 #include <limits>
 #include <stdexcept>
@@ -175,25 +165,10 @@ TEST_F(SliderSpinWidgetTest, RowExplainsItselfAndGoesBack)
     EXPECT_TRUE(row.toolTip().contains("As read: 0.5"));
     row.setValue(0.8);
     spy.clear();
-    const auto trigger = [&](const QString& start)
-    {
-        QTimer::singleShot(0,
-                           [start]
-                           {
-                               auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
-                               ASSERT_TRUE(pMenu);
-                               for (auto* pAction : pMenu->actions())
-                               {
-                                   if (pAction->text().startsWith(start))
-                                       pAction->trigger();
-                               }
-                               pMenu->close();
-                           });
-        emit row.findChild<QLabel*>()->customContextMenuRequested(QPoint(1, 1));
-    };
-    trigger("Copy value");
+    const auto open = [&] { emit row.findChild<QLabel*>()->customContextMenuRequested(QPoint(1, 1)); };
+    popup(open, "Copy value");
     EXPECT_EQ(QApplication::clipboard()->text(), "0.80");
-    trigger("Back to 0.50");
+    popup(open, "Back to 0.50 as read");
     EXPECT_EQ(row.value(), 0.5);
     EXPECT_EQ(spy.count(), 1);
 }

@@ -2,16 +2,6 @@
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/control/variant-delegate.h"
 
-#include <QApplication>
-#include <QColor>
-#include <QDateTime>
-#include <QLineEdit>
-#include <QPainter>
-#include <QRect>
-#include <QTest>
-#include <QTreeWidget>
-#include <gtest/gtest.h>
-
 namespace
 {
 class VariantDelegateTest : public testing::Test

@@ -4,15 +4,19 @@
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
 #include "tests/support/qt-main.h"
+#include "tests/support/wheel.h"
 #include "tuning-client/source/control/image-label.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 
+#include <QClipboard>
+#include <QDockWidget>
 #include <QGraphicsPixmapItem>
 #include <QMenuBar>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
+#include <QTableWidget>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWindow>
@@ -51,6 +55,59 @@ protected:
     }
 
     PictureLabel& label() { return *viewer.findChild<PictureLabel*>(); }
+
+    /// Moves the mouse from one pixel to another, not straight, with the button held down.
+    void drag(Qt::MouseButton button, const QPoint& from, const QPoint& to)
+    {
+        const auto begin = place(from);
+        const auto end = place(to);
+        QTest::mousePress(viewer.windowHandle(), button, {}, begin);
+        QTest::mouseMove(viewer.windowHandle(), end + QPoint(20, 30));
+        QTest::mouseMove(viewer.windowHandle(), end);
+        QTest::mouseRelease(viewer.windowHandle(), button, {}, end);
+    }
+
+    /// A pixel's place in the window, at any zoom.
+    QPoint place(const QPoint& pixel)
+    {
+        const auto shown = label().pictureRect();
+        const int width = label().pixmap(Qt::ReturnByValue).width();
+        return label().mapTo(&viewer, shown.topLeft() + (pixel * 2 + QPoint(1, 1)) * shown.width() / (2 * width));
+    }
+
+    /// Chooses from the menu that a click of the right button opens.
+    void menuChoose(const QString& entry)
+    {
+        QTest::mouseClick(viewer.windowHandle(), Qt::RightButton, {}, {200, 150});
+        auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+        ASSERT_NE(pMenu, nullptr);
+        actionOf(pMenu->findChildren<QAction*>(), entry)->trigger();
+        pMenu->close();
+    }
+
+    void wheel(const QPoint& at, int angle) { wheelTurn(&viewer, at, angle, Qt::ControlModifier); }
+
+    bool isMeasuring() { return viewer.findChild<QDockWidget*>()->isVisible(); }
+
+    /// The rows of figures, each under its channel's name.
+    QString figures(const ImageViewerMainWindow& window)
+    {
+        QStringList rows;
+        const auto& table = *window.findChild<QTableWidget*>();
+        for (int row = 0; row < table.rowCount(); ++row)
+        {
+            rows.append(table.verticalHeaderItem(row)->text());
+            for (int column = 0; column < table.columnCount(); ++column)
+                rows.last() += " " + table.item(row, column)->text();
+        }
+        return rows.join("\n");
+    }
+
+    QPoint scrolled(const ImageViewerMainWindow& window)
+    {
+        const auto& area = *window.findChild<QScrollArea*>();
+        return {area.horizontalScrollBar()->value(), area.verticalScrollBar()->value()};
+    }
 
     QString text(const QString& name) { return viewer.findChild<QLabel*>(name)->text(); }
 
@@ -150,6 +207,126 @@ TEST_F(ViewerTest, StatusBarTellsThePixelUnderTheMouse)
     QEvent leave(QEvent::Leave);
     QApplication::sendEvent(&label(), &leave);
     EXPECT_EQ(text("Pixel"), "");
+}
+
+TEST_F(ViewerTest, RectangleOfTheRightButtonIsMeasured)
+{
+    const auto path = pictureWrite("RAW10_20240131_235959.pgm", 1600, 1000);
+    viewer.open(directory.path());
+    action("Zoom &In (25%)").trigger();
+    QTest::mouseMove(&label(), label().mapFromParent({2, 2}));
+    QTest::mouseMove(viewer.windowHandle(), place({401, 302}));
+    EXPECT_EQ(text("Pixel"), "x 401  y 302   Raw 703 (x1 y0)   RGB 175 175 175");
+    EXPECT_FALSE(isMeasuring());
+    // Upwards and to the left is as good; the figures come at the end, and then with each move.
+    drag(Qt::RightButton, {403, 302}, {400, 300});
+    EXPECT_EQ(label().rectangle(), QRect(400, 300, 4, 3));
+    ASSERT_TRUE(isMeasuring());
+    EXPECT_EQ(str(figures(viewer)), "x0 y0 702.00 1.41 700 704 4\nx1 y0 703.00 1.41 701 705 4\n"
+                                    "x0 y1 702.00 1.00 701 703 2\nx1 y1 703.00 1.00 702 704 2");
+    const auto shown = label().grab(label().rectangleShown().adjusted(-1, -1, 0, 0)).toImage();
+    EXPECT_EQ(shown.pixelColor(0, 0), QColor(Qt::yellow));
+    EXPECT_EQ(qRed(shown.pixel(1, 1)), 700 * 255 / 1023) << "its pixels are not painted over";
+
+    viewer.patternSet("/other.pgm", mosaic::Pattern::Bggr);
+    viewer.patternSet(path, mosaic::Pattern::Grbg);
+    EXPECT_TRUE(figures(viewer).startsWith("Gr 702.00 1.41 700 704 4\nR 703.00")) << str(figures(viewer));
+    menuChoose("&Copy the Figures");
+    EXPECT_TRUE(QApplication::clipboard()->text().endsWith("\nGb\t703.00\t1.00\t702\t704\t2\n"));
+    menuChoose("None");
+    EXPECT_EQ(str(figures(viewer)), "Grey 702.50 1.38 700 705 12");
+    menuChoose("&Remove the Rectangle");
+    EXPECT_FALSE(isMeasuring());
+    EXPECT_TRUE(label().rectangle().isEmpty());
+
+    menuChoose("Measure the &Whole Picture");
+    EXPECT_TRUE(figures(viewer).endsWith(" 0 2598 1600000")) << "also samples above the file's own maximum";
+    QTest::keyClick(viewer.windowHandle(), Qt::Key_Escape);
+    EXPECT_FALSE(isMeasuring());
+    action("&Normal Size").trigger();
+    viewer.findChild<QScrollArea*>()->horizontalScrollBar()->setValue(70);
+    menuChoose("Measure What is &Seen");
+    EXPECT_EQ(label().rectangle().left(), 70);
+    viewer.findChild<QDockWidget*>()->close();
+    EXPECT_TRUE(label().rectangle().isEmpty());
+    menuChoose("Measure the &Whole Picture");
+    pictureWrite("b.pgm", 20, 20);
+    choose("&Open...", directory.filePath("b.pgm"));
+    EXPECT_FALSE(isMeasuring()) << "what is measured has gone";
+}
+
+TEST_F(ViewerTest, WheelZoomsAtThePointerAndTheLeftButtonMoves)
+{
+    pictureWrite("a.pgm", 1600, 1000);
+    viewer.open(directory.path());
+    const QPoint at = place({500, 300});
+    wheel(at, 60);
+    EXPECT_EQ(text("Zoom"), "100 %") << "half a notch";
+    for (int i = 0; i < 11; ++i)
+        wheel(at, 60);
+    EXPECT_EQ(text("Zoom"), "305 %") << "no further than the action";
+    EXPECT_LE((place({500, 300}) - at).manhattanLength(), 4);
+    EXPECT_FALSE(action("Zoom &In (25%)").isEnabled());
+
+    const auto before = scrolled(viewer);
+    drag(Qt::LeftButton, {500, 300}, {470, 310});
+    EXPECT_EQ(scrolled(viewer), before + QPoint(91, -31));
+    EXPECT_FALSE(isMeasuring());
+    QTest::mousePress(viewer.windowHandle(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(label().cursor().shape(), Qt::ClosedHandCursor);
+    QTest::mouseRelease(viewer.windowHandle(), Qt::LeftButton, {}, at);
+    EXPECT_EQ(label().cursor().shape(), Qt::ArrowCursor);
+
+    for (int i = 0; i < 20; ++i)
+        wheel(at, -120);
+    EXPECT_EQ(text("Zoom"), "33 %");
+    action("&Fit to Window").trigger();
+    const auto fitted = text("Zoom");
+    wheel(at, 120);
+    EXPECT_EQ(text("Zoom"), fitted);
+}
+
+TEST_F(ViewerTest, LinkedViewersShowTheSamePlace)
+{
+    const auto name = pictureWrite("a.pgm", 1600, 1000);
+    viewer.open(directory.path());
+    ImageViewerMainWindow other;
+    other.show();
+    other.open(directory.path());
+    other.move(50, 60);
+    other.resize(700, 600);
+    action("Zoom &In (25%)").trigger();
+    drag(Qt::RightButton, {220, 110}, {260, 150});
+    menuChoose("Link to a.pgm");
+    const auto expectSame = [&]
+    {
+        EXPECT_EQ(other.findChild<QLabel*>("Zoom")->text(), text("Zoom"));
+        EXPECT_EQ(scrolled(other), scrolled(viewer));
+        EXPECT_EQ(other.findChild<PictureLabel*>()->rectangle(), label().rectangle());
+    };
+    expectSame();
+    EXPECT_EQ(figures(other), figures(viewer));
+    drag(Qt::LeftButton, {300, 200}, {200, 150});
+    EXPECT_NE(scrolled(viewer), QPoint());
+    expectSame();
+    actionOf(other.findChildren<QAction*>(), "Zoom &In (25%)")->trigger();
+    QTest::keyClick(other.windowHandle(), Qt::Key_Escape);
+    EXPECT_EQ(text("Zoom"), "156 %");
+    expectSame();
+    QTest::keyClick(viewer.windowHandle(), Qt::Key_Space);
+    EXPECT_TRUE(waitUntil([&] { return other.isActiveWindow(); }));
+    EXPECT_EQ(other.geometry(), viewer.geometry());
+    QTest::keyClick(other.windowHandle(), Qt::Key_Space);
+    EXPECT_TRUE(waitUntil([&] { return viewer.isActiveWindow(); }));
+    action("&Fit to Window").trigger();
+    EXPECT_TRUE(actionOf(other.findChildren<QAction*>(), "&Fit to Window")->isChecked());
+    action("&Fit to Window").trigger();
+
+    other.close();
+    EXPECT_EQ(text("Link"), "");
+    action("Zoom &In (25%)").trigger();
+    QTest::keyClick(viewer.windowHandle(), Qt::Key_Space);
+    EXPECT_FALSE(other.isVisible());
 }
 
 TEST_F(ViewerTest, EnlargedPixelsStaySquares)

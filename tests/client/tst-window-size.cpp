@@ -3,12 +3,6 @@
 #include "tests/support/reading-page.h"
 #include "tuning-client/source/config/config.h"
 
-#include <QGridLayout>
-#include <QJsonArray>
-#include <QJsonObject>
-#include <QRegularExpression>
-#include <QTest>
-
 // With the window's size kept for pages, the pages of a dialog and the parts of a page must leave it alone.
 TEST_F(PageBaseTest, OnlyPagesWithANameKeepASize)
 {
@@ -33,7 +27,7 @@ TEST_F(PageBaseTest, OnlyPagesWithANameKeepASize)
             dialog.grab();
             dialog.reject();
         });
-    preferencesOpen();
+    actionOf(pMainWindow->findChildren<QAction*>(), "&Preferences")->trigger();
     EXPECT_EQ(pMainWindow->size(), QSize(1300, 800));
     pMainWindow.reset();
     EXPECT_EQ(config.widget.jRoot.keys().filter(QRegularExpression("^$|^(Part|calibration|capture|server|window)$")),

@@ -2,6 +2,7 @@
 
 #include "tests/support/files.h"
 #include "tests/support/full-disk.h"
+#include "tests/support/outcome.h"
 #include "tuning-client/source/image/picture.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/image/yuv.h"
@@ -60,18 +61,6 @@ protected:
     {
         fileWrite(directory.filePath(name), bytes);
         return directory.filePath(name);
-    }
-
-    static std::string failure(const QString& fileName, uint32_t width, uint32_t height)
-    {
-        try
-        {
-            return "made " + str(yuvFileConvert(fileName, width, height));
-        }
-        catch (const std::runtime_error& error)
-        {
-            return error.what();
-        }
     }
 
     QStringList names() const { return QDir(directory.path()).entryList(QDir::Files | QDir::Hidden); }
@@ -163,7 +152,7 @@ TEST_F(FilesTest, ConversionThatFailsSaysWhyAndLeavesNothing)
                  {write("YUV_2.yuv", "12345678"), 2, 2, "RGB_2.ppm can't be written: "}};
     for (const auto& row : cases)
     {
-        const auto text = failure(row.capture, row.width, row.height);
+        const auto text = failureOf([&] { yuvFileConvert(row.capture, row.width, row.height); });
         EXPECT_NE(text.find(" failed: "), std::string::npos) << text;
         EXPECT_NE(text.find(row.text), std::string::npos) << text;
         EXPECT_EQ(text.find("Unknown error"), std::string::npos) << text;
@@ -173,7 +162,7 @@ TEST_F(FilesTest, ConversionThatFailsSaysWhyAndLeavesNothing)
     for (const auto& [width, height] : {std::make_pair(64u, 48u), {512u, 256u}})
     {
         const FullDisk disk(1000);
-        const auto text = failure(large, width, height);
+        const auto text = failureOf([&, w = width, h = height] { yuvFileConvert(large, w, h); });
         EXPECT_NE(text.find("client_rgb.ppm\" failed: File too large"), std::string::npos) << text;
     }
     EXPECT_EQ(names(), QStringList({"RGB_2.ppm", "same.ppm", "YUV_1.yuv", "YUV_2.yuv", "YUV_3.yuv"}));

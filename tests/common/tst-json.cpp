@@ -17,14 +17,6 @@ std::string failureOfText(const std::string& text)
 {
     return failureOf<std::runtime_error>([&] { JsonApp::fromString(text); });
 }
-
-std::string repeat(const std::string& text, std::size_t count)
-{
-    std::string result;
-    for (std::size_t i = 0; i < count; ++i)
-        result += text;
-    return result;
-}
 } // namespace
 
 TEST(Json, CompactTextHasNoBlanksAndIndentedTextReads)
@@ -101,17 +93,17 @@ TEST(Json, FailureNamesWhatWasReceived)
 
 TEST(Json, SizeIsLimitedBeforeItIsParsed)
 {
-    const auto nested = [](std::size_t depth) { return repeat("[", depth) + repeat("]", depth); };
+    const auto nested = [](std::size_t depth) { return repeated(depth, "[") + repeated(depth, "]"); };
     EXPECT_EQ(failureOfText(nested(limit::jsonDepth)), "");
     EXPECT_NE(failureOfText(nested(limit::jsonDepth + 1)), "");
-    EXPECT_NE(failureOfText(repeat("[", 5'000'000)), "");
-    EXPECT_NE(failureOfText("[" + repeat("0,", limit::jsonElements) + "0]"), "");
-    EXPECT_NE(failureOfText("[" + repeat("{},", limit::jsonElements / 2) + "0]"), "");
+    EXPECT_NE(failureOfText(repeated(5'000'000, "[")), "");
+    EXPECT_NE(failureOfText("[" + repeated(limit::jsonElements, "0,") + "0]"), "");
+    EXPECT_NE(failureOfText("[" + repeated(limit::jsonElements / 2, "{},") + "0]"), "");
     // Brackets and commas within a text count nothing.
-    EXPECT_EQ(failureOfText("[\"\\\"" + repeat("[,", limit::jsonElements) + "\"]"), "");
+    EXPECT_EQ(failureOfText("[\"\\\"" + repeated(limit::jsonElements, "[,") + "\"]"), "");
     // They count again behind one that ends with a backslash.
     EXPECT_NE(failureOfText(R"(["\\\",)" + nested(limit::jsonDepth) + "]"), "");
-    EXPECT_NE(failureOfText(R"(["\\")" + repeat(",0", limit::jsonElements) + "]"), "");
+    EXPECT_NE(failureOfText(R"(["\\")" + repeated(limit::jsonElements, ",0") + "]"), "");
 }
 
 TEST(Json, ThreadsReadAtTheSameTime)

@@ -44,14 +44,6 @@ Target get(const Value& value)
     value >> target;
     return target;
 }
-
-std::string repeated(int count, const std::string& text)
-{
-    std::string result;
-    for (int i = 0; i < count; ++i)
-        result += text;
-    return result;
-}
 } // namespace
 
 TEST(Value, UntouchedDocumentIsWrittenAsItStood)

@@ -53,7 +53,6 @@ protected:
     void recordModules();
     void plainModules();
     void stabilisation();
-    void wideDynamicRange();
     void dewarp();
     void cameras();
     void registers();
@@ -73,6 +72,8 @@ inline void Commands::recordModules()
     each<Gc>("Gc", {{"V1", Gc::V1}, {"V2", Gc::V2}}, [](auto gc) { gc.config().enable(); });
     each<Hdr>("Hdr", {{"V1", Hdr::V1}, {"V1_2", Hdr::V1_2}, {"V2", Hdr::V2}, {"V2_LITE", Hdr::V2_LITE}},
               [](auto hdr) { hdr.config().enable().reset().status(); });
+    each<Wdr>("Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}},
+              [](auto wdr) { wdr.config().enable().reset().exposureStatus().tables(); });
     service<Awb>("Awb").config().enable().reset().status();
     service<Ca>("Ca").config().enable().tables();
     service<Cac>("Cac").enable().status();
@@ -90,38 +91,16 @@ inline void Commands::recordModules()
     service<Dehaze>("Dehaze").enable();
 }
 
+// Which key is which control's: the tests of the pages say that.
 inline void Commands::plainModules()
 {
     service<Af>("Af").config().enable().reads("availableGet", &Af::availableGet);
-    service<Bls>("Bls").config().configMeans("red green.r green.b blue",
-                                             [](const auto& c) { return numbers(c.red, c.greenR, c.greenB, c.blue); });
-    service<Cnr>("Cnr").config().enable().configMeans("tc1 tc2", [](const auto& c) { return numbers(c.tc1, c.tc2); });
-    service<Cnr2>("Cnr2").config().reset().configMeans(
-        "enable_y enable_c ySigma bit cnrStrength1 cnrStrength2 ynrStrength1 ynrStrength2 textureMask cSigmaLayer0 "
-        "cSigmaLayer1 cSigmaLayer2 cSigmaLayer3 cSigmaMerge0 cSigmaMerge1 cSigmaMerge2",
-        [](const auto& c)
-        {
-            return numbers(c.ynr_enable, c.cnr_enable, c.y_sigma, c.bit, c.cnr_strength1, c.cnr_strength2,
-                           c.ynr_strength1, c.ynr_strength2, c.texture_mask_select, c.c_sigma_layer[0],
-                           c.c_sigma_layer[1], c.c_sigma_layer[2], c.c_sigma_layer[3], c.c_sigma_merge[0],
-                           c.c_sigma_merge[1], c.c_sigma_merge[2]);
-        });
-    service<Dpf>("Dpf").config().enable().configMeans("adaptive div gradient min offset sigma.green sigma.red.blue",
-                                                      [](const auto& c)
-                                                      {
-                                                          return numbers(c.isAdaptive, c.divisionFactor, c.gradient,
-                                                                         c.minimumBound, c.offset, c.sigmaGreen,
-                                                                         c.sigmaRedBlue);
-                                                      });
+    service<Bls>("Bls").config();
+    service<Cnr>("Cnr").config().enable();
+    service<Cnr2>("Cnr2").config().reset();
+    service<Dpf>("Dpf").config().enable();
     service<Ee>("Ee").config().enable().reset().exposureStatus().tables();
-    service<Filter>("Filter")
-        .config()
-        .configMeans("auto denoise sharpen chrV chrH",
-                     [](const auto& c) { return numbers(c.isAuto, c.denoise, c.sharpen, c.chrV, c.chrH); })
-        .enable()
-        .reset()
-        .exposureStatus()
-        .tables();
+    service<Filter>("Filter").config().enable().reset().exposureStatus().tables();
     service<Lsc>("Lsc").config().status().both("enabelGet", &Lsc::enabelGet, "enableSet", &Lsc::enableSet);
     service<Simp>("Simp").config().enable();
 }
@@ -151,40 +130,6 @@ inline void Commands::stabilisation()
     EXPECT_EQ(status.offset.x, 1);
     EXPECT_EQ(status.offset.y, -2);
     board->answersClear();
-}
-
-inline void Commands::wideDynamicRange()
-{
-    each<Wdr>("Wdr", {{"V1", Wdr::V1}, {"V2", Wdr::V2}, {"V3", Wdr::V3}, {"V4", Wdr::V4}, {"V5", Wdr::V5}},
-              [](auto wdr) { wdr.config().enable().reset().exposureStatus().tables(); });
-    service<Wdr>("Wdr", "V3", Wdr::V3)
-        .configMeans("auto auto.level gain.max strength strength.global",
-                     [](const auto& c) {
-                         return numbers(c.v3.isAuto, c.v3.autoLevel, c.v3.gainMax, c.v3.strength, c.v3.strengthGlobal);
-                     });
-    service<Wdr>("Wdr", "V4", Wdr::V4)
-        .configMeans(
-            "auto auto.level strength strength.high strength.low strength.global contrast flat.strength flat.threshold",
-            [](const auto& c)
-            {
-                const auto& v = c.v4;
-                return numbers(v.isAuto, v.autoLevel, v.strength, v.strengthHigh, v.strengthLow, v.strengthGlobal,
-                               v.contrast, v.flatStrength, v.flatThreshold);
-            });
-    service<Wdr>("Wdr", "V5", Wdr::V5)
-        .configMeans("auto auto.level flat globalCureveMode strength strength.high strength.low contrast flat.level "
-                     "entropy.slope "
-                     "entropy.base flat.globalLevel fixedWeight gain.max gain.min degamma diff.high diff.low "
-                     "weight.log sat.range "
-                     "sat.threshold_upGain sat.threshold_downGain",
-                     [](const auto& c)
-                     {
-                         const auto& v = c.v5;
-                         return numbers(v.isAuto, v.autoLevel, v.isFlat, v.isGlobalCureve, v.strength, v.highStrength,
-                                        v.lowStrength, v.contrast, v.flatLevel, v.entropySlope, v.entropyBase,
-                                        v.flatLevelGlobal, v.fixedWeight, v.maxGain, v.minGain, v.degamma, v.diffHigh,
-                                        v.diffLow, v.logWeight, v.satRange, v.satThrGainUp, v.satThrGainDown);
-                     });
 }
 
 inline void Commands::dewarp()
@@ -298,7 +243,6 @@ inline void Commands::all()
     recordModules();
     plainModules();
     stabilisation();
-    wideDynamicRange();
     dewarp();
     cameras();
     registers();

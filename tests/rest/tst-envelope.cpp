@@ -71,22 +71,6 @@ TEST_F(EnvelopeTest, JudgesAnswers)
     }
 }
 
-TEST_F(EnvelopeTest, CommandBehindAFailureIsUnharmed)
-{
-    const std::pair<Fault, const char*> cases[]{
-        {{Fault::NotJson}, "25 bytes \"The board is out to lunch\""},
-        {{Fault::AnswerArray}, "JSON parse failed: the answer is no object but \"[]\""},
-        {{Fault::Close}, "Connection to 127.0.0.1"},
-    };
-    for (const auto& [fault, failure] : cases)
-    {
-        board->faultSet(fault);
-        EXPECT_TRUE(contains(preview(), failure)) << preview();
-        board->faultsClear();
-        EXPECT_EQ(preview(), "");
-    }
-}
-
 TEST_F(EnvelopeTest, NeedsAHolder)
 {
     auto other = std::move(holder);
@@ -124,16 +108,6 @@ TEST_F(EnvelopeTest, CallbackSeesBoardFailures)
     const auto completion = driverChange();
     EXPECT_EQ(completion.log, "");
     EXPECT_EQ(completion.jAnswer["error"], 0);
-}
-
-TEST_F(EnvelopeTest, CallbackSeesUnreadableAnswersAndNoBrokenConnections)
-{
-    board->faultSet({Fault::NotJson});
-    EXPECT_TRUE(contains(driverChange().jAnswer["message"].asString(), "JSON parse failed"));
-    board->faultSet({Fault::Close});
-    const auto completion = driverChange();
-    EXPECT_EQ(completion.count, 0);
-    EXPECT_EQ(completion.failure, "") << "nothing is reported to the caller";
 }
 
 TEST_F(EnvelopeTest, CallbackThatThrowsEndsAsFailureOfTheCall)

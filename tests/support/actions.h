@@ -1,7 +1,10 @@
 #pragma once
 
 #include <QAction>
+#include <QApplication>
+#include <QMenu>
 #include <QStringList>
+#include <QTimer>
 
 #include <stdexcept>
 
@@ -19,4 +22,25 @@ inline QAction* actionOf(const QList<QAction*>& actions, const QString& text)
     if (index < 0)
         throw std::logic_error("no action " + text.toStdString());
     return actions[index];
+}
+
+/// The entries of the menu that pops up while `fOpen` runs, none without one; the entry of that text is chosen.
+template <class Action>
+QStringList popup(const Action& fOpen, const QString& chosen = {})
+{
+    QStringList entries;
+    QTimer::singleShot(0,
+                       [&]
+                       {
+                           auto* pMenu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+                           if (!pMenu)
+                               return;
+                           entries = texts(pMenu->actions());
+                           if (entries.contains(chosen))
+                               actionOf(pMenu->actions(), chosen)->trigger();
+                           pMenu->close();
+                       });
+    fOpen();
+    QCoreApplication::processEvents();
+    return entries;
 }

@@ -1,6 +1,10 @@
 #pragma once
 
 #include "board-simulator/source/simulator.h"
+#include "tests/support/actions.h"
+#include "tests/support/command-id.h"
+#include "tests/support/files.h"
+#include "tests/support/modals.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/application.h"
 #include "tuning-client/source/chip/chips.h"
@@ -9,14 +13,6 @@
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-common/source/base64.h"
 #include "tuning-rest/source/record.h"
-
-#include <QDir>
-#include <QFile>
-#include <QLabel>
-#include <QStackedWidget>
-#include <QStatusBar>
-#include <QTimer>
-#include <gtest/gtest.h>
 
 #include <chrono>
 #include <cstring>
@@ -38,16 +34,22 @@ protected:
 
         QDir("chip").removeRecursively();
         chips.chips.clear();
-        QStringList names;
-        for (const auto& entry : CentralWidget::catalogue())
-            names.append(entry.name);
-        chipWrite("Full", names);
+        chipWrite("Full", names());
         config.setting.chipName = "Full";
     }
 
     ~BoardTest() override
     {
         EXPECT_EQ(Application::slipped(), slippedBefore) << "an exception passed no failure guard";
+    }
+
+    /// Of all pages.
+    static QStringList names()
+    {
+        QStringList list;
+        for (const auto& entry : CentralWidget::catalogue())
+            list.append(entry.name);
+        return list;
     }
 
     static void chipWrite(const QString& name, const QStringList& pages, int inputs = 2, int cores = 2)
@@ -116,6 +118,23 @@ protected:
         std::memcpy(&value, bytes.data(), sizeof value);
         return value;
     }
+
+    /// The bytes of a record, to be compared.
+    template <class Record>
+    static std::string bytes(const Record& value)
+    {
+        return {reinterpret_cast<const char*>(&value), sizeof value};
+    }
+
+    /// The board has that record, as if it had been sent.
+    template <class Record>
+    void recordSet(const char* className, const Record& value, int generation = 0, const char* key = "config")
+    {
+        board->recordSet(className, generation, bytes(value), key);
+    }
+
+    /// The board refuses that command from now on.
+    void refuse(int64_t id) { board->faultSet({board::Fault::Error, id, -1, 0, "not now"}); }
 
     /// The board answers with that record from now on.
     template <class Record>

@@ -42,6 +42,14 @@ inline bool contains(const std::string& text, const std::string& part) { return 
 
 inline bool startsWith(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
+inline std::string repeated(size_t count, const std::string& text)
+{
+    std::string result;
+    for (size_t i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
 class Stopwatch
 {
 public:

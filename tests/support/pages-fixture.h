@@ -3,13 +3,8 @@
 #include "tests/support/board-fixture.h"
 #include "tuning-rest/source/sensor.h"
 
-#include <QStringList>
-
-#include <cstring>
-#include <initializer_list>
 #include <set>
 #include <string>
-#include <utility>
 #include <vector>
 
 /// All pages of the catalogue, one after the other, against a board that holds still.
@@ -20,9 +15,8 @@ protected:
     {
         // Auto exposure and white balance off free the controls of the pages that tune by hand, and keep the exposure
         // still.
-        for (int generation : {0, 1})
-            run(4000104, {{"enable", false}, {"generation", generation}});
-        run(4000504, {{"enable", false}});
+        aeEnable(false);
+        boardSwitch("Awb::enableSet"_id, false);
         exposureSet();
         QFile file(QString::fromStdString(board->directory()) + "/3aconfig.json");
         EXPECT_TRUE(file.open(QIODevice::WriteOnly));
@@ -32,19 +26,9 @@ protected:
     /// An exposure that the controls can show to the last digit.
     void exposureSet()
     {
-        auto sensor = rest::recordZero<rest::Sensor::Config>();
-        const auto bytes = board->recordGet("Sensor", 0);
-        std::memcpy(&sensor, bytes.data(), sizeof sensor);
+        auto sensor = record<rest::Sensor::Config>("Sensor");
         sensor._long = {2, 0.02f};
-        run(80002, {{"config", t_common::Base64::encode(sensor)}});
-    }
-
-    void run(int64_t id, std::initializer_list<std::pair<const char*, Json::Value>> arguments)
-    {
-        Json::Value query;
-        for (const auto& [key, value] : arguments)
-            query[key] = value;
-        run(id, query);
+        recordSet("Sensor", sensor);
     }
 
     Json::Value run(int64_t id, Json::Value query)
@@ -54,14 +38,6 @@ protected:
         const auto answer = board->execute(query);
         EXPECT_EQ(answer["error"].asInt(), 0) << answer;
         return answer;
-    }
-
-    static QStringList names()
-    {
-        QStringList list;
-        for (const auto& entry : CentralWidget::catalogue())
-            list.append(entry.name);
-        return list;
     }
 
     /// A page that has been shown before, so that start-up timers and first reads are over.

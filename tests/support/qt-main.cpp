@@ -4,9 +4,6 @@
 #include "tuning-client/source/image/images.h"
 #include "tuning-client/source/skin.h"
 
-#include <QTest>
-#include <gtest/gtest.h>
-
 #include <memory>
 
 #ifdef __SANITIZE_ADDRESS__

@@ -1,5 +1,9 @@
 #pragma once
 
+#include <QtTest>
+#include <QtWidgets>
+#include <gtest/gtest.h>
+
 #include <functional>
 
 /// The one time limit of all waiting in tests, in milliseconds. Sanitizer builds get five times as much.

@@ -1,11 +1,7 @@
 #pragma once
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/modals.h"
 #include "tuning-rest/source/ae.h"
-
-#include <QAction>
-#include <QTimer>
 
 #include <stdexcept>
 
@@ -113,13 +109,6 @@ protected:
 
     /// The text in the status bar stays until the next one.
     bool isStatusLasting() const { return !pMainWindow->statusBar()->findChild<QTimer*>(); }
-
-    void preferencesOpen()
-    {
-        for (auto* pAction : pMainWindow->findChildren<QAction*>())
-            if (pAction->text() == "&Preferences")
-                pAction->trigger();
-    }
 
     QWidget* pEmpty;
 };

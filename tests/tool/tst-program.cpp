@@ -1,14 +1,12 @@
 #include "board-simulator/source/simulator.h"
 #include "board-wire/source/base64.h"
+#include "tests/support/command-id.h"
 #include "tests/tool/program.h"
 
 #include <algorithm>
 
 namespace
 {
-constexpr int wbConfigGet = 4003001;
-constexpr int wbConfigSet = 4003002;
-
 class Tool : public ScratchTest
 {
 protected:
@@ -100,7 +98,7 @@ TEST_F(Tool, RefusesBeforeAnythingIsSent)
     EXPECT_EQ(run("table set Ahdr long.json").code, 6);
     EXPECT_EQ(run("call Dewarp.configSet map=@missing").code, 6);
     EXPECT_EQ(run("set Wb.config wbGains.Red=1.5 --dry-run").code, 0);
-    EXPECT_EQ(board.count(wbConfigSet), 0u);
+    EXPECT_EQ(board.count("Wb::configSet"_id), 0u);
     EXPECT_EQ(board.requestCount(), 1u) << "the read of the dry run";
 }
 
@@ -113,15 +111,15 @@ TEST_F(Tool, TellsHowTheBoardAnswered)
         int code;
         std::string text;
     } cases[]{
-        {{Fault::Error, wbConfigGet, -1, 0, "too hot"}, 1, "Wb.configGet: too hot"},
-        {{Fault::ErrorBare, wbConfigGet}, 1, "without a reason"},
-        {{Fault::MessageControl, wbConfigGet}, 1, ""},
-        {{Fault::MessageLong, wbConfigGet}, 1, "..."},
-        {{Fault::Close, wbConfigGet}, 3, ""},
-        {{Fault::RecordShort, wbConfigGet}, 4, "60 bytes"},
-        {{Fault::WrongTypes, wbConfigGet}, 4, ""},
-        {{Fault::NotJson, wbConfigGet}, 4, "JSON"},
-        {{Fault::NotJson, wbConfigGet, -1, 0, "{}"}, 4, "config is missing"},
+        {{Fault::Error, "Wb::configGet"_id, -1, 0, "too hot"}, 1, "Wb.configGet: too hot"},
+        {{Fault::ErrorBare, "Wb::configGet"_id}, 1, "without a reason"},
+        {{Fault::MessageControl, "Wb::configGet"_id}, 1, ""},
+        {{Fault::MessageLong, "Wb::configGet"_id}, 1, "..."},
+        {{Fault::Close, "Wb::configGet"_id}, 3, ""},
+        {{Fault::RecordShort, "Wb::configGet"_id}, 4, "60 bytes"},
+        {{Fault::WrongTypes, "Wb::configGet"_id}, 4, ""},
+        {{Fault::NotJson, "Wb::configGet"_id}, 4, "JSON"},
+        {{Fault::NotJson, "Wb::configGet"_id, -1, 0, "{}"}, 4, "config is missing"},
     };
     for (const auto& [fault, code, text] : cases)
     {
@@ -133,14 +131,14 @@ TEST_F(Tool, TellsHowTheBoardAnswered)
         EXPECT_TRUE(std::none_of(failed.err.begin(), failed.err.end() - 1, [](unsigned char c) { return c < 0x20; }));
         EXPECT_EQ(failed.out, "");
     }
-    board.faultSet({Fault::NotJson, 4000505, 1, 0, R"({"error": 5, "message": "REST SIMULATE ON"})"});
+    board.faultSet({Fault::NotJson, "Awb::reset"_id, 1, 0, R"({"error": 5, "message": "REST SIMULATE ON"})"});
     EXPECT_EQ(run("call Awb.reset").code, 0) << "a board that only plays";
-    board.answerSet(20002, "ver\x7fsion", "1\x7f");
+    board.answerSet("Cli::versionGet"_id, "ver\x7fsion", "1\x7f");
     for (const auto* form : {"call Cli.versionGet", "call Cli.versionGet --json"})
         EXPECT_TRUE(contains(run(form).out, "ver?sion") && !contains(run(form).out, "\x7f")) << form;
-    board.faultSet({Fault::Delay, 80003, 1, 2200});
+    board.faultSet({Fault::Delay, "Sensor::driverChange"_id, 1, 2200});
     EXPECT_EQ(run("call Sensor.driverChange driver.file=sensor-tele.drv").code, 0) << "loading takes its time";
-    board.faultSet({Fault::Error, 10003, -1, 0, "no sensor"});
+    board.faultSet({Fault::Error, "Camera::capture"_id, -1, 0, "no sensor"});
     EXPECT_EQ(run("capture").code, 1);
     board.listenSet(false);
     EXPECT_EQ(run("get Wb.config").code, 3);
@@ -178,17 +176,17 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     board.faultsClear();
     for (const auto* name : {"../..", "a/.profile"})
     {
-        board.faultSet({board::Fault::HostileNames, 10003, 1, 0, name});
+        board.faultSet({board::Fault::HostileNames, "Camera::capture"_id, 1, 0, name});
         EXPECT_EQ(run("capture").code, 4);
     }
-    board.answerSet(50001, "file.list", Json::Value(Json::arrayValue));
+    board.answerSet("FileSystem::list"_id, "file.list", Json::Value(Json::arrayValue));
     EXPECT_EQ(run("file put table.json").code, 6) << "no such file";
     EXPECT_EQ(run("file put here/new.xml").code, 1) << "the board has not kept it";
     board.answersClear();
     EXPECT_EQ(run("file remove new.xml").code, 0);
     EXPECT_EQ(run("file get missing.xml").code, 1) << "a board's excuse is no file";
     // A picture takes longer than other commands may.
-    board.faultSet({board::Fault::Delay, 10003, 1, 2200});
+    board.faultSet({board::Fault::Delay, "Camera::capture"_id, 1, 2200});
     const auto pictures = run("capture --type RAW12 --frames 2 --lock ae,awb --directory here --json").json();
     ASSERT_EQ(pictures.size(), 2u);
     EXPECT_EQ(fileText(pictures[1].asString()).substr(0, 2), "P5");
@@ -199,7 +197,7 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     fileStore("table.json", t_common::JsonApp::toString(table, ""));
     EXPECT_EQ(run("table set Ahdr table.json").code, 0);
     EXPECT_TRUE(contains(run("table get Ahdr").out, "2     0.32  0.125")) << run("table get Ahdr").out;
-    board.answerSet(4000306, "table", table);
+    board.answerSet("Ahdr::tableGet"_id, "table", table);
     table["rows"].resize(3);
     fileStore("table.json", t_common::JsonApp::toString(table, ""));
     EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "the board keeps its own";
@@ -233,7 +231,7 @@ TEST_F(Tool, FindsItsBoard)
     board.requestsClear();
     for (const auto* line : {"file get chart.pgm", "capture", "register dump --sensor"})
         EXPECT_EQ(toolRun(words(line)).code, 3) << "no files on this line";
-    EXPECT_EQ(board.count(10003) + board.count(80004), 0u);
+    EXPECT_EQ(board.count("Camera::capture"_id) + board.count("Sensor::registerDump2File"_id), 0u);
     EXPECT_EQ(fileText(".tuning-client/preferences.json"), serial);
     EXPECT_EQ(toolRun(words("get Wb.config --port /dev/missing")).code, 3);
 }

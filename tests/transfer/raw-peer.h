@@ -1,6 +1,8 @@
 #pragma once
 
+#include "tests/support/outcome.h"
 #include "tests/support/raw-connection.h"
+#include "tuning-common/source/no-answer.h"
 
 #include <json/value.h>
 
@@ -11,6 +13,21 @@
 #include <stdexcept>
 #include <thread>
 #include <utility>
+
+/// The text of the failure, with "no answer: " in front where the exchange ended without one; empty for success.
+template <class Action>
+std::string endOf(Action action)
+{
+    bool isAnswered = false;
+    std::string text;
+    const auto silence = failureOf<t_common::NoAnswer>(
+        [&]
+        {
+            text = failureOf<std::runtime_error>(action);
+            isAnswered = true;
+        });
+    return isAnswered ? text : "no answer: " + silence;
+}
 
 /// The board's end of one connection.
 class PeerConnection : public RawConnection

@@ -1,5 +1,4 @@
 #include "tests/support/full-disk.h"
-#include "tests/support/outcome.h"
 #include "tests/support/scratch.h"
 #include "tests/transfer/raw-peer.h"
 #include "tuning-common/source/limits.h"
@@ -41,9 +40,9 @@ protected:
         return Client(jConfig);
     }
 
-    /// Downloads a path of a board with the given behaviour; gives the text of the failure.
+    /// Downloads a path of a board with the given behaviour; gives how it ends.
     std::string download(RawPeer::Script fScript, const std::string& path = "dir/new.xml",
-                         std::chrono::milliseconds idle = 5s)
+                         const t_transfer::Patience& patience = {5s, 5s})
     {
         const RawPeer peer(std::move(fScript));
         const Captured out;
@@ -51,7 +50,7 @@ protected:
         Json::Value jQuery;
         jQuery["path"] = path;
         jQuery["path.local"] = directory.string();
-        const auto failure = failureOf([&] { client(peer).fileDownload(jQuery, {idle, idle}); });
+        const auto failure = endOf([&] { client(peer).fileDownload(jQuery, patience); });
         printed = out.get();
         complained = err.get();
         return failure;
@@ -212,20 +211,40 @@ TEST_F(HttpFile, FullDiskIsAFailureAndKeepsTheOldFile)
 
 TEST_F(HttpFile, SilenceEndsATransferButSlownessDoesNot)
 {
-    const auto fSilent = [](PeerConnection& connection)
+    const auto fHalting = [](std::chrono::milliseconds before, std::chrono::milliseconds within)
     {
-        connection.request();
-        connection.send(tenAnnounced + "part");
-        connection.silence();
+        return [=](PeerConnection& connection)
+        {
+            connection.request();
+            std::this_thread::sleep_for(before);
+            connection.send(tenAnnounced + "01234");
+            std::this_thread::sleep_for(within);
+            connection.send("56789");
+        };
     };
-    EXPECT_TRUE(contains(download(fSilent, "new.xml", 200ms), "failed: nothing has moved"));
-    const auto fSlow = [](PeerConnection& connection)
+    const struct
     {
-        connection.request();
-        connection.drip(tenAnnounced + "0123456789", 10ms);
+        const char* pName;
+        t_transfer::Patience patience;
+        RawPeer::Script fScript;
+        const char* pFailure;
+    } cases[] = {
+        {"silent", {150ms, 20s}, [](PeerConnection& c) { c.silence(); }, "no answer: "},
+        {"begun", {20s, 150ms}, [](PeerConnection& c) { c.request(), c.send(okHead), c.silence(); }, "no answer: "},
+        {"late", {20s, 150ms}, fHalting(400ms, 0ms), ""},
+        {"halting", {1s, 20s}, fHalting(0ms, 1300ms), ""},
+        {"slow", {200ms, 200ms}, [](PeerConnection& c) { c.request(), c.drip(tenAnnounced + "0123456789", 10ms); }, ""},
+        {"user's", {}, fHalting(2300ms, 0ms), ""},
     };
-    EXPECT_EQ(download(fSlow, "new.xml", 200ms), "");
-    EXPECT_EQ(fileText(directory / "new.xml"), "0123456789\n");
+    for (const auto& c : cases)
+    {
+        const Stopwatch stopwatch;
+        const auto failure = download(c.fScript, c.pName, c.patience);
+        EXPECT_EQ(failure.substr(0, 11), c.pFailure) << c.pName << ": " << failure;
+        EXPECT_TRUE(failure.empty() || contains(failure, "failed: nothing has moved")) << failure;
+        EXPECT_EQ(fileText(directory / c.pName), failure.empty() ? "0123456789\n" : "");
+        EXPECT_LT(stopwatch.seconds(), 10) << c.pName;
+    }
 }
 
 TEST_F(HttpFile, FailureOfAnUploadIsToldOnStandardError)

@@ -91,12 +91,11 @@ Corners Run::cornersFind(const Image& image)
     if (pixels == 0 || image.grey.size() != pixels)
         throw std::runtime_error("no picture: " + sidesText(image.width, image.height) + " in " +
                                  std::to_string(image.grey.size()) + " bytes");
-    if (size.empty())
-        size = {image.width, image.height};
-    if (size != cv::Size(image.width, image.height))
+    const cv::Size imageSize(image.width, image.height);
+    if (!size.empty() && size != imageSize)
         throw std::runtime_error("size " + sidesText(image.width, image.height) + " differs from " +
                                  sidesText(size.width, size.height));
-    cv::Mat grey(size, CV_8U, const_cast<uint8_t*>(image.grey.data()));
+    cv::Mat grey(imageSize, CV_8U, const_cast<uint8_t*>(image.grey.data()));
     if (parameters.isFlipVertical)
     {
         cv::Mat flipped;
@@ -106,6 +105,8 @@ Corners Run::cornersFind(const Image& image)
     auto corners = patternFind(grey, parameters);
     if (corners.empty())
         throw std::runtime_error("no pattern found");
+    // Not before: a stray picture must not decide for the others.
+    size = imageSize;
     return corners;
 }
 

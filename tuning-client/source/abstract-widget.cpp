@@ -1,7 +1,9 @@
 #include "tuning-client/source/abstract-widget.h"
 
 #include "tuning-client/source/config/config.h"
+#include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/main-window.h"
+#include "tuning-client/source/shortcut/changed-rows.h"
 #include "tuning-client/source/shortcut/columns.h"
 #include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-client/source/shortcut/paint-now.h"
@@ -147,14 +149,23 @@ void AbstractWidget::ledShow(bool isOn)
         statusBarLabelLed(isOn, words);
 }
 
-/// The page that this one stands in, if any.
-AbstractWidget* AbstractWidget::frame() const
+AbstractWidget* AbstractWidget::around(const QWidget* pWidget)
 {
-    for (auto* pParent = parentWidget(); pParent; pParent = pParent->parentWidget())
-        if (auto* pFrame = qobject_cast<AbstractWidget*>(pParent))
-            return pFrame;
+    for (auto* pParent = pWidget->parentWidget(); pParent; pParent = pParent->parentWidget())
+        if (auto* pPage = qobject_cast<AbstractWidget*>(pParent))
+            return pPage;
     return nullptr;
 }
+
+AbstractWidget* AbstractWidget::readerOf(const QWidget* pControl)
+{
+    auto* pPage = around(pControl);
+    while (pPage && pPage->role == Role::Part && pPage->frame())
+        pPage = pPage->frame();
+    return pPage;
+}
+
+AbstractWidget* AbstractWidget::frame() const { return around(this); }
 
 QVector<AbstractWidget*> AbstractWidget::innerPages() const
 {
@@ -257,6 +268,9 @@ void AbstractWidget::readStatus()
     const QScopedValueRollback<bool> reading(isReading, true);
     ++reads;
     isSilent = false;
+    if (!isRead())
+        for (auto* pRow : shortcut::rowsReadBy(this))
+            pRow->firstValueForget();
     const bool wasStale = std::exchange(isStale, true);
     // The text of a failure that is over must not stay.
     if (wasStale)

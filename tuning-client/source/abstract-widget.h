@@ -61,6 +61,12 @@ public:
     AbstractWidget(QWidget* pParent, const QString& name, bool isSetupUi = false, Role role = Role::Page);
     ~AbstractWidget() override;
 
+    /// The page that a control or a page stands in, null for none.
+    static AbstractWidget* around(const QWidget* pWidget);
+
+    /// The page that reads what a control shows; a part leaves that to its frame.
+    static AbstractWidget* readerOf(const QWidget* pControl);
+
     MainWindow* mainWindow() const;
 
     /// Throws t_common::LogicError when there is none.

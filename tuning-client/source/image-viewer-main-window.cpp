@@ -1,6 +1,8 @@
 #include "tuning-client/source/image-viewer-main-window.h"
 
+#include "tuning-client/source/control/measure-dock.h"
 #include "tuning-client/source/control/picture-label.h"
+#include "tuning-client/source/control/picture-scroll-area.h"
 #include "tuning-client/source/shortcut/message-box.h"
 #include "tuning-client/source/shortcut/wait-cursor.h"
 
@@ -10,23 +12,44 @@
 #include <QFileInfo>
 #include <QLabel>
 #include <QMenuBar>
-#include <QScrollArea>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTextDocument>
 
 namespace
 {
+constexpr double zoomStepIn = 1.25;
+constexpr double zoomStepOut = 0.8;
 constexpr double zoomMaximum = 3.0;
 constexpr double zoomMinimum = 0.333;
 // A message hides what the status bar tells of the pixel under the mouse.
 constexpr int messageMs = 10000;
 constexpr int fileNameLength = 40;
 
+QString hint()
+{
+    return ImageViewerMainWindow::tr("Drag with the left button, or the arrow keys: move the picture\n"
+                                     "Ctrl+wheel: zoom at the pointer; Ctrl++ and Ctrl+-: at the middle\n"
+                                     "Drag with the right button: measure a rectangle; Esc removes it\n"
+                                     "Right click, or the menu key: measure without the mouse, the sensor's pattern, "
+                                     "link to another viewer\n"
+                                     "Space: the linked viewer, at the same place of picture and screen");
+}
+
 QString percent(int shown, int whole) { return QString::number(qRound(100.0 * shown / whole)) + " %"; }
 } // namespace
 
 ImageViewerMainWindow::ImageViewerMainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(parent, flags)
+{
+    createPicture();
+    createActions();
+    createMenus();
+    createStatusBar();
+    setWindowTitle(tr("Image Viewer"));
+    resize(1000, 800);
+}
+
+void ImageViewerMainWindow::createPicture()
 {
     imageLabel = new PictureLabel;
     imageLabel->setBackgroundRole(QPalette::Base);
@@ -34,19 +57,25 @@ ImageViewerMainWindow::ImageViewerMainWindow(QWidget* parent, Qt::WindowFlags fl
     imageLabel->setScaledContents(true);
     imageLabel->setAccessibleName(tr("Picture"));
 
-    scrollArea = new QScrollArea;
+    scrollArea = new PictureScrollArea;
     scrollArea->setBackgroundRole(QPalette::Dark);
     scrollArea->setWidget(imageLabel);
     setCentralWidget(scrollArea);
 
-    createActions();
-    createMenus();
-    createStatusBar();
+    pDock = new MeasureDock(this);
+    pDock->hide();
+    addDockWidget(Qt::BottomDockWidgetArea, pDock);
+
     connect(imageLabel, &PictureLabel::pointed, this, &ImageViewerMainWindow::pixelShow);
-    connect(imageLabel, &PictureLabel::left, pLabelPixel, &QLabel::clear);
+    connect(imageLabel, &PictureLabel::left, this, [this] { pLabelPixel->clear(); });
     connect(imageLabel, &PictureLabel::resized, this, &ImageViewerMainWindow::sizeShow);
-    setWindowTitle(tr("Image Viewer"));
-    resize(1000, 800);
+    connect(imageLabel, &PictureLabel::dragged, scrollArea, &PictureScrollArea::moveBy);
+    connect(imageLabel, &PictureLabel::menuRequested, this, &ImageViewerMainWindow::menuShow);
+    connect(imageLabel, &PictureLabel::rectangleChanged, this, &ImageViewerMainWindow::rectangleShow);
+    connect(pDock, &MeasureDock::closed, imageLabel, [this] { imageLabel->setRectangle({}); });
+    connect(scrollArea, &PictureScrollArea::zoomRequested, this, &ImageViewerMainWindow::zoomAt);
+    for (auto* pBar : {scrollArea->horizontalScrollBar(), scrollArea->verticalScrollBar()})
+        connect(pBar, &QScrollBar::valueChanged, this, &ImageViewerMainWindow::partnerLead);
 }
 
 void ImageViewerMainWindow::createActions()
@@ -97,7 +126,14 @@ void ImageViewerMainWindow::createStatusBar()
     pLabelFile = labelMake("File");
     pLabelZoom = labelMake("Zoom");
     pLabelSize = labelMake("Size");
+    pLabelLink = labelMake("Link");
+    auto* pLabelHint = labelMake("Mouse and Keys");
+    pLabelHint->setText("?");
+    pLabelHint->setToolTip(hint());
+    imageLabel->setAccessibleDescription(hint());
     statusBar()->addWidget(pLabelPixel, 1);
+    statusBar()->addPermanentWidget(pLabelHint);
+    statusBar()->addPermanentWidget(pLabelLink);
     statusBar()->addPermanentWidget(pLabelFile);
     statusBar()->addPermanentWidget(pLabelZoom);
     statusBar()->addPermanentWidget(pLabelSize);
@@ -128,6 +164,7 @@ bool ImageViewerMainWindow::fileShow(const QString& fileName)
         const Picture newPicture(fileName);
         if (!newPicture.isNull())
         {
+            mosaicNames = mosaic::isRawCapture(fileName) ? mosaic::channels(mosaic::Pattern::Sum) : QStringList();
             pictureShow(newPicture);
             fileNameShow(fileName);
             return true;
@@ -139,6 +176,7 @@ bool ImageViewerMainWindow::fileShow(const QString& fileName)
 
 void ImageViewerMainWindow::pictureShow(const Picture& newPicture)
 {
+    imageLabel->setRectangle({});
     picture = newPicture;
     imageLabel->setPixmap(QPixmap::fromImage(picture.imageGet()));
     pLabelPixel->clear();
@@ -146,6 +184,7 @@ void ImageViewerMainWindow::pictureShow(const Picture& newPicture)
     if (!fitToWindowAct->isChecked())
         imageLabel->adjustSize();
     sizeShow();
+    partnerLead();
 }
 
 void ImageViewerMainWindow::fileNameShow(const QString& fileName)
@@ -154,6 +193,8 @@ void ImageViewerMainWindow::fileNameShow(const QString& fileName)
     const int width = fileNameLength * metrics.averageCharWidth();
     pLabelFile->setText(metrics.elidedText(QFileInfo(fileName).fileName(), Qt::ElideMiddle, width));
     pLabelFile->setToolTip(fileName.isEmpty() ? QString() : Qt::convertFromPlainText(fileName));
+    if (pPartner)
+        pPartner->linkShow();
 }
 
 void ImageViewerMainWindow::saveAs()
@@ -181,14 +222,15 @@ void ImageViewerMainWindow::saveAs()
 
 void ImageViewerMainWindow::exit() { close(); }
 
-void ImageViewerMainWindow::zoomIn() { scaleImage(1.25); }
+void ImageViewerMainWindow::zoomIn() { scaleImage(zoomStepIn); }
 
-void ImageViewerMainWindow::zoomOut() { scaleImage(0.8); }
+void ImageViewerMainWindow::zoomOut() { scaleImage(zoomStepOut); }
 
 void ImageViewerMainWindow::normalSize()
 {
     imageLabel->adjustSize();
     scaleFactor = 1.0;
+    partnerLead();
 }
 
 void ImageViewerMainWindow::fitToWindow()
@@ -198,6 +240,7 @@ void ImageViewerMainWindow::fitToWindow()
     if (!fitToWindowAct->isChecked())
         normalSize();
     updateActions();
+    partnerLead();
 }
 
 void ImageViewerMainWindow::updateActions()
@@ -212,6 +255,22 @@ void ImageViewerMainWindow::scaleImage(double factor)
     imageLabel->resize(scaleFactor * picture.imageGet().size());
     adjustScrollBar(scrollArea->horizontalScrollBar(), factor);
     adjustScrollBar(scrollArea->verticalScrollBar(), factor);
+    zoomLimit();
+    partnerLead();
+}
+
+void ImageViewerMainWindow::zoomAt(bool isIn, const QPoint& position)
+{
+    if (!(isIn ? zoomInAct : zoomOutAct)->isEnabled())
+        return;
+    scaleFactor *= isIn ? zoomStepIn : zoomStepOut;
+    scrollArea->resizeAt(position, scaleFactor * picture.imageGet().size());
+    zoomLimit();
+    partnerLead();
+}
+
+void ImageViewerMainWindow::zoomLimit()
+{
     zoomInAct->setEnabled(scaleFactor < zoomMaximum);
     zoomOutAct->setEnabled(scaleFactor > zoomMinimum);
 }
@@ -225,10 +284,13 @@ void ImageViewerMainWindow::adjustScrollBar(QScrollBar* scrollBar, double factor
 void ImageViewerMainWindow::pixelShow(const QPoint& pixel)
 {
     const QColor colour = picture.imageGet().pixelColor(pixel);
-    pLabelPixel->setText(QString("x %1  y %2   Raw %3   RGB %4 %5 %6")
+    const bool isMosaic = picture.isGrey() && !mosaicNames.isEmpty();
+    const auto channel = isMosaic ? " (" + mosaicNames[pixel.y() % 2 * 2 + pixel.x() % 2] + ")" : QString();
+    pLabelPixel->setText(QString("x %1  y %2   Raw %3%4   RGB %5 %6 %7")
                              .arg(pixel.x())
                              .arg(pixel.y())
                              .arg(picture.samplesText(pixel))
+                             .arg(channel)
                              .arg(colour.red())
                              .arg(colour.green())
                              .arg(colour.blue()));
@@ -254,6 +316,8 @@ void ImageViewerMainWindow::sizeShow()
 void ImageViewerMainWindow::closeEvent(QCloseEvent* pEvent)
 {
     QMainWindow::closeEvent(pEvent);
+    unlink();
+    imageLabel->setRectangle({});
     picture = Picture();
     imageLabel->clear();
     fileNameShow({});

@@ -1,17 +1,20 @@
 #pragma once
 
+#include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/picture.h"
 
 #include <QDir>
 #include <QMainWindow>
+#include <QPointer>
 
 class QLabel;
-class QScrollArea;
 class QScrollBar;
+class MeasureDock;
 class PictureLabel;
+class PictureScrollArea;
 
-/// Shows one picture file, with zoom; the status bar tells the file and the pixel under the mouse. Closed, it keeps no
-/// picture.
+/// Shows one picture file, with zoom; the status bar tells the file and the pixel under the mouse, a dock the figures
+/// of a rectangle. Two viewers that are linked show the same place at the same zoom. Closed, it keeps no picture.
 class ImageViewerMainWindow : public QMainWindow
 {
     Q_OBJECT
@@ -21,6 +24,9 @@ public:
 
     /// Shows the newest file of `dir`.
     void open(QDir dir);
+
+    /// Tells the pattern of the sensor that took the picture of that file; without effect once another file is shown.
+    void patternSet(const QString& fileName, mosaic::Pattern pattern);
 
 public slots:
     void slotOpen();
@@ -36,23 +42,42 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* pEvent) override;
+    void contextMenuEvent(QContextMenuEvent* pEvent) override;
+    void keyPressEvent(QKeyEvent* pEvent) override;
 
 private:
     void createActions();
     void createMenus();
     void createStatusBar();
+    void createPicture();
     void updateActions();
     bool fileShow(const QString& fileName);
     void pictureShow(const Picture& newPicture);
     void fileNameShow(const QString& fileName);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
+    void rectangleShow();
+    void figuresShow();
+    void channelsSet(const QStringList& names);
+    void menuShow(const QPoint& globalPosition);
+    void measureMenuAdd(QMenu& menu);
+    void patternMenuAdd(QMenu& menu);
+    void linkMenuAdd(QMenu& menu);
+    /// Lets both follow each other, and no others any more. The other one comes to this one's place.
+    void link(ImageViewerMainWindow& other);
+    void unlink();
+    void linkShow();
+    void partnerLead();
+    void partnerFollow();
+    void partnerRaise();
+    void zoomAt(bool isIn, const QPoint& position);
+    void zoomLimit();
     void windowRelease(); ///< the native window, with all that it has painted
     void scaleImage(double factor);
     void adjustScrollBar(QScrollBar* scrollBar, double factor);
 
     PictureLabel* imageLabel = nullptr;
-    QScrollArea* scrollArea = nullptr;
+    PictureScrollArea* scrollArea = nullptr;
     double scaleFactor = 1.0;
     QAction* openAct = nullptr;
     QAction* saveAsAct = nullptr;
@@ -69,4 +94,9 @@ private:
     QLabel* pLabelFile = nullptr;
     QLabel* pLabelZoom = nullptr;
     QLabel* pLabelSize = nullptr;
+    QLabel* pLabelLink = nullptr;
+    MeasureDock* pDock = nullptr;
+    QStringList mosaicNames; ///< of the four places in a cell; empty for a picture that is no mosaic
+    QPointer<ImageViewerMainWindow> pPartner;
+    bool isFollowing = false; ///< what changes is the partner's doing
 };

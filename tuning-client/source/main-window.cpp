@@ -5,7 +5,9 @@
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/console-widget.h"
 #include "tuning-client/source/file/capture.h"
+#include "tuning-client/source/finder.h"
 #include "tuning-client/source/image-viewer-main-window.h"
+#include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/module/template-tree-model.h"
@@ -54,6 +56,7 @@ MainWindow::MainWindow(QWidget* parent, Qt::WindowFlags flags) : QMainWindow(par
     connect(&chips, &Chips::chipChanged, this, &MainWindow::chipRebuild);
     menusBuild();
     toolBarBuild();
+    new Finder(this, pTreeViewFeature);
     connect(this, &MainWindow::captured, this, &MainWindow::showImage);
     connect(statusBar(), &QStatusBar::messageChanged, this, &MainWindow::statusBarColour);
     statusBarBuild();
@@ -289,6 +292,11 @@ void MainWindow::showImage(QString fileName)
                           auto* pViewer = new ImageViewerMainWindow(this);
                           pViewer->show();
                           pViewer->open(QFileInfo(fileName).dir());
+                          if (!mosaic::isRawCapture(fileName))
+                              return;
+                          rest::Sensor::Config sensor;
+                          rest::Sensor().configGet(sensor);
+                          pViewer->patternSet(fileName, sensor.bayerPattern);
                       });
 }
 

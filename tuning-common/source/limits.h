@@ -52,9 +52,9 @@ constexpr std::size_t configFile = 4 * MiB; // the program's own files have a fe
 constexpr int windowSide = 16384;           // of a stored window size; a larger one has no painting surface
 
 // Pictures
-constexpr std::uint64_t picture = 512 * MiB; // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
+constexpr std::uint64_t picture = 512 * MiB;   // decoded, 4 bytes a pixel; the largest sensors have a quarter of it
 constexpr std::uint32_t dewarpMapSide = 16384; // of a map of the user's; its grid then has 4 MiB
-constexpr std::uint32_t yuvSide = 32767;     // the conversion counts in 16 bits, and QPainter draws no wider
+constexpr std::uint32_t yuvSide = 32767;       // the conversion counts in 16 bits, and QPainter draws no wider
 
 // Calibration of lenses
 constexpr std::size_t yamlFile = 4 * MiB; // with all points of a hundred pictures it has less than 1 MiB

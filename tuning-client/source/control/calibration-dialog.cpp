@@ -93,6 +93,9 @@ void CalibrationDialog::run()
 void CalibrationDialog::end()
 {
     thread.join();
+    // A "Cancel" behind the last picture's end came too late for the run, but not for the user.
+    if (isCancelled && failureText.isEmpty())
+        failureText = tr("Calibration cancelled");
     accept();
 }
 

@@ -11,8 +11,6 @@ constexpr int columns = 16;
 constexpr int rows = 9;
 constexpr int pieces = 64;     ///< of a line, so that it bends
 constexpr double margin = 0.1; ///< of the view, for what lies outside the frame
-
-bool isFinite(const QPointF& point) { return std::isfinite(point.x()) && std::isfinite(point.y()); }
 } // namespace
 
 GridView::GridView(const QString& accessibleName)
@@ -56,9 +54,8 @@ void GridView::gridDraw(QPainter& painter, const Model& draw) const
         for (int i = 0; i <= pieces; ++i)
         {
             const auto point = draw(from + (to - from) * i / pieces);
-            // What lies far outside is no line to draw, and its numbers are too large for the painter.
-            if (isFinite(point) && std::abs(point.x()) < 4.0 * frame.width() &&
-                std::abs(point.y()) < 4.0 * frame.height())
+            // What lies far outside or is not finite is no line to draw: the painter can't take such numbers.
+            if (std::abs(point.x()) < 4.0 * frame.width() && std::abs(point.y()) < 4.0 * frame.height())
                 line.append(point);
             else
             {

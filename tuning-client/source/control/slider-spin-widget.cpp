@@ -1,8 +1,10 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 
+#include "tuning-client/source/abstract-widget.h"
 #include "tuning-client/source/control/held-change.h"
 #include "tuning-client/source/control/row-names.h"
 #include "tuning-client/source/control/spin-box.h"
+#include "tuning-client/source/shortcut/changed-rows.h"
 
 #include <QClipboard>
 #include <QDoubleSpinBox>
@@ -16,9 +18,30 @@
 #include <cmath>
 #include <stdexcept>
 
+namespace
+{
+/// Has room for its text in bold, so that a row which becomes bold does not move.
+class RowLabel : public QLabel
+{
+public:
+    using QLabel::QLabel;
+
+    QSize sizeHint() const override { return widened(QLabel::sizeHint()); }
+    QSize minimumSizeHint() const override { return widened(QLabel::minimumSizeHint()); }
+
+private:
+    QSize widened(const QSize& size) const
+    {
+        auto bold = font();
+        bold.setBold(true);
+        return {qMax(size.width(), QFontMetrics(bold).size(0, text()).width()), size.height()};
+    }
+};
+} // namespace
+
 SliderSpinWidget::SliderSpinWidget(const QString& title, QWidget* pParent)
     : QWidget(pParent),
-      pLabel(new QLabel(this)),
+      pLabel(new RowLabel(this)),
       pSlider(new QSlider(Qt::Horizontal, this)),
       pDoubleSpinBox(new QDoubleSpinBox(this)),
       pHeldChange(new HeldChange(this))
@@ -115,9 +138,41 @@ double SliderSpinWidget::value() const { return pDoubleSpinBox->value(); }
 
 void SliderSpinWidget::readValueSet(double value)
 {
+    if (!firstValue)
+        firstValue = QString::number(value, 'f', pDoubleSpinBox->decimals()).toDouble();
     if (readValue == value)
         return;
     readValue = value;
+    toolTipUpdate();
+}
+
+void SliderSpinWidget::firstValueForget()
+{
+    firstValue.reset();
+    changeShow();
+}
+
+bool SliderSpinWidget::isChanged() const { return firstValue && value() != firstHeld(); }
+
+void SliderSpinWidget::firstValueRestore()
+{
+    if (firstValue)
+        setValue(*firstValue);
+}
+
+/// The range may have become another one since, and a value may have been outside of it.
+double SliderSpinWidget::firstHeld() const
+{
+    return qBound(pDoubleSpinBox->minimum(), *firstValue, pDoubleSpinBox->maximum());
+}
+
+void SliderSpinWidget::changeShow()
+{
+    if (pLabel->font().bold() == isChanged())
+        return;
+    QFont font; // All else is inherited.
+    font.setBold(isChanged());
+    pLabel->setFont(isChanged() ? font : QFont());
     toolTipUpdate();
 }
 
@@ -143,6 +198,7 @@ void SliderSpinWidget::fromSlider(int position)
         const double smax = pSlider->maximum();
         setValue(lo + ((position - smin) / (smax - smin)) * (hi - lo));
     }
+    changeShow();
     pHeldChange->changed();
 }
 
@@ -161,9 +217,14 @@ void SliderSpinWidget::sliderFollow()
     const int smax = pSlider->maximum();
     const double way = (smax - smin) * (value() - lo) / (hi - lo);
     pSlider->setValue(smin + (std::isfinite(way) ? int(std::trunc(way)) : 0));
+    changeShow();
 }
 
-void SliderSpinWidget::toolTipUpdate() { setToolTip(valueTip(*pDoubleSpinBox, readValue)); }
+void SliderSpinWidget::toolTipUpdate()
+{
+    const auto tip = valueTip(*pDoubleSpinBox, readValue);
+    setToolTip(isChanged() ? tip + tr("\nBold name: first read as %1").arg(text(firstHeld())) : tip);
+}
 
 void SliderSpinWidget::contextMenuShow(const QPoint& position)
 {
@@ -174,6 +235,12 @@ void SliderSpinWidget::contextMenuShow(const QPoint& position)
             menu.addAction(tr("Back to %1 as read").arg(text(*readValue)), this, [this] { setValue(*readValue); });
         pBack->setEnabled(pDoubleSpinBox->isEnabled());
     }
+    if (isChanged() && pDoubleSpinBox->isEnabled())
+        menu.addAction(tr("Back to %1 as first read").arg(text(firstHeld())), this,
+                       &SliderSpinWidget::firstValueRestore);
+    auto* pPage = shortcut::pageAround(this);
+    if (pPage && !shortcut::changedRows(pPage).isEmpty())
+        menu.addAction(tr("Back to the page as first read"), pPage, [pPage] { shortcut::changedRowsRestore(pPage); });
     menu.addAction(tr("Copy value"), this, [this] { QGuiApplication::clipboard()->setText(text(value())); });
     menu.exec(pLabel->mapToGlobal(position));
 }

@@ -11,7 +11,7 @@ class QLabel;
 class QSlider;
 
 /// The row of nearly every page: a label, a slider and a spin box that show one value. The spin box is the master; the
-/// slider has 100 positions whatever the range.
+/// slider has 100 positions whatever the range. The label is bold while the value is not the one that was read first.
 class SliderSpinWidget : public QWidget
 {
     Q_OBJECT
@@ -40,6 +40,15 @@ public:
     /// Remembers `value` as what the board reported, for the tool tip and the label's menu.
     void readValueSet(double value);
 
+    /// A first read begins: the next value that the board reports is the first one.
+    void firstValueForget();
+
+    /// Whether the value is another one than the board reported first.
+    bool isChanged() const;
+
+    /// Sets the value that the board reported first, as if the user did.
+    void firstValueRestore();
+
     /// Sets the value in bold, or back: for a change that is to be seen though the user did not make it.
     void valueStress(bool isStressed);
 
@@ -56,6 +65,8 @@ private:
     void fromSpinBox();
     void sliderFollow();
     void toolTipUpdate();
+    void changeShow();
+    double firstHeld() const;
     void contextMenuShow(const QPoint& position);
     QString text(double value) const;
 
@@ -64,4 +75,5 @@ private:
     QDoubleSpinBox* pDoubleSpinBox;
     HeldChange* pHeldChange;
     std::optional<double> readValue;
+    std::optional<double> firstValue; ///< rounded as the box shows it
 };

@@ -84,6 +84,12 @@ int Netpbm::sample(int x, int y, int channel) const
     return sampleSize == 1 ? *pSample : pSample[0] << 8 | pSample[1];
 }
 
+SampleGrid Netpbm::samples() const
+{
+    return {sampleAt(0), qint64(width) * channels * sampleSize, channels, channels,
+            sampleSize == 1 ? SampleGrid::Bytes : SampleGrid::WordsOfFile};
+}
+
 QImage Netpbm::imageGet() const
 {
     // Samples above the maximum, which a file may have all the same, are white.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tuning-client/source/image/samples.h"
+
 #include <QByteArray>
 #include <QImage>
 
@@ -16,6 +18,9 @@ public:
 
     /// The sample of a pixel inside the picture, 0 to 65535.
     int sample(int x, int y, int channel) const;
+
+    /// All samples, valid as long as this object.
+    SampleGrid samples() const;
 
     /// The picture as it is shown, in Format_RGB32.
     QImage imageGet() const;

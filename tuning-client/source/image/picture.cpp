@@ -49,8 +49,29 @@ QString Picture::samplesText(const QPoint& pixel) const
         return QString::number(netpbm->sample(x, y, 0));
     const auto colour = image.pixelColor(x, y);
     const auto wide = colour.rgba64();
-    if (image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_Grayscale16)
+    if (isGrey())
         return QString::number(hasWideSamples(image) ? wide.red() : colour.red());
     return hasWideSamples(image) ? tripleText(wide.red(), wide.green(), wide.blue())
                                  : tripleText(colour.red(), colour.green(), colour.blue());
+}
+
+bool Picture::isGrey() const
+{
+    return netpbm ? !netpbm->isColour()
+                  : image.format() == QImage::Format_Grayscale8 || image.format() == QImage::Format_Grayscale16;
+}
+
+std::vector<ChannelStatistics> Picture::statistics(const QRect& part, bool isMosaic) const
+{
+    if (netpbm)
+        return statisticsGet(netpbm->samples(), part, isMosaic);
+    if (isGrey())
+        return statisticsGet({image.constBits(), image.bytesPerLine(), 1, 1,
+                              hasWideSamples(image) ? SampleGrid::Words : SampleGrid::Bytes},
+                             part, isMosaic);
+    // These have one order of samples on every machine, and colours that their transparency leaves alone.
+    const bool isWide = hasWideSamples(image);
+    const auto copy = image.copy(part).convertToFormat(isWide ? QImage::Format_RGBA64 : QImage::Format_RGBA8888);
+    return statisticsGet({copy.constBits(), copy.bytesPerLine(), 4, 3, isWide ? SampleGrid::Words : SampleGrid::Bytes},
+                         copy.rect(), false);
 }

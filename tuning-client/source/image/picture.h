@@ -20,6 +20,12 @@ public:
     /// The samples of a pixel inside the picture: one of a grey picture, three of a coloured one, in up to 16 bits.
     QString samplesText(const QPoint& pixel) const;
 
+    /// Whether a pixel has one sample, not three.
+    bool isGrey() const;
+
+    /// The statistics of a part inside the picture; only a grey picture can be a mosaic.
+    std::vector<ChannelStatistics> statistics(const QRect& part, bool isMosaic) const;
+
 private:
     QImage image;
     std::optional<Netpbm> netpbm;

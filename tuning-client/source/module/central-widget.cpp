@@ -163,8 +163,11 @@ CentralWidget::CentralWidget(QWidget* parent)
         const auto entry =
             std::find_if(catalogue().begin(), catalogue().end(),
                          [&](const Entry& candidate) { return page.name == QLatin1String(candidate.name); });
-        if (entry != catalogue().end())
-            pStackedWidget->addWidget(entry->fMake(page.name));
+        if (entry == catalogue().end())
+            continue;
+        auto* pPage = entry->fMake(page.name);
+        pPage->setAccessibleName(page.name);
+        pStackedWidget->addWidget(pPage);
     }
 }
 

@@ -39,5 +39,5 @@ public:
     /// Shows the page at `index` of the stack.
     void setCurrentIndex(int index);
 
-    QStackedWidget* pStackedWidget;
+    QStackedWidget* pStackedWidget; ///< each page has its catalogue name as accessible name
 };

@@ -209,7 +209,7 @@ void DewarpCalibrationWidget::reportShow(const CalibrationDialog& dialog, const 
         for (int column = 0; column < texts.size(); ++column)
         {
             auto* pItem = new QTableWidgetItem(texts[column]);
-            pItem->setToolTip(column == 0 ? path.toHtmlEscaped() : QString());
+            pItem->setToolTip(column == 0 ? Qt::convertFromPlainText(path) : QString());
             pTableReport->setItem(row, column, pItem);
         }
     }

@@ -22,6 +22,9 @@ public:
     /// The model that the coefficients of a calibration are for.
     lens::Model lensModel() const;
 
+    /// What the controls say about a calibration from these pictures; its file is named after the moment.
+    clb::TuningCalibration::DewarpParameters parametersGet(const QStringList& files) const;
+
     QCheckBox *pCheckBoxFisheyeCheckCond, *pCheckBoxFisheyeFixSkew, *pCheckBoxFisheyeRecomputeExtrinsic;
     QCheckBox *pCheckBoxWideAngleFixAspectRatio, *pCheckBoxWideAngleFixPrincipalPoint;
     QCheckBox* pCheckBoxWideAngleZeroTangentDist;
@@ -43,7 +46,6 @@ private:
     QGroupBox* modeBuild();
     void reportBuild();
     void calibrate();
-    clb::TuningCalibration::DewarpParameters parametersGet(const QStringList& files) const;
     void finish(const CalibrationDialog& dialog, const QString& file);
     void reportShow(const CalibrationDialog& dialog, const QString& file);
 };

@@ -175,15 +175,18 @@ void RoiWidget::rowsShow(int count)
              std::initializer_list<QWidget*>{Labelnums[i], SpinBoxRoixStarts[i], SpinBoxRoiyStarts[i],
                                              SpinBoxRoiWidths[i], SpinBoxRoiHeights[i], SpinBoxRoiWeights[i]})
             pWidget->setVisible(i < count);
+    // A row that was not in use when the frame was read has to reach as far as the others.
+    for (int i = 0; i < count; ++i)
+        rangesSet(i);
     regionsShow();
 }
 
-void RoiWidget::rangesSet(int index, const QSize& frame)
+void RoiWidget::rangesSet(int index)
 {
     for (auto* pBox : {SpinBoxRoixStarts[index], SpinBoxRoiWidths[index]})
-        NoSignals::setRange(pBox, 0, frame.width());
+        NoSignals::setRange(pBox, 0, most.width());
     for (auto* pBox : {SpinBoxRoiyStarts[index], SpinBoxRoiHeights[index]})
-        NoSignals::setRange(pBox, 0, frame.height());
+        NoSignals::setRange(pBox, 0, most.height());
 }
 
 /// The picture follows the boxes.
@@ -233,22 +236,22 @@ void RoiWidget::updateStatus()
     bool isAeOn = false;
     Roi().configGet(config);
     rest::Ae().enableGet(isAeOn, rest::Ae::V2);
-    const auto resolution = resolutionGet();
-
+    // At once: the exposure counts whether or not the sensor answers.
     setEnabled(isAeOn);
     setToolTip(isAeOn ? QString() : tr("Regions are free while auto exposure 2 is on"));
-    const auto frame = sizeOf(resolution);
+
+    const auto resolution = resolutionGet();
+    const auto size = sizeOf(resolution);
     const auto text = QString("%1x%2").arg(resolution.width).arg(resolution.height);
     if (pComboBoxResolution->findText(text) < 0)
-        pComboBoxResolution->addItem(text, frame);
+        pComboBoxResolution->addItem(text, size);
     NoSignals::setCurrentText(pComboBoxResolution, text);
     NoSignals::setValue(pSliderSpinWidgetWindownum, double(config.windowNum));
     const int count = int(rest::recordCount(config.windowNum, config.roi));
-    for (int i = 0; i < count; ++i)
-    {
-        rangesSet(i, frame);
-        bindings[i].show(config.roi[i]);
-    }
-    pRegionView->setFrame(frame);
+    most = size;
+    pRegionView->setFrame(size);
     rowsShow(count);
+    for (int i = 0; i < count; ++i)
+        bindings[i].show(config.roi[i]);
+    regionsShow();
 }

@@ -41,13 +41,14 @@ private:
     void place();
     void arrange();
     void rowsShow(int count);
-    void rangesSet(int index, const QSize& frame);
+    void rangesSet(int index);
     void regionsShow();
     void regionTake(int index, const QRectF& region);
 
     QVector<shortcut::RecordBinding<rest::Roi::RoiWindow>> bindings; ///< a row each
     QScrollArea* pScrollArea;
     QPushButton* pPushButtonApply;
-    int shownCount = 0; ///< rows
+    int shownCount = 0;        ///< rows
+    QSize most = {1920, 1920}; ///< for the boxes of a row that is seen: the frame, once it is read
     bool isStacked = false;
 };

@@ -1,6 +1,7 @@
 #include "tuning-client/source/module/sensor-widget.h"
 
 #include "tuning-client/source/file/remote-file.h"
+#include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/main-window.h"
 #include "tuning-client/source/shortcut/no-signals.h"
 #include "tuning-rest/source/camera.h"
@@ -13,26 +14,6 @@
 #include <QTimerEvent>
 
 using rest::Sensor;
-
-namespace
-{
-QString bayerText(Sensor::Config::BayerPattern pattern)
-{
-    switch (pattern)
-    {
-    case Sensor::Config::Bggr:
-        return "BGGR";
-    case Sensor::Config::Gbrg:
-        return "GBRG";
-    case Sensor::Config::Grbg:
-        return "GRBG";
-    case Sensor::Config::Rggb:
-        return "RGGB";
-    default:
-        return SensorWidget::tr("Not Found");
-    }
-}
-} // namespace
 
 SensorWidget::SensorWidget(QWidget* pParent)
     : AbstractWidget(pParent, "Sensor Control", false),
@@ -140,7 +121,8 @@ void SensorWidget::updateStatus()
 
     resolutionShow(status.resolutionCollection.resolution);
     shortcut::NoSignals::setChecked(pCheckBoxTestPattern, config.isTestPattern);
-    pLabelSensorBayerPatternValue->setText(bayerText(config.bayerPattern));
+    const auto pattern = mosaic::name(config.bayerPattern);
+    pLabelSensorBayerPatternValue->setText(pattern.isNull() ? tr("Not Found") : pattern);
 }
 
 void SensorWidget::resolutionShow(const Sensor::Config::Resolution& resolution)

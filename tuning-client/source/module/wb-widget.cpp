@@ -28,7 +28,7 @@ void WbWidget::gainsBuild(shortcut::Form gains)
 {
     using WbGains = Config::WbGains;
     pGroupBoxWhiteBalance = gains.groupBox();
-    pGroupBoxWhiteBalance->setToolTip(tr("Bold: auto white balance has just changed it"));
+    pGroupBoxWhiteBalance->setToolTip(tr("Bold value: auto white balance has just changed it"));
     const auto slider = [&](const QString& text, float WbGains::*pGain)
     {
         auto* pSlider = gains.slider(text, 1, 3.999, 3);

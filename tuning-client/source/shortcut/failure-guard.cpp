@@ -3,10 +3,18 @@
 #include "tuning-common/source/limits.h"
 #include "tuning-common/source/text.h"
 
+namespace
+{
+int failures = 0;
+}
+
 namespace shortcut
 {
+int failureCount() { return failures; }
+
 void failureShow(QStatusBar* pStatusBar, const char* text)
 {
+    ++failures;
     if (!pStatusBar)
         return;
     auto line = QString::fromUtf8(text);

@@ -12,6 +12,9 @@ namespace shortcut
 /// Shows a failure's text, plain and bounded, until the next message. Does nothing without a status bar.
 void failureShow(QStatusBar* pStatusBar, const char* text);
 
+/// How many failures the guards have caught so far: for a series of changes that ends with the first failure.
+int failureCount();
+
 /// Runs `action`; a std::exception becomes a text in the context's status bar, and the result is false. Everything that
 /// touches the board runs in here, since no exception may enter the event loop.
 template <class Context, class Action>

@@ -83,10 +83,16 @@ private:
 };
 } // namespace
 
-void shortcut::tabOrderSet(QWidget* pPage)
+QVector<QWidget*> shortcut::controlsInOrder(QWidget* pPage)
 {
     Reading reading;
     reading.widget(pPage);
-    for (int i = 1; i < reading.controls.size(); ++i)
-        QWidget::setTabOrder(reading.controls[i - 1], reading.controls[i]);
+    return reading.controls;
+}
+
+void shortcut::tabOrderSet(QWidget* pPage)
+{
+    const auto controls = controlsInOrder(pPage);
+    for (int i = 1; i < controls.size(); ++i)
+        QWidget::setTabOrder(controls[i - 1], controls[i]);
 }

@@ -1,0 +1,93 @@
+#include "tuning-client/source/image/samples.h"
+
+#include <cmath>
+#include <cstring>
+
+namespace
+{
+using Tables = std::vector<ChannelStatistics>;
+
+template <SampleGrid::Kind kind>
+unsigned sampleAt(const unsigned char* pSamples, qint64 index)
+{
+    if constexpr (kind == SampleGrid::Bytes)
+        return pSamples[index];
+    const auto* pWord = pSamples + 2 * index;
+    if constexpr (kind == SampleGrid::WordsOfFile)
+        return unsigned(pWord[0] << 8 | pWord[1]);
+    uint16_t word;
+    std::memcpy(&word, pWord, sizeof word);
+    return word;
+}
+
+/// Counts the samples of a part of a row, `step` apart.
+template <SampleGrid::Kind kind>
+void rowCount(const unsigned char* pRow, qint64 begin, qint64 end, int step, ChannelStatistics& channel)
+{
+    auto* pCounts = channel.counts.data();
+    for (auto i = begin; i < end; i += step)
+        ++pCounts[sampleAt<kind>(pRow, i)];
+}
+
+/// Everything else follows from the counts, which take one pass over the picture.
+template <SampleGrid::Kind kind>
+void partCount(const SampleGrid& grid, const QRect& part, bool isMosaic, Tables& tables)
+{
+    const auto begin = qint64(part.left()) * grid.pixelSamples;
+    const auto end = begin + qint64(part.width()) * grid.pixelSamples;
+    const int places = isMosaic ? 2 : grid.channels;
+    const int step = isMosaic ? 2 * grid.pixelSamples : grid.pixelSamples;
+    for (int y = part.top(); y <= part.bottom(); ++y)
+        for (int i = 0; i < places; ++i)
+        {
+            const int iTable = isMosaic ? y % 2 * 2 + (part.left() + i) % 2 : i;
+            const auto first = begin + (isMosaic ? i * grid.pixelSamples : i);
+            rowCount<kind>(grid.pFirst + y * grid.rowBytes, first, end, step, tables[std::size_t(iTable)]);
+        }
+}
+
+void countsJudge(ChannelStatistics& channel)
+{
+    double sum = 0; // whole numbers, below 2^53
+    for (std::size_t value = 0; value < channel.counts.size(); ++value)
+    {
+        const auto count = channel.counts[value];
+        if (count == 0)
+            continue;
+        if (channel.count == 0)
+            channel.minimum = int(value);
+        channel.maximum = int(value);
+        channel.count += count;
+        sum += double(count) * double(value);
+    }
+    if (channel.count == 0)
+        return;
+    channel.mean = sum / double(channel.count);
+    double squares = 0;
+    for (int value = channel.minimum; value <= channel.maximum; ++value)
+        squares += channel.counts[std::size_t(value)] * (value - channel.mean) * (value - channel.mean);
+    channel.deviation = std::sqrt(squares / double(channel.count));
+}
+} // namespace
+
+std::vector<ChannelStatistics> statisticsGet(const SampleGrid& grid, const QRect& part, bool isMosaic)
+{
+    Tables tables(std::size_t(isMosaic ? 4 : grid.channels));
+    for (auto& table : tables)
+        table.counts.resize(grid.kind == SampleGrid::Bytes ? 256 : 65536);
+    switch (grid.kind)
+    {
+    case SampleGrid::Bytes:
+        partCount<SampleGrid::Bytes>(grid, part, isMosaic, tables);
+        break;
+    case SampleGrid::WordsOfFile:
+        partCount<SampleGrid::WordsOfFile>(grid, part, isMosaic, tables);
+        break;
+    case SampleGrid::Words:
+        partCount<SampleGrid::Words>(grid, part, isMosaic, tables);
+        break;
+    }
+    for (auto& table : tables)
+        countsJudge(table);
+    return tables;
+}
