@@ -1,6 +1,6 @@
 #include "board-simulator/source/arguments.h"
 
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 namespace board
 {

@@ -1,7 +1,7 @@
 #include "board-simulator/source/board.h"
 
 #include "board-simulator/source/data.h"
-#include "board-simulator/source/json-text.h"
+#include "board-wire/source/json-text.h"
 
 #include <algorithm>
 #include <cmath>

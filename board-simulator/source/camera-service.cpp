@@ -1,8 +1,8 @@
 #include "board-simulator/source/services.h"
 
 #include "board-simulator/source/arguments.h"
-#include "board-simulator/source/failure.h"
 #include "board-simulator/source/sample-texts.h"
+#include "board-wire/source/failure.h"
 
 namespace board
 {

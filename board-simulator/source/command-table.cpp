@@ -1,8 +1,8 @@
 #include "board-simulator/source/command-table.h"
 
 #include "board-simulator/source/arguments.h"
-#include "board-simulator/source/failure.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/failure.h"
+#include "board-wire/source/wire.h"
 
 namespace board
 {

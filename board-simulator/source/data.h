@@ -3,10 +3,7 @@
 namespace board
 {
 
-/// The data files of the simulated board, as text: numbers and record layouts, keys of commands,
-/// start values, services; and the beginning of the handbook.
-extern const char* const wireText;
-extern const char* const commandsText;
+/// The data files of the simulated board, as text: start values, services, and the beginning of the handbook.
 extern const char* const modulesText;
 extern const char* const servicesText;
 extern const char* const handbookText;

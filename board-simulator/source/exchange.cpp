@@ -1,7 +1,7 @@
 #include "board-simulator/source/exchange.h"
 
-#include "board-simulator/source/failure.h"
 #include "board-simulator/source/spoil.h"
+#include "board-wire/source/failure.h"
 
 namespace board
 {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "board-simulator/source/board.h"
-#include "board-simulator/source/json-text.h"
 #include "board-simulator/source/request-log.h"
+#include "board-wire/source/json-text.h"
 
 #include <mutex>
 #include <optional>

@@ -1,8 +1,8 @@
 #include "board-simulator/source/services.h"
 
 #include "board-simulator/source/arguments.h"
-#include "board-simulator/source/base64.h"
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/base64.h"
+#include "board-wire/source/failure.h"
 
 #include <chrono>
 #include <sstream>

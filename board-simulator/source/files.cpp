@@ -1,6 +1,6 @@
 #include "board-simulator/source/files.h"
 
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 #include <algorithm>
 #include <atomic>

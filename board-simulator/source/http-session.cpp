@@ -1,6 +1,6 @@
 #include "board-simulator/source/http-session.h"
 
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 #include <algorithm>
 #include <boost/asio/read.hpp>

@@ -1,7 +1,7 @@
 #include "board-simulator/source/module.h"
 
-#include "board-simulator/source/base64.h"
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/base64.h"
+#include "board-wire/source/failure.h"
 
 namespace board
 {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board-simulator/source/record-bytes.h"
+#include "board-wire/source/record-bytes.h"
 
 #include <json/json.h>
 #include <map>

@@ -2,8 +2,8 @@
 
 #include "board-simulator/source/arguments.h"
 #include "board-simulator/source/data.h"
-#include "board-simulator/source/failure.h"
-#include "board-simulator/source/json-text.h"
+#include "board-wire/source/failure.h"
+#include "board-wire/source/json-text.h"
 
 #include <stdexcept>
 

@@ -1,8 +1,8 @@
 #include "board-simulator/source/protocol-document.h"
 
 #include "board-simulator/source/data.h"
-#include "board-simulator/source/keys.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/keys.h"
+#include "board-wire/source/wire.h"
 
 #include <algorithm>
 #include <cctype>

@@ -1,7 +1,7 @@
 #include "board-simulator/source/services.h"
 
 #include "board-simulator/source/arguments.h"
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 #include <cstdio>
 

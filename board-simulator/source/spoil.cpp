@@ -1,6 +1,6 @@
 #include "board-simulator/source/spoil.h"
 
-#include "board-simulator/source/base64.h"
+#include "board-wire/source/base64.h"
 
 #include <random>
 #include <set>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "board-simulator/source/simulator.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/wire.h"
 #include "tests/support/outcome.h"
 #include "tests/support/scratch.h"
 #include "tuning-common/source/json-app.h"

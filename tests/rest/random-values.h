@@ -1,8 +1,8 @@
 #pragma once
 
-#include "board-simulator/source/base64.h"
-#include "board-simulator/source/keys.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/base64.h"
+#include "board-wire/source/keys.h"
+#include "board-wire/source/wire.h"
 
 #include <json/value.h>
 

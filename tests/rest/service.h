@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board-simulator/source/keys.h"
+#include "board-wire/source/keys.h"
 #include "tests/rest/fixture.h"
 #include "tests/rest/random-values.h"
 #include "tuning-rest/source/record.h"
@@ -9,6 +9,34 @@
 #include <set>
 #include <sstream>
 #include <tuple>
+
+struct CommandName
+{
+    std::string className;
+    std::string name;
+    std::string generation;
+
+    bool operator<(const CommandName& other) const
+    {
+        return std::tie(className, name, generation) < std::tie(other.className, other.name, other.generation);
+    }
+    bool operator==(const CommandName& other) const { return !(*this < other) && !(other < *this); }
+};
+
+/// All that the board knows, in every generation.
+inline std::set<CommandName> allCommands()
+{
+    std::set<CommandName> commands;
+    for (const auto& commandClass : board::Wire::instance().classes())
+        for (const auto& command : commandClass.commands)
+        {
+            if (commandClass.generations.empty())
+                commands.insert({commandClass.name, command.name, ""});
+            for (const auto& generation : commandClass.generations)
+                commands.insert({commandClass.name, command.name, generation.first});
+        }
+    return commands;
+}
 
 /// A board whose own description says what commands look like.
 class CommandTest : public RestTest
@@ -31,15 +59,18 @@ protected:
         // Through a text, since integers of two types are never equal.
         const auto text = t_common::JsonApp::toString(expected, "");
         EXPECT_EQ(board->requests().front().query, json(text)) << board->requests().front().body;
-        commandsSent.emplace(className, command, generation);
+        if (commandsSent.insert({className, command, generation}).second)
+            sent(className + "." + command, generation, board->requests().front().query);
     }
+
+    /// Is told of each command when it is sent for the first time.
+    virtual void sent(const std::string&, const std::string&, const Json::Value&) {}
 
     template <class S, class... G>
     friend class Service;
 
     RandomValues random;
-    /// Class, command, generation.
-    std::set<std::tuple<std::string, std::string, std::string>> commandsSent;
+    std::set<CommandName> commandsSent;
 };
 
 /// Sends the commands of a class in one generation, most of them several times with other values, and compares what

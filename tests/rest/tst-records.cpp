@@ -2,7 +2,7 @@
 
 #include "tests/rest/services.h"
 
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/wire.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "board-simulator/source/base64.h"
-#include "board-simulator/source/json-text.h"
 #include "board-simulator/source/simulator.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/base64.h"
+#include "board-wire/source/json-text.h"
+#include "board-wire/source/wire.h"
 #include "tests/support/outcome.h"
 #include "tests/support/raw-connection.h"
 #include "tests/support/scratch.h"

@@ -1,6 +1,6 @@
 #include "tests/simulator/fixture.h"
 
-#include "board-simulator/source/record-bytes.h"
+#include "board-wire/source/record-bytes.h"
 
 #include <cmath>
 #include <numeric>

@@ -1,6 +1,6 @@
 #include "tests/simulator/fixture.h"
 
-#include "board-simulator/source/keys.h"
+#include "board-wire/source/keys.h"
 
 #include <algorithm>
 #include <set>

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "board-simulator/source/data.h"
-#include "board-simulator/source/keys.h"
-#include "board-simulator/source/record-bytes.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/keys.h"
+#include "board-wire/source/record-bytes.h"
+#include "board-wire/source/wire.h"
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-common/source/base64.h"
 

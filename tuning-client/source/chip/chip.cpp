@@ -1,7 +1,7 @@
 #include "tuning-client/source/chip/chip.h"
 
-#include "tuning-client/source/file/xml-document.h"
 #include "tuning-common/source/limits.h"
+#include "tuning-common/source/xml-bytes.h"
 
 #include <QXmlStreamReader>
 #include <QtDebug>
@@ -50,7 +50,7 @@ void Chip::loadXml(const QString& fileName, bool isPreload)
     try
     {
         // The heads of all chips are read at every start.
-        bytes = xmlBytesRead(fileName, isPreload ? t_common::limit::chipHead : t_common::limit::xmlBytes);
+        bytes = t_common::xmlBytesRead(fileName, isPreload ? t_common::limit::chipHead : t_common::limit::xmlBytes);
     }
     catch (const std::exception& exception)
     {

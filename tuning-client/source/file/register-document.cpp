@@ -2,6 +2,7 @@
 
 #include "tuning-client/source/file/local-file.h"
 #include "tuning-client/source/file/xml-document.h"
+#include "tuning-common/source/xml-bytes.h"
 
 #include <QFile>
 #include <QTextStream>
@@ -80,7 +81,7 @@ QDomDocument read(const QString& path)
     QByteArray bytes;
     try
     {
-        bytes = xmlBytesRead(path);
+        bytes = t_common::xmlBytesRead(path);
         // Refuses what would end the document object's own parser, which in its turn keeps everything.
         xmlDocumentParse(bytes, path);
     }

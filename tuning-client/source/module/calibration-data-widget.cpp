@@ -5,6 +5,7 @@
 #include "tuning-client/source/shortcut/wait-cursor.h"
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
+#include "tuning-common/source/xml-bytes.h"
 #include "tuning-rest/source/camera.h"
 #include "tuning-transfer/source/transfer-client.h"
 
@@ -87,7 +88,7 @@ void CalibrationDataWidget::updateStatus()
     const auto path = download(clientHolder(), fileName, directory);
     try
     {
-        const auto bytes = xmlBytesRead(path);
+        const auto bytes = t_common::xmlBytesRead(path);
         // A show reads twice, and the second time mostly finds the same.
         if (bytes == xml && !pDomTreeWidgetElement->doc.isNull())
         {

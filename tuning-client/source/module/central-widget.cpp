@@ -53,72 +53,99 @@
 #include "tuning-client/source/module/wdr3-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 #include "tuning-client/source/module/wdr5-widget.h"
+#include "tuning-common/source/page-names.h"
 
 #include <QGridLayout>
 #include <QScrollArea>
 #include <QStackedWidget>
 
 #include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace
+{
+using Entry = CentralWidget::Entry;
+
+template <class Page>
+constexpr auto make = &CentralWidget::make<Page>;
+template <class Page>
+constexpr auto makeNamed = &CentralWidget::makeNamed<Page>;
+
+// A page a line.
+// clang-format off
+constexpr Entry rows[]{
+    {"2D Noise Reduction", makeNamed<Dnr2Widget>},
+    {"2D Noise Reduction 5", makeNamed<Dnr2V5Widget>},
+    {"3A Config", make<_3AWidget>},
+    {"3D Noise Reduction", makeNamed<Dnr3Widget>},
+    {"3D Noise Reduction 3", makeNamed<Dnr3V3Widget>},
+    {"3D Noise Reduction 3.2", makeNamed<Dnr3V32Widget>},
+    {"Auto Exposure", make<AeWidget>},
+    {"Auto Exposure 2", make<Ae2Widget>},
+    {"Auto Focus", make<AfWidget>},
+    {"Auto High Dynamic Range", make<AhdrWidget>},
+    {"Auto Video Stabilization", make<AvsWidget>},
+    {"Auto White Balance", make<AwbWidget>},
+    {"Black Level Subtraction", make<BlsWidget>},
+    {"Calibration Data", make<CalibrationDataWidget>},
+    {"Chromatic Aberration Correction", make<CacWidget>},
+    {"Color Adjustment", makeNamed<CaWidget>},
+    {"Color Noise Reduction", make<CnrWidget>},
+    {"Color Noise Reduction 2", make<Cnr2Widget>},
+    {"Color Processing", make<CProcWidget>},
+    {"Defect Pixel Cluster Correction", make<DpccWidget>},
+    {"Dehaze", makeNamed<DehazeWidget>},
+    {"Demosaicing", make<DeMosaicWidget>},
+    {"Demosaicing 2", make<DeMosaic2Widget>},
+    {"Denoising Prefilter", make<DpfWidget>},
+    {"Dewarp", make<DewarpWidget>},
+    {"Digital Gain", make<DgWidget>},
+    {"Dynamic Contrast Improvement", make<DciWidget>},
+    {"Edge Enhance", make<EeWidget>},
+    {"Exposure Control", make<EcWidget>},
+    {"Filter", make<FilterWidget>},
+    {"Gamma Correction", make<GcWidget>},
+    {"Gamma Correction 2", make<Gc2Widget>},
+    {"Global Wide Dynamic Range", make<Wdr1Widget>},
+    {"Green Equilibrate", make<GeWidget>},
+    {"High Dynamic Range", make<HdrWidget>},
+    {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
+    {"High Dynamic Range 2", make<Hdr2Widget>},
+    {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
+    {"Image Effects", make<ImgEffectsWidget>},
+    {"Input Control", make<InputWidget>},
+    {"ISP Register", make<IspRegisterWidget>},
+    {"Lens Shading Correction", make<LscWidget>},
+    {"LUT 3D", make<Lut3dWidget>},
+    {"Region Of Interested", make<RoiWidget>},
+    {"Register", make<RegisterWidget>},
+    {"Rgbir", make<RgbirWidget>},
+    {"Super Impose", make<SImpWidget>},
+    {"White Balance", make<WbWidget>},
+    {"Wide Dynamic Range 2", make<Wdr2Widget>},
+    {"Wide Dynamic Range 3", make<Wdr3Widget>},
+    {"Wide Dynamic Range 4", make<Wdr4Widget>},
+    {"Wide Dynamic Range 5", make<Wdr5Widget>},
+};
+// clang-format on
+
+/// The list of names is for programs without pages.
+constexpr bool isListed()
+{
+    if (std::size(rows) != std::size(t_common::pageNames))
+        return false;
+    for (std::size_t i = 0; i < std::size(rows); ++i)
+        if (std::string_view(rows[i].name) != t_common::pageNames[i])
+            return false;
+    return true;
+}
+static_assert(isListed(), "the catalogue and tuning-common/source/page-names.h have the same names in the same order");
+} // namespace
 
 const QVector<CentralWidget::Entry>& CentralWidget::catalogue()
 {
-    // A page a line.
-    // clang-format off
-    static const QVector<Entry> entries{
-        {"2D Noise Reduction", makeNamed<Dnr2Widget>},
-        {"2D Noise Reduction 5", makeNamed<Dnr2V5Widget>},
-        {"3A Config", make<_3AWidget>},
-        {"3D Noise Reduction", makeNamed<Dnr3Widget>},
-        {"3D Noise Reduction 3", makeNamed<Dnr3V3Widget>},
-        {"3D Noise Reduction 3.2", makeNamed<Dnr3V32Widget>},
-        {"Auto Exposure", make<AeWidget>},
-        {"Auto Exposure 2", make<Ae2Widget>},
-        {"Auto Focus", make<AfWidget>},
-        {"Auto High Dynamic Range", make<AhdrWidget>},
-        {"Auto Video Stabilization", make<AvsWidget>},
-        {"Auto White Balance", make<AwbWidget>},
-        {"Black Level Subtraction", make<BlsWidget>},
-        {"Calibration Data", make<CalibrationDataWidget>},
-        {"Chromatic Aberration Correction", make<CacWidget>},
-        {"Color Adjustment", makeNamed<CaWidget>},
-        {"Color Noise Reduction", make<CnrWidget>},
-        {"Color Noise Reduction 2", make<Cnr2Widget>},
-        {"Color Processing", make<CProcWidget>},
-        {"Defect Pixel Cluster Correction", make<DpccWidget>},
-        {"Dehaze", makeNamed<DehazeWidget>},
-        {"Demosaicing", make<DeMosaicWidget>},
-        {"Demosaicing 2", make<DeMosaic2Widget>},
-        {"Denoising Prefilter", make<DpfWidget>},
-        {"Dewarp", make<DewarpWidget>},
-        {"Digital Gain", make<DgWidget>},
-        {"Dynamic Contrast Improvement", make<DciWidget>},
-        {"Edge Enhance", make<EeWidget>},
-        {"Exposure Control", make<EcWidget>},
-        {"Filter", make<FilterWidget>},
-        {"Gamma Correction", make<GcWidget>},
-        {"Gamma Correction 2", make<Gc2Widget>},
-        {"Global Wide Dynamic Range", make<Wdr1Widget>},
-        {"Green Equilibrate", make<GeWidget>},
-        {"High Dynamic Range", make<HdrWidget>},
-        {"High Dynamic Range 1.2", makeNamed<Hdr1_2Widget>},
-        {"High Dynamic Range 2", make<Hdr2Widget>},
-        {"High Dynamic Range 2 Lite", makeNamed<Hdr2_LiteWidget>},
-        {"Image Effects", make<ImgEffectsWidget>},
-        {"Input Control", make<InputWidget>},
-        {"ISP Register", make<IspRegisterWidget>},
-        {"Lens Shading Correction", make<LscWidget>},
-        {"LUT 3D", make<Lut3dWidget>},
-        {"Region Of Interested", make<RoiWidget>},
-        {"Register", make<RegisterWidget>},
-        {"Rgbir", make<RgbirWidget>},
-        {"Super Impose", make<SImpWidget>},
-        {"White Balance", make<WbWidget>},
-        {"Wide Dynamic Range 2", make<Wdr2Widget>},
-        {"Wide Dynamic Range 3", make<Wdr3Widget>},
-        {"Wide Dynamic Range 4", make<Wdr4Widget>},
-        {"Wide Dynamic Range 5", make<Wdr5Widget>},
-    };
-    // clang-format on
+    static const QVector<Entry> entries(std::begin(rows), std::end(rows));
     return entries;
 }
 

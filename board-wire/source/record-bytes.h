@@ -1,6 +1,6 @@
 #pragma once
 
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/wire.h"
 
 #include <string>
 #include <vector>

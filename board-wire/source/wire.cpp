@@ -1,7 +1,7 @@
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/wire.h"
 
-#include "board-simulator/source/data.h"
-#include "board-simulator/source/json-text.h"
+#include "board-wire/source/data.h"
+#include "board-wire/source/json-text.h"
 
 #include <algorithm>
 #include <stdexcept>

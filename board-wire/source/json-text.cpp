@@ -1,6 +1,6 @@
-#include "board-simulator/source/json-text.h"
+#include "board-wire/source/json-text.h"
 
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 #include <sstream>
 

@@ -1,9 +1,9 @@
-#include "board-simulator/source/keys.h"
+#include "board-wire/source/keys.h"
 
-#include "board-simulator/source/data.h"
-#include "board-simulator/source/failure.h"
-#include "board-simulator/source/json-text.h"
-#include "board-simulator/source/wire.h"
+#include "board-wire/source/data.h"
+#include "board-wire/source/failure.h"
+#include "board-wire/source/json-text.h"
+#include "board-wire/source/wire.h"
 
 #include <algorithm>
 #include <map>

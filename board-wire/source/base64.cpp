@@ -1,4 +1,4 @@
-#include "board-simulator/source/base64.h"
+#include "board-wire/source/base64.h"
 
 #include <cstdint>
 #include <cstring>

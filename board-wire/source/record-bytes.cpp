@@ -1,6 +1,6 @@
-#include "board-simulator/source/record-bytes.h"
+#include "board-wire/source/record-bytes.h"
 
-#include "board-simulator/source/failure.h"
+#include "board-wire/source/failure.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,0 +1,134 @@
+#include "tuning-tool/source/command-line.h"
+#include "tuning-tool/source/failure.h"
+#include "tuning-tool/source/verbs.h"
+
+#include <algorithm>
+
+namespace tool
+{
+namespace
+{
+/// The board's words are plain: names of the description, without blanks. What it has no names for, such as files, is
+/// left to the shell.
+constexpr auto script = R"(# Completion of tuning-tool for bash.
+_tuning_tool()
+{
+    local line=${COMP_LINE:0:COMP_POINT}
+    local -a words
+    read -ra words <<<"$line"
+    [[ $line != *" " ]] || words+=("")
+    local last=${words[-1]}
+    # The shell takes "=" and ":" for ends of words, and wants only what is behind the last one.
+    local cut=${last%"${last##*[=:]}"}
+    mapfile -t COMPREPLY < <("${words[0]}" complete "${words[@]:1}" 2>/dev/null)
+    COMPREPLY=("${COMPREPLY[@]#"$cut"}")
+    [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *= ]] || compopt -o nospace
+}
+complete -o default -F _tuning_tool tuning-tool
+)";
+
+using Words = std::vector<std::string>;
+
+const Verb* verbOf(const Words& words)
+{
+    for (const auto& verb : verbs())
+    {
+        const bool isOne = !words.empty() && words[0] == verb.name;
+        const bool isTwo = words.size() > 1 && words[0] + " " + words[1] == verb.name;
+        if (isOne || isTwo)
+            return &verb;
+    }
+    return nullptr;
+}
+
+/// First or second words of all verbs.
+Words verbWords(const Words& words)
+{
+    Words result;
+    for (const auto& verb : verbs())
+    {
+        const auto blank = verb.name.find(' ');
+        const auto first = verb.name.substr(0, blank);
+        if (words.empty())
+            result.push_back(first);
+        else if (first == words[0] && blank != std::string::npos)
+            result.push_back(verb.name.substr(blank + 1));
+    }
+    return result;
+}
+
+std::string suffixOf(const Verb& verb) { return verb.name == "get" ? "Get" : verb.name == "set" ? "Set" : ""; }
+
+Words generationsOf(const std::string& name)
+{
+    Words result;
+    for (const auto& generation : commandClassFind(name.substr(0, name.find('.'))).generations)
+        result.push_back(generation.first);
+    return result;
+}
+
+/// The names of fields for a value to follow.
+Words fieldsOf(const Verb& verb, const std::string& name, std::string generation)
+{
+    const auto known = generationsOf(name);
+    if (generation.empty() && !known.empty())
+        generation = known.front();
+    const auto shape = commandShape(name, suffixOf(verb), generation);
+    Words result;
+    for (const auto& field : Payload(shape.request, shape.generation).names())
+        result.push_back(field + "=");
+    return result;
+}
+
+Words classesWith(const std::string& suffix)
+{
+    Words result;
+    for (const auto& name : commandNames(suffix))
+        result.push_back(name.substr(0, name.find('.')));
+    return result;
+}
+
+/// What may follow the words before the last one.
+Words candidates(Words before, bool isOption)
+{
+    std::string generation;
+    std::string last = before.empty() ? std::string() : before.back();
+    const auto option = std::find(before.begin(), before.end(), "--generation");
+    if (option != before.end() && option + 1 != before.end())
+        generation = *(option + 1);
+    const auto* pVerb = verbOf(before);
+    if (!pVerb)
+        return verbWords(before);
+    const auto count = pVerb->name.find(' ') == std::string::npos ? std::size_t(1) : std::size_t(2);
+    const auto name = before.size() > count ? before[count] : std::string();
+    if (last == "--generation" && !name.empty())
+        return generationsOf(name);
+    if (last == "--type")
+        return {"RAW08", "RAW10", "RAW12", "RAW16", "RGB", "YUV"};
+    if (isOption)
+        return optionsOf(*pVerb);
+    const bool isNamed = pVerb->name == "get" || pVerb->name == "set" || pVerb->name == "call";
+    if (isNamed)
+        return name.empty() ? commandNames(suffixOf(*pVerb)) : fieldsOf(*pVerb, name, generation);
+    if (pVerb->name == "list")
+        return commandNames({});
+    return pVerb->name.rfind("table", 0) == 0 && name.empty() ? classesWith("tableGet") : Words();
+}
+} // namespace
+
+void completion(Session& session) { session.out << script; }
+
+void complete(Session& session)
+{
+    auto before = session.options.words;
+    const auto last = before.empty() ? std::string() : before.back();
+    if (!before.empty())
+        before.pop_back();
+    auto found = candidates(before, last.rfind('-', 0) == 0);
+    std::sort(found.begin(), found.end());
+    found.erase(std::unique(found.begin(), found.end()), found.end());
+    for (const auto& candidate : found)
+        if (candidate.rfind(last, 0) == 0)
+            session.out << candidate << '\n';
+}
+} // namespace tool
