@@ -105,21 +105,16 @@ TEST_F(Tool, RefusesBeforeAnythingIsSent)
 TEST_F(Tool, TellsHowTheBoardAnswered)
 {
     using board::Fault;
-    const struct
-    {
-        Fault fault;
-        int code;
-        std::string text;
-    } cases[]{
-        {{Fault::Error, "Wb::configGet"_id, -1, 0, "too hot"}, 1, "Wb.configGet: too hot"},
-        {{Fault::ErrorBare, "Wb::configGet"_id}, 1, "without a reason"},
-        {{Fault::MessageControl, "Wb::configGet"_id}, 1, ""},
-        {{Fault::MessageLong, "Wb::configGet"_id}, 1, "..."},
-        {{Fault::Close, "Wb::configGet"_id}, 3, ""},
-        {{Fault::RecordShort, "Wb::configGet"_id}, 4, "60 bytes"},
-        {{Fault::WrongTypes, "Wb::configGet"_id}, 4, ""},
-        {{Fault::NotJson, "Wb::configGet"_id}, 4, "JSON"},
-        {{Fault::NotJson, "Wb::configGet"_id, -1, 0, "{}"}, 4, "config is missing"},
+    const std::tuple<Fault, int, std::string> cases[]{
+        {Fault{Fault::Error, "Wb::configGet"_id, -1, 0, "too hot"}, 1, "Wb.configGet: too hot"},
+        {Fault{Fault::ErrorBare, "Wb::configGet"_id}, 1, "without a reason"},
+        {Fault{Fault::MessageControl, "Wb::configGet"_id}, 1, ""},
+        {Fault{Fault::MessageLong, "Wb::configGet"_id}, 1, "..."},
+        {Fault{Fault::Close, "Wb::configGet"_id}, 3, ""},
+        {Fault{Fault::RecordShort, "Wb::configGet"_id}, 4, "60 bytes"},
+        {Fault{Fault::WrongTypes, "Wb::configGet"_id}, 4, ""},
+        {Fault{Fault::NotJson, "Wb::configGet"_id}, 4, "JSON"},
+        {Fault{Fault::NotJson, "Wb::configGet"_id, -1, 0, "{}"}, 4, "config is missing"},
     };
     for (const auto& [fault, code, text] : cases)
     {

@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QScopeGuard>
 #include <QTableWidget>
+#include <QTextDocument>
 #include <QToolBar>
 
 #include <cmath>
@@ -173,7 +174,7 @@ void TableEditorDialog::setColumns(const Json::Value& jColumns)
     pTableWidget->setColumnCount(labels.size());
     pTableWidget->setHorizontalHeaderLabels(labels);
     for (int i = 0; i < labels.size(); ++i)
-        pTableWidget->horizontalHeaderItem(i)->setToolTip(labels[i].toHtmlEscaped());
+        pTableWidget->horizontalHeaderItem(i)->setToolTip(Qt::convertFromPlainText(labels[i]));
 }
 
 void TableEditorDialog::setRow(int row, const Json::Value& jRow)
