@@ -12,6 +12,7 @@
 #include <QStyleOptionComplex>
 
 #include <clocale>
+#include <optional>
 
 namespace
 {
@@ -26,23 +27,15 @@ public:
     void drawPrimitive(PrimitiveElement element, const QStyleOption* pOption, QPainter* pPainter,
                        const QWidget* pWidget) const override
     {
-        const auto* pFrame = qstyleoption_cast<const QStyleOptionFrame*>(pOption);
-        if (element != PE_PanelLineEdit || !pFrame || !(pFrame->state & State_ReadOnly))
-            return QProxyStyle::drawPrimitive(element, pOption, pPainter, pWidget);
-        auto shown = *pFrame;
-        flatten(shown.palette);
-        QProxyStyle::drawPrimitive(element, &shown, pPainter, pWidget);
+        const auto shown = flattened<QStyleOptionFrame>(element == PE_PanelLineEdit, pOption);
+        QProxyStyle::drawPrimitive(element, shown ? &*shown : pOption, pPainter, pWidget);
     }
 
     void drawComplexControl(ComplexControl control, const QStyleOptionComplex* pOption, QPainter* pPainter,
                             const QWidget* pWidget) const override
     {
-        const auto* pSpinBox = qstyleoption_cast<const QStyleOptionSpinBox*>(pOption);
-        if (control != CC_SpinBox || !pSpinBox || !(pSpinBox->state & State_ReadOnly))
-            return QProxyStyle::drawComplexControl(control, pOption, pPainter, pWidget);
-        auto shown = *pSpinBox;
-        flatten(shown.palette);
-        QProxyStyle::drawComplexControl(control, &shown, pPainter, pWidget);
+        const auto shown = flattened<QStyleOptionSpinBox>(control == CC_SpinBox, pOption);
+        QProxyStyle::drawComplexControl(control, shown ? &*shown : pOption, pPainter, pWidget);
     }
 
     QRect subControlRect(ComplexControl control, const QStyleOptionComplex* pOption, SubControl subControl,
@@ -69,8 +62,17 @@ public:
     }
 
 private:
-    /// Gives what is read only the colour of its surroundings.
-    static void flatten(QPalette& palette) { palette.setBrush(QPalette::Base, palette.window()); }
+    /// The option in the colour of its surroundings, for a field that is read only; none for anything else.
+    template <class Option, class AnyOption>
+    static std::optional<Option> flattened(bool isField, const AnyOption* pOption)
+    {
+        const auto* pField = qstyleoption_cast<const Option*>(pOption);
+        if (!isField || !pField || !(pField->state & State_ReadOnly))
+            return {};
+        auto field = *pField;
+        field.palette.setBrush(QPalette::Base, field.palette.window());
+        return field;
+    }
 
     /// By how much the longest text is longer than its ink.
     static int lost(const QFontMetrics& metrics, const QStringList& texts)

@@ -17,6 +17,24 @@
 using clb::TuningCalibration;
 using FishEye = DewarpTuningWidget::FishEyeWidget;
 
+namespace
+{
+/// Shows the values in the first boxes.
+template <size_t count>
+void boxesShow(QDoubleSpinBox* const* pBoxes, const double (&values)[count])
+{
+    for (size_t i = 0; i < count; ++i)
+        shortcut::NoSignals::setValue(pBoxes[i], values[i]);
+}
+
+template <size_t count>
+void boxesStore(QDoubleSpinBox* const* pBoxes, double (&values)[count])
+{
+    for (size_t i = 0; i < count; ++i)
+        values[i] = pBoxes[i]->value();
+}
+} // namespace
+
 DewarpTuningWidget::PerspectiveWidget::PerspectiveWidget(QWidget* pParent)
     : AbstractWidget(pParent, QString(), false, Role::Part),
       pPushButtonLoadFile(new QPushButton(tr("&Load from File"))),
@@ -54,15 +72,13 @@ QGroupBox* DewarpTuningWidget::PerspectiveWidget::boxesBuild(const QString& titl
 
 void DewarpTuningWidget::PerspectiveWidget::matrixShow(const double (&matrix)[9])
 {
-    for (size_t i = 0; i < std::size(matrix); ++i)
-        shortcut::NoSignals::setValue(pDoubleSpinBoxes3x3[i], matrix[i]);
+    boxesShow(pDoubleSpinBoxes3x3, matrix);
     modelShow();
 }
 
 void DewarpTuningWidget::PerspectiveWidget::matrixStore(double (&matrix)[9]) const
 {
-    for (size_t i = 0; i < std::size(matrix); ++i)
-        matrix[i] = pDoubleSpinBoxes3x3[i]->value();
+    boxesStore(pDoubleSpinBoxes3x3, matrix);
 }
 
 void DewarpTuningWidget::PerspectiveWidget::modelShow()
@@ -104,22 +120,19 @@ DewarpTuningWidget::DistortionWidget::DistortionWidget(QWidget* pParent)
 
 void DewarpTuningWidget::DistortionWidget::resultLoaded(TuningCalibration::DewarpResult result)
 {
-    for (size_t i = 0; i < std::size(result.coefficients); ++i)
-        shortcut::NoSignals::setValue(pDoubleSpinBoxes8x1[i], result.coefficients[i]);
+    boxesShow(pDoubleSpinBoxes8x1, result.coefficients);
     modelShow();
 }
 
 void DewarpTuningWidget::DistortionWidget::coefficientsShow(const double (&coefficients)[8])
 {
-    for (size_t i = 0; i < std::size(coefficients); ++i)
-        shortcut::NoSignals::setValue(pDoubleSpinBoxes8x1[i], coefficients[i]);
+    boxesShow(pDoubleSpinBoxes8x1, coefficients);
     modelShow();
 }
 
 void DewarpTuningWidget::DistortionWidget::coefficientsStore(double (&coefficients)[8]) const
 {
-    for (size_t i = 0; i < std::size(coefficients); ++i)
-        coefficients[i] = pDoubleSpinBoxes8x1[i]->value();
+    boxesStore(pDoubleSpinBoxes8x1, coefficients);
 }
 
 void DewarpTuningWidget::DistortionWidget::modelShow()
