@@ -7,6 +7,8 @@ ImageLabel::ImageLabel(QWidget* parent) : QGraphicsView(parent)
     setBackgroundRole(QPalette::Dark);
     setScene(new QGraphicsScene(0, 0, width, height, this));
     pGraphicsPixmapItem = scene()->addPixmap(QPixmap::fromImage(image));
+    // The scene is larger than the view as a rule.
+    pGraphicsPixmapItem->setTransformationMode(Qt::SmoothTransformation);
 }
 
 void ImageLabel::setImage(const QImage& newImage)
