@@ -84,6 +84,8 @@ TEST_F(Tool, RefusesBeforeAnythingIsSent)
         {"capture --frames 0", "1 to 1000"},
         {"get Wb.config --frames 3", "no option --frames"},
         {"get Wb.config --port /dev/x", "give one"},
+        {"get Wb.config --port=", "--port is empty"},
+        {"get Wb.config --generation=", "--generation is empty"},
         {"file remove a?b", "can't be named"},
         {"get", "Usage: tuning-tool get"},
         {"gte Wb.config", "did you mean get"},
@@ -169,7 +171,10 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     EXPECT_EQ(run("file get chart.pgm").code, 3);
     EXPECT_FALSE(std::filesystem::exists("chart.pgm"));
     board.faultsClear();
-    for (const auto* name : {"../..", "a/.profile"})
+    EXPECT_EQ(run("file get chart.pgm missing.xml --directory here").out, "here/chart.pgm\n") << "one has arrived";
+    EXPECT_EQ(run("capture --directory missing").code, 6);
+    EXPECT_EQ(board.count("Camera::capture"_id), 0u);
+    for (const auto* name : {"../..", "a/.profile", "a?b.pgm"})
     {
         board.faultSet({board::Fault::HostileNames, "Camera::capture"_id, 1, 0, name});
         EXPECT_EQ(run("capture").code, 4);
@@ -193,12 +198,16 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
     EXPECT_EQ(run("table set Ahdr table.json").code, 0);
     EXPECT_TRUE(contains(run("table get Ahdr").out, "2     0.32  0.125")) << run("table get Ahdr").out;
     board.answerSet("Ahdr::tableGet"_id, "table", table);
+    std::swap(table["columns"][0], table["columns"][1]);
+    fileStore("table.json", t_common::JsonApp::toString(table, ""));
+    EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "other columns";
     table["rows"].resize(3);
     fileStore("table.json", t_common::JsonApp::toString(table, ""));
     EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "the board keeps its own";
 
     EXPECT_EQ(run("register write 0x600 9").out, "0x00000600 = 0x00000009 (9)\n");
-    EXPECT_EQ(run("register read 1536 0x404 --json").code, 0);
+    EXPECT_EQ(run("register read 1536 0x404 --json").json().size(), 2u);
+    EXPECT_EQ(run("register write 0x600 9.0").code, 0);
     EXPECT_EQ(run("register write 0x3001 5 --sensor").out, "0x00003001 = 0x00000005 (5)\n");
     EXPECT_TRUE(contains(run("register write 0x610 1").out, "write only"));
     EXPECT_EQ(run("register write 0x60c 1").code, 1);

@@ -52,6 +52,10 @@ void parserFill(QCommandLineParser& parser)
 
 Options optionsRead(const QCommandLineParser& parser)
 {
+    // Of a script's variable that nobody has set, another board or generation than the one that is meant must not come.
+    for (const auto& name : parser.optionNames())
+        if (const auto values = parser.values(name); !values.isEmpty() && values.contains(QString()))
+            throw Failure(Usage, "--" + name.toStdString() + " is empty");
     const auto text = [&](const char* name) { return parser.value(name).toStdString(); };
     Options options;
     options.board = text("board");

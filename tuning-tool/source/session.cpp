@@ -75,14 +75,14 @@ private:
 } // namespace
 
 // A board takes "?" and the like for the end of an address and decodes "%41": it would find another file.
-void nameCheck(const std::string& name, const std::string& ends)
+void nameCheck(const std::string& name, const std::string& ends, Exit code)
 {
     const auto isHex = [&](std::size_t i)
     { return i < name.size() && std::isxdigit(static_cast<unsigned char>(name[i])); };
     for (std::size_t i = 0; i < name.size(); ++i)
         if (ends.find(name[i]) != std::string::npos || (name[i] == '%' && isHex(i + 1) && isHex(i + 2)))
-            throw Failure(Usage, "\"" + shown(name) + "\" can't be named to the board, \"" + name[i] +
-                                     "\" has a meaning of its own");
+            throw Failure(code, "\"" + shown(name) + "\" can't be named to the board, \"" + name[i] +
+                                    "\" has a meaning of its own");
 }
 
 Session::Session(Options options_, std::ostream& out_) : options(std::move(options_)), out(out_) {}
@@ -191,11 +191,9 @@ std::string Session::download(const std::string& boardName)
     guard([&] { name = t_common::FileSystem::localNameGet(boardName); });
     if (name[0] == '.')
         throw Failure(Unreadable, shown(name) + " would be a hidden file");
-    nameCheck(boardName, "?#");
+    nameCheck(boardName, "?#", Unreadable);
     const auto path = options.directory + "/" + name;
     std::error_code error;
-    if (!fs::is_directory(options.directory, error))
-        throw Failure(LocalFile, options.directory + " is no directory");
     const bool isThere = fs::symlink_status(path, error).type() != fs::file_type::not_found;
     if (isThere && !options.isForced)
         throw Failure(LocalFile, path + " is there already; --force replaces it");
@@ -234,6 +232,9 @@ void Session::filesNeed() const
 {
     if (boardAddress(options)["type"] == "uart")
         throw Failure(NoAnswer, "Files do not travel on a serial line");
+    std::error_code error;
+    if (!fs::is_directory(options.directory, error))
+        throw Failure(LocalFile, options.directory + " is no directory");
 }
 
 void Session::upload(const std::string& path)

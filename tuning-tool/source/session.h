@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tuning-tool/source/command-shape.h"
+#include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/options.h"
 #include "tuning-tool/source/payload.h"
 
@@ -19,8 +20,8 @@ class ClientHolder;
 namespace tool
 {
 /// Names of files travel in the address of an exchange. Throws `Failure` for one that has a meaning of its own there:
-/// one of the characters `ends`, or what looks encoded.
-void nameCheck(const std::string& name, const std::string& ends);
+/// one of the characters `ends`, or what looks encoded; with the code of whose name it is.
+void nameCheck(const std::string& name, const std::string& ends, Exit code = Usage);
 
 /// One run of the program: what it was asked for, where its output goes, and the way to the board, which is opened when
 /// it is first needed.
@@ -39,7 +40,8 @@ public:
     /// Shows instead of sending, in a dry run. False otherwise.
     bool showsFile(const std::string& operation, const std::string& name);
 
-    /// Throws `Failure` where the line to the board has no files, before anything is done for one.
+    /// Throws `Failure` where the line to the board has no files, or they have nowhere to land, before anything is done
+    /// for one.
     void filesNeed() const;
 
     /// Stores the board's file under its own name in the directory; gives the path. One that is there already stays,

@@ -67,6 +67,28 @@ std::string valueText(const Json::Value& value)
     return {text, std::to_chars(text, text + sizeof text, value.asDouble()).ptr};
 }
 
+bool isSame(const Json::Value& sent, const Json::Value& told, const std::string& type)
+{
+    if (sent.isNumeric() && told.isNumeric())
+    {
+        if (type == "float")
+            return sent.asFloat() == told.asFloat();
+        if (sent.isInt64() && told.isInt64())
+            return sent.asInt64() == told.asInt64();
+        if (sent.isUInt64() && told.isUInt64())
+            return sent.asUInt64() == told.asUInt64();
+        return sent.asDouble() == told.asDouble();
+    }
+    if (sent.type() != told.type() || !(sent.isArray() || sent.isObject()))
+        return sent == told;
+    if (sent.size() != told.size())
+        return false;
+    for (auto element = sent.begin(), other = told.begin(); element != sent.end(); ++element, ++other)
+        if (element.name() != other.name() || !isSame(*element, *other, type))
+            return false;
+    return true;
+}
+
 Json::Value sound(const Json::Value& value)
 {
     const auto shown = [](const std::string& text)

@@ -63,6 +63,14 @@ void printPaths(Session& session, const std::vector<std::string>& paths)
         session.jsonPrint(jPaths);
 }
 
+/// A file that has arrived: told at once, since a later one may fail; to programs in one list.
+void pathTell(Session& session, std::vector<std::string>& paths, const std::string& path)
+{
+    paths.push_back(path);
+    if (!session.options.isJson)
+        printPaths(session, {path});
+}
+
 /// The board's files of that extension; nothing in a dry run.
 std::optional<std::vector<std::string>> filesOf(Session& session, const std::string& extension)
 {
@@ -117,9 +125,9 @@ void fileGet(Session& session)
         if (session.showsFile("download", name))
             continue;
         presenceCheck(session, name);
-        paths.push_back(session.download(name));
+        pathTell(session, paths, session.download(name));
     }
-    if (!session.options.isDryRun)
+    if (session.options.isJson && !session.options.isDryRun)
         printPaths(session, paths);
 }
 
@@ -169,9 +177,9 @@ void capture(Session& session)
             continue;
         Payload answer(shape.answer, {});
         answer.take(*jAnswer);
-        paths.push_back(session.download((*jAnswer)["file.name"].asString()));
+        pathTell(session, paths, session.download((*jAnswer)["file.name"].asString()));
     }
-    if (!options.isDryRun)
+    if (options.isJson && !options.isDryRun)
         printPaths(session, paths);
 }
 } // namespace tool

@@ -35,7 +35,8 @@ std::optional<Json::Value> valueRead(Session& session, const std::string& addres
     return answer.value("value");
 }
 
-void valuePrint(Session& session, const Json::Value& address, const Json::Value& value)
+/// For people a line, for programs the element of a list.
+void valueTell(Session& session, Json::Value& jRegisters, const Json::Value& address, const Json::Value& value)
 {
     if (!session.options.isJson)
     {
@@ -45,7 +46,7 @@ void valuePrint(Session& session, const Json::Value& address, const Json::Value&
     Json::Value jRegister;
     jRegister["address"] = address;
     jRegister["value"] = value;
-    session.jsonPrint(jRegister);
+    jRegisters.append(std::move(jRegister));
 }
 
 /// A list of objects under the key; throws `Failure` for anything else.
@@ -94,9 +95,12 @@ void sensorDump(Session& session)
 
 void registerRead(Session& session)
 {
+    Json::Value jRegisters(Json::arrayValue);
     for (const auto& address : session.options.words)
         if (const auto value = valueRead(session, address))
-            valuePrint(session, valueParse(address, {}), *value);
+            valueTell(session, jRegisters, valueParse(address, {}), *value);
+    if (session.options.isJson && !session.options.isDryRun)
+        session.jsonPrint(jRegisters);
 }
 
 void registerWrite(Session& session)
@@ -121,8 +125,11 @@ void registerWrite(Session& session)
         session.out << hexText(*request.value("address")) << " written, not read back: " << failure.what() << '\n';
         return;
     }
-    valuePrint(session, *request.value("address"), *value);
-    if (*value != *request.value("value"))
+    Json::Value jRegisters;
+    valueTell(session, jRegisters, *request.value("address"), *value);
+    if (session.options.isJson)
+        session.jsonPrint(jRegisters[0]);
+    if (!isSame(*request.value("value"), *value))
         throw Failure(Other, "The board has another value than was sent");
 }
 

@@ -7,18 +7,6 @@ namespace tool
 {
 namespace
 {
-bool isSame(const std::string& type, const Json::Value& left, const Json::Value& right)
-{
-    // A plain key has the digits of a double, whatever the board keeps it in.
-    if (type == "float" && left.isNumeric() && right.isNumeric())
-        return left.asFloat() == right.asFloat();
-    if (left.isInt64() && right.isInt64())
-        return left.asInt64() == right.asInt64();
-    if (left.isNumeric() && right.isNumeric())
-        return left.asDouble() == right.asDouble();
-    return left == right || valueText(left) == valueText(right);
-}
-
 /// The command that reads what the other one writes.
 CommandShape readerOf(const CommandShape& setter)
 {
@@ -94,7 +82,7 @@ private:
                 continue;
             jField["before"] = before.value(name).value_or(Json::Value());
             jField["now"] = *now;
-            const bool isKept = isSame(sent.type(name), wanted, jField["now"]);
+            const bool isKept = isSame(wanted, jField["now"], sent.type(name));
             rows.back() = {name, valueText(jField["before"]), valueText(wanted), valueText(jField["now"]),
                            unitOf(name)};
             if (!isKept)

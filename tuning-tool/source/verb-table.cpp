@@ -50,16 +50,6 @@ Json::Value tableRead(Session& session)
     tableCheck(jTable, Unreadable);
     return jTable;
 }
-
-bool isSame(const Json::Value& left, const Json::Value& right)
-{
-    if (left.isArray() != right.isArray() || left.size() != right.size())
-        return false;
-    for (Json::ArrayIndex i = 0; left.isArray() && i < left.size(); ++i)
-        if (!isSame(left[i], right[i]))
-            return false;
-    return left.isArray() || left.asDouble() == right.asDouble();
-}
 } // namespace
 
 void tableGet(Session& session)
@@ -113,7 +103,7 @@ void tableSet(Session& session)
         session.jsonPrint(jNow);
     else
         session.out << shape.name() << " done, " << jNow["rows"].size() << " rows\n";
-    if (!isSame(jTable["rows"], jNow["rows"]))
+    if (!isSame(jTable["columns"], jNow["columns"]) || !isSame(jTable["rows"], jNow["rows"]))
         throw Failure(Other, "The board has another table than was sent");
 }
 } // namespace tool
