@@ -415,6 +415,9 @@ TEST_F(PageBaseTest, ChangedRowsAreBoldAndGoBackAsThePageWasFirstRead)
     board->recordSet("Wb", 0, std::string(reinterpret_cast<const char*>(&value), sizeof value));
     refresh();
     EXPECT_TRUE(isBold(pRed)) << "whoever has changed it";
+    pMainWindow->inputFollow(1);
+    refresh();
+    EXPECT_FALSE(isBold(pRed)) << "of another sensor";
 }
 
 TEST_F(PageBaseTest, RowsThatKeepAnOrderGoBackTogether)

@@ -321,6 +321,17 @@ TEST_F(ViewerTest, LinkedViewersShowTheSamePlace)
     action("&Fit to Window").trigger();
     EXPECT_TRUE(actionOf(other.findChildren<QAction*>(), "&Fit to Window")->isChecked());
     action("&Fit to Window").trigger();
+    expectSame();
+
+    pictureWrite("b.pgm", 800, 500);
+    {
+        const FileDialogAnswer answer(directory.filePath("b.pgm"));
+        actionOf(other.findChildren<QAction*>(), "&Open...")->trigger();
+    }
+    label().setRectangle({1000, 700, 100, 100});
+    EXPECT_EQ(other.findChild<PictureLabel*>()->rectangle(), QRect()) << "outside its picture";
+    actionOf(other.findChildren<QAction*>(), "Zoom &In (25%)")->trigger();
+    EXPECT_EQ(label().rectangle(), QRect(1000, 700, 100, 100));
 
     other.close();
     EXPECT_EQ(text("Link"), "");

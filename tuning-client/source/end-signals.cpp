@@ -29,7 +29,13 @@ void handlersSet(void (*fHandler)(int))
     action.sa_handler = fHandler;
     action.sa_flags = int(SA_RESTART | SA_RESETHAND);
     for (const int number : {SIGTERM, SIGINT})
-        sigaction(number, &action, nullptr);
+    {
+        // Whoever has started the program may have it ignore one, as a shell does in the background.
+        struct sigaction before = {};
+        sigaction(number, nullptr, &before);
+        if (before.sa_handler != SIG_IGN)
+            sigaction(number, &action, nullptr);
+    }
 }
 } // namespace
 

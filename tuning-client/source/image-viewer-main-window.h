@@ -69,6 +69,7 @@ private:
     void linkShow();
     void partnerLead();
     void partnerFollow();
+    void partnerMeasure();
     void partnerRaise();
     void zoomAt(bool isIn, const QPoint& position);
     void zoomLimit();

@@ -51,6 +51,7 @@ void ImageViewerMainWindow::rectangleShow()
     // The dock takes room of the picture, but not from under the mouse.
     else if (!pDock->isHidden() || !imageLabel->isDrawing())
         figuresShow();
+    partnerMeasure();
     partnerLead();
 }
 
@@ -136,6 +137,7 @@ void ImageViewerMainWindow::link(ImageViewerMainWindow& other)
     other.pPartner = this;
     linkShow();
     other.linkShow();
+    partnerMeasure();
     partnerLead();
 }
 
@@ -160,13 +162,21 @@ void ImageViewerMainWindow::partnerLead()
         pPartner->partnerFollow();
 }
 
-/// Takes place, zoom and rectangle of the partner, as far as the own picture reaches.
+/// Gives the partner the rectangle, as far as its picture reaches. It never comes back: only the user makes one.
+void ImageViewerMainWindow::partnerMeasure()
+{
+    if (!pPartner || isFollowing)
+        return;
+    const QScopedValueRollback<bool> following(pPartner->isFollowing, true);
+    pPartner->imageLabel->setRectangle(imageLabel->rectangle());
+}
+
+/// Takes place and zoom of the partner, as far as the own picture reaches.
 void ImageViewerMainWindow::partnerFollow()
 {
     const QScopedValueRollback<bool> following(isFollowing, true);
     if (fitToWindowAct->isChecked() != pPartner->fitToWindowAct->isChecked())
         fitToWindowAct->trigger();
-    imageLabel->setRectangle(pPartner->imageLabel->rectangle());
     if (fitToWindowAct->isChecked())
         return;
     scaleFactor = pPartner->scaleFactor;

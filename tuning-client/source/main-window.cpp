@@ -4,6 +4,7 @@
 #include "tuning-client/source/chip/chips.h"
 #include "tuning-client/source/config/config.h"
 #include "tuning-client/source/control/console-widget.h"
+#include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/file/capture.h"
 #include "tuning-client/source/finder.h"
 #include "tuning-client/source/image-viewer-main-window.h"
@@ -415,6 +416,9 @@ void MainWindow::inputTriggered(QAction* pAction)
     try
     {
         rest::Camera().inputSwitch(pAction->objectName().toInt(), inputType, driverFileName);
+        // What was read first is another sensor's: no way back to that.
+        for (auto* pRow : centralWidget()->findChildren<SliderSpinWidget*>())
+            pRow->firstValueForget();
     }
     catch (const std::exception& exception)
     {

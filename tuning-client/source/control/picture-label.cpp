@@ -7,8 +7,8 @@
 
 namespace
 {
-/// What `place` of `size` is of `otherSize`.
-int placeOf(int place, int size, int otherSize) { return int(qint64(place) * otherSize / size); }
+/// What `place` of `size` is of `otherSize`. A narrow picture may be shown with no width at all.
+int placeOf(int place, int size, int otherSize) { return int(qint64(place) * otherSize / qMax(1, size)); }
 } // namespace
 
 PictureLabel::PictureLabel(QWidget* pParent) : QLabel(pParent)
