@@ -14,6 +14,7 @@ namespace tool
 namespace
 {
 constexpr std::size_t many = 100'000;
+constexpr int waitMost = 60;
 
 struct Option
 {
@@ -39,6 +40,11 @@ const std::vector<Option>& allOptions()
         {"directory", "DIR", "where files land, the working directory by default", false},
         {"force", "", "replace files that are there", false},
         {"sensor", "", "registers of the sensor, not of the pipeline", false},
+        {"only", "LIST", "of these modules, such as Wb,\"Wdr V4\",Gc", false},
+        {"chip", "NAME", "the chip of the board, the one of the window by default", false},
+        {"rollback", "", "back to the state of before: of the last apply, or where this one fails", false},
+        {"capture", "TYPE", "the kind of the pictures, as for --type", false},
+        {"wait", "SECONDS", "from a change to its picture, 0.2 by default", false},
     };
     return options;
 }
@@ -66,11 +72,20 @@ Options optionsRead(const QCommandLineParser& parser)
         options.type = text("type");
     if (parser.isSet("directory"))
         options.directory = text("directory");
+    options.only = text("only");
+    options.chip = text("chip");
     bool isNumber = true;
     if (parser.isSet("frames"))
         options.frames = parser.value("frames").toInt(&isNumber);
     if (!isNumber)
         throw Failure(Usage, "--frames is a number");
+    if (parser.isSet("capture"))
+        options.type = text("capture");
+    if (parser.isSet("wait"))
+        options.wait = parser.value("wait").toDouble(&isNumber);
+    if (!isNumber || !(options.wait >= 0 && options.wait <= waitMost))
+        throw Failure(Usage, "--wait is a number from 0 to " + std::to_string(waitMost));
+    options.isRollback = parser.isSet("rollback");
     options.isJson = parser.isSet("json");
     options.isDryRun = parser.isSet("dry-run");
     options.isVerbose = parser.isSet("verbose");
@@ -139,12 +154,14 @@ void helpPrint(std::ostream& out)
     out << "\nWithout --board and --port it is the board of ~/.tuning-client/preferences.json.\n"
            "\nExit codes:\n"
            "  0  done\n"
-           "  1  refused by the board, whose words are on standard error; or findings of chip check\n"
+           "  1  refused by the board, whose words are on standard error; differences of diff, conflicts of\n"
+           "     merge, findings of chip check\n"
            "  2  wrong command line: an unknown name, a value that its type cannot hold\n"
            "  3  no answer: no board, no line, no file transfer on this line\n"
            "  4  an answer that is not what the description says\n"
            "  5  the board has made another value of what it was sent\n"
-           "  6  a file of this computer can't be read or written\n";
+           "  6  a file of this computer can't be read or written\n"
+           "  7  interrupted between two commands, what was sent is told\n";
 }
 
 void runGuarded(const std::vector<std::string>& arguments, std::ostream& out)
@@ -202,6 +219,16 @@ const std::vector<Verb>& verbs()
         {"register read", "ADDRESS...", 1, many, {"sensor"}, "registers, 0x for hexadecimal", registerRead},
         {"register write", "ADDRESS VALUE", 2, 2, {"sensor"}, "write, read back", registerWrite},
         {"register dump", "[NAME]", 0, 1, {"sensor", "directory", "force"}, "all registers", registerDump},
+        {"snapshot", "", 0, 0, {"only", "chip"}, "all settings of the board as JSON", snapshot},
+        {"diff", "OLD [NEW]", 1, 2, {"only", "chip"}, "what differs in two snapshots, or one and the board", diff},
+        {"merge", "BASE MINE THEIRS", 3, 3, {}, "one snapshot of two that come from one", merge},
+        {"apply",
+         "[SNAPSHOT]",
+         0,
+         1,
+         {"only", "chip", "rollback", "force"},
+         "send what differs, read back; journalled for --rollback",
+         apply},
         {"list", "[CLASS[.COMMAND]]", 0, 1, {"generation"}, "commands, keys, fields, types, ranges", list},
         {"chip check", "FILE...", 1, many, {}, "what the window passes over in silence", chipCheck},
         {"chip pages", "", 0, 0, {}, "the names of pages", chipPages},
@@ -244,7 +271,7 @@ int run(const std::vector<std::string>& arguments, std::ostream& out, std::ostre
         text = "Standard output can't be written";
     }
     if (code != Done)
-        err << "tuning-tool: " << t_common::printable(text) << '\n';
+        err << "tuning-tool: " << t_common::printable(text, std::string::npos, t_common::Lines::Many) << '\n';
     return code;
 }
 } // namespace tool

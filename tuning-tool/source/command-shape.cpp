@@ -82,6 +82,14 @@ const board::CommandClass& commandClassFind(const std::string& name)
     throw Failure(Usage, "There is no class \"" + name + "\"" + meantText(name, names));
 }
 
+std::vector<std::string> generationsOf(const board::CommandClass& commandClass)
+{
+    std::vector<std::string> names(std::max<std::size_t>(commandClass.generations.size(), 1));
+    for (const auto& [name, number] : commandClass.generations)
+        names[static_cast<std::size_t>(number)] = name;
+    return names;
+}
+
 std::string generationCheck(const board::CommandClass& commandClass, const std::string& generation)
 {
     std::vector<std::string> names;

@@ -45,5 +45,8 @@ const board::Command* commandFind(const board::CommandClass& commandClass, const
 /// A generation may be left out where the class has none or one.
 CommandShape commandShape(const std::string& name, const std::string& suffix, const std::string& generation);
 const board::CommandClass& commandClassFind(const std::string& name);
+
+/// Generations by their numbers, or one empty name for none.
+std::vector<std::string> generationsOf(const board::CommandClass& commandClass);
 std::string generationCheck(const board::CommandClass& commandClass, const std::string& generation);
 } // namespace tool

@@ -1,5 +1,7 @@
 #include "tuning-tool/source/local-file.h"
 
+#include "tuning-common/source/json-app.h"
+#include "tuning-common/source/limits.h"
 #include "tuning-tool/source/failure.h"
 
 #include <filesystem>
@@ -30,5 +32,18 @@ std::string fileRead(const std::string& path, std::size_t limit)
     if (stream.bad())
         throw Failure(LocalFile, "Reading of " + path + " failed");
     return bytes;
+}
+
+Json::Value jsonRead(const std::string& path)
+{
+    const auto text = fileRead(path, t_common::limit::jsonFile);
+    try
+    {
+        return t_common::JsonApp::fromString(text);
+    }
+    catch (const std::exception& exception)
+    {
+        throw Failure(LocalFile, path + ": " + exception.what());
+    }
 }
 } // namespace tool

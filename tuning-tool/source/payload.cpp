@@ -183,9 +183,8 @@ Payload::Place Payload::find(const std::string& name) const
     return place;
 }
 
-void Payload::plainSet(const board::Key& key, const std::string& text)
+void Payload::plainSet(const board::Key& key, const Json::Value& value)
 {
-    const auto value = valueParse(key.type == "bytes" ? base64Text(text) : text, key.type);
     board::scalarCheck(key.type, value, key.name);
     if (!key.fits(value))
         throw Failure(Usage, key.name + " is of type " + key.type);
@@ -209,7 +208,7 @@ void Payload::set(const std::string& name, const std::string& text)
             isGiven[place.pKey->name] = true;
         }
         else if (place.pKey->recordName().empty())
-            plainSet(*place.pKey, text);
+            plainSet(*place.pKey, valueParse(place.pKey->type == "bytes" ? base64Text(text) : text, place.pKey->type));
         else
             recordTake(*place.pKey, base64Text(text));
     }
@@ -223,6 +222,15 @@ void Payload::set(const std::string& name, const std::string& text)
     {
         throw Failure(Usage, name + "=" + text.substr(0, 80) + " is refused: " + exception.what());
     }
+}
+
+void Payload::valueSet(const std::string& name, const Json::Value& value)
+{
+    const auto place = find(name);
+    if (!place.pField)
+        return plainSet(*place.pKey, value);
+    board::fieldSet(*place.pField, recordBytes[place.pKey->name], place.index, value);
+    isGiven[place.pKey->name] = true;
 }
 
 std::optional<Json::Value> Payload::value(const std::string& name) const

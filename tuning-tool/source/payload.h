@@ -33,6 +33,9 @@ public:
     /// for an unknown name, with those that are near, and for a value that the type cannot hold.
     void set(const std::string& name, const std::string& text);
 
+    /// The same from a value such as `value` gives. Throws `std::runtime_error` for one that the type cannot hold.
+    void valueSet(const std::string& name, const Json::Value& value);
+
     /// Nothing where the name leads nowhere or there is no value.
     std::optional<Json::Value> value(const std::string& name) const;
 
@@ -68,11 +71,11 @@ private:
     Place find(const std::string& name) const; ///< throws `Failure`
     Place findAny(std::string name) const;
     Place findExactly(const std::string& name) const;
-    void plainSet(const board::Key& key, const std::string& text);
+    void plainSet(const board::Key& key, const Json::Value& value);
     void recordTake(const board::Key& key, const Json::Value& value);
 
-    const std::vector<board::Key> keys;
-    const std::string generation;
+    std::vector<board::Key> keys;
+    std::string generation;
     std::map<std::string, Json::Value> plain;
     std::map<std::string, std::string> recordBytes;
     std::map<std::string, bool> isGiven; ///< of records: whether any of their bytes was

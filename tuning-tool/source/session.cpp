@@ -105,6 +105,13 @@ t_transfer::ClientHolder& Session::holder()
     return *pHolder;
 }
 
+std::string Session::boardName() const
+{
+    const auto jAddress = boardAddress(options);
+    const auto& jPort = jAddress["port"];
+    return jAddress["type"] == "uart" ? jPort.asString() : jAddress["ip"].asString() + ":" + jPort.asString();
+}
+
 void Session::guard(const std::function<void()>& exchange)
 {
     try

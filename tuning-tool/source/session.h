@@ -31,6 +31,9 @@ public:
     Session(Options options_, std::ostream& out_);
     ~Session();
 
+    /// "HOST:PORT" or the device of a serial line. Throws `Failure` where none is known.
+    std::string boardName() const;
+
     /// Sends the command and gives the whole answer, sound to show. Throws `Failure`.
     Json::Value ask(const CommandShape& shape, const Payload& payload);
 

@@ -71,7 +71,7 @@ bool isSame(const Json::Value& sent, const Json::Value& told, const std::string&
 {
     if (sent.isNumeric() && told.isNumeric())
     {
-        if (type == "float")
+        if (type.rfind("float", 0) == 0)
             return sent.asFloat() == told.asFloat();
         if (sent.isInt64() && told.isInt64())
             return sent.asInt64() == told.asInt64();

@@ -13,8 +13,8 @@ Json::Value valueParse(const std::string& text, const std::string& type);
 /// For people: a number in its shortest form, a list in brackets, printable and bounded.
 std::string valueText(const Json::Value& value);
 
-/// Whether a board that tells `told` holds what was sent: numbers by their value, those of type "float" in its digits,
-/// lists and objects by their elements, all else exactly.
+/// Whether a board that tells `told` holds what was sent: numbers by their value, those of type "float" or "float[9]"
+/// in its digits, lists and objects by their elements, all else exactly.
 bool isSame(const Json::Value& sent, const Json::Value& told, const std::string& type = {});
 
 /// The same value with texts and keys that may be shown: what is no UTF-8 or would steer a terminal is replaced.

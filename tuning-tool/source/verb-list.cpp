@@ -15,15 +15,6 @@ std::string rangeOf(const std::string& type)
     return pScalar && type.rfind("char[", 0) != 0 ? pScalar->range : std::string();
 }
 
-/// Generations by their numbers, or one empty name for none.
-std::vector<std::string> generationsOf(const board::CommandClass& commandClass)
-{
-    std::vector<std::string> names(std::max<std::size_t>(commandClass.generations.size(), 1));
-    for (const auto& [name, number] : commandClass.generations)
-        names[static_cast<std::size_t>(number)] = name;
-    return names;
-}
-
 std::string keysText(const std::vector<board::Key>& keys)
 {
     std::string text;

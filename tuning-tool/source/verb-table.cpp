@@ -1,6 +1,4 @@
-#include "tuning-common/source/json-app.h"
-#include "tuning-common/source/limits.h"
-#include "tuning-common/source/text.h"
+#include "tuning-tool/source/auto-table.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/local-file.h"
 #include "tuning-tool/source/value-text.h"
@@ -10,45 +8,9 @@ namespace tool
 {
 namespace
 {
-namespace limit = t_common::limit;
-
 CommandShape shapeOf(const Session& session, const std::string& suffix)
 {
     return commandShape(session.options.words[0] + ".table", suffix, session.options.generation);
-}
-
-/// Columns of texts and rows of numbers, no longer than the window's editor takes.
-void tableCheck(const Json::Value& jTable, Exit exit)
-{
-    const auto refuse = [exit](const std::string& reason) { throw Failure(exit, "This is no auto table: " + reason); };
-    if (!jTable.isObject() || !jTable["columns"].isArray() || !jTable["rows"].isArray())
-        refuse("it has no lists \"columns\" and \"rows\"");
-    const auto& jColumns = jTable["columns"];
-    if (jColumns.size() > limit::tableColumns || jTable["rows"].size() > limit::tableCells)
-        refuse("it is too large");
-    for (const auto& jColumn : jColumns)
-        if (!jColumn.isString())
-            refuse("a column's name is no text");
-    std::size_t number = 0;
-    for (const auto& jRow : jTable["rows"])
-    {
-        ++number;
-        if (!jRow.isArray() || jRow.size() != jColumns.size())
-            refuse("row " + std::to_string(number) + " has not as many values as there are columns");
-        if (number * jColumns.size() > limit::tableCells)
-            refuse("it is too large");
-        for (const auto& jCell : jRow)
-            if (!jCell.isNumeric())
-                refuse("row " + std::to_string(number) + " has a value that is no number");
-    }
-}
-
-Json::Value tableRead(Session& session)
-{
-    const auto shape = shapeOf(session, "Get");
-    auto jTable = session.ask(shape, Payload({}, {}))["table"];
-    tableCheck(jTable, Unreadable);
-    return jTable;
 }
 } // namespace
 
@@ -59,7 +21,7 @@ void tableGet(Session& session)
         session.send(shapeOf(session, "Get"), Payload({}, {}));
         return;
     }
-    const auto jTable = tableRead(session);
+    const auto jTable = tableRead(session, shapeOf(session, "Get"));
     if (session.options.isJson)
         return session.jsonPrint(jTable);
     std::vector<std::vector<std::string>> rows(1);
@@ -77,20 +39,7 @@ void tableGet(Session& session)
 void tableSet(Session& session)
 {
     const auto shape = shapeOf(session, "Set");
-    const auto& path = session.options.words[1];
-    Json::Value jTable;
-    try
-    {
-        jTable = t_common::JsonApp::fromString(fileRead(path, limit::jsonFile));
-    }
-    catch (const Failure&)
-    {
-        throw;
-    }
-    catch (const std::exception& exception)
-    {
-        throw Failure(LocalFile, path + ": " + exception.what());
-    }
+    const auto jTable = jsonRead(session.options.words[1]);
     tableCheck(jTable, LocalFile);
     Payload payload(shape.request, shape.generation);
     Json::Value jKeys;
@@ -98,7 +47,7 @@ void tableSet(Session& session)
     payload.take(jKeys);
     if (!session.send(shape, payload))
         return;
-    const auto jNow = tableRead(session);
+    const auto jNow = tableRead(session, shapeOf(session, "Get"));
     if (session.options.isJson)
         session.jsonPrint(jNow);
     else
