@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tuning-client/source/image/samples.h"
+#include "tuning-image/source/samples.h"
 
 #include <QDockWidget>
 #include <QStringList>

@@ -1,5 +1,6 @@
 #include "tuning-client/source/image/picture.h"
 
+#include "tuning-client/source/image/netpbm-image.h"
 #include "tuning-common/source/limits.h"
 
 #include <QColor>
@@ -29,7 +30,7 @@ Picture::Picture(const QString& fileName)
         if (file.size() <= limit)
             netpbm = Netpbm::parse(file.readAll());
         if (netpbm)
-            image = netpbm->imageGet();
+            image = netpbmImage(*netpbm);
         return;
     }
     QImageReader reader(&file);

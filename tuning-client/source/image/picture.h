@@ -1,7 +1,8 @@
 #pragma once
 
-#include "tuning-client/source/image/netpbm.h"
+#include "tuning-image/source/netpbm.h"
 
+#include <QImage>
 #include <QPoint>
 #include <QString>
 

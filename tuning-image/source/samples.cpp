@@ -1,4 +1,4 @@
-#include "tuning-client/source/image/samples.h"
+#include "tuning-image/source/samples.h"
 
 #include <cmath>
 #include <cstring>

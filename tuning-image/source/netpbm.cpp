@@ -1,9 +1,8 @@
-#include "tuning-client/source/image/netpbm.h"
+#include "tuning-image/source/netpbm.h"
 
 #include "tuning-common/source/limits.h"
 
 #include <algorithm>
-#include <vector>
 
 namespace
 {
@@ -73,9 +72,9 @@ std::optional<Netpbm> Netpbm::parse(const QByteArray& bytes)
     return picture;
 }
 
-const uchar* Netpbm::sampleAt(qint64 index) const
+const unsigned char* Netpbm::sampleAt(qint64 index) const
 {
-    return reinterpret_cast<const uchar*>(bytes.constData()) + offset + index * sampleSize;
+    return reinterpret_cast<const unsigned char*>(bytes.constData()) + offset + index * sampleSize;
 }
 
 int Netpbm::sample(int x, int y, int channel) const
@@ -88,35 +87,4 @@ SampleGrid Netpbm::samples() const
 {
     return {sampleAt(0), qint64(width) * channels * sampleSize, channels, channels,
             sampleSize == 1 ? SampleGrid::Bytes : SampleGrid::WordsOfFile};
-}
-
-QImage Netpbm::imageGet() const
-{
-    // Samples above the maximum, which a file may have all the same, are white.
-    std::vector<uchar> shades(sampleCount, 255);
-    for (int i = 0; i < maximum; ++i)
-        shades[std::size_t(i)] = uchar(i * 255 / maximum);
-
-    QImage image(width, height, QImage::Format_RGB32);
-    if (image.isNull())
-        return image;
-    for (int y = 0; y < height; ++y)
-    {
-        auto* pPixel = reinterpret_cast<QRgb*>(image.scanLine(y));
-        const auto* pSample = sampleAt(qint64(y) * width * channels);
-        const auto shadeNext = [&]
-        {
-            const auto value = sampleSize == 1 ? *pSample : pSample[0] << 8 | pSample[1];
-            pSample += sampleSize;
-            return shades[std::size_t(value)];
-        };
-        for (int x = 0; x < width; ++x)
-        {
-            const auto red = shadeNext();
-            const auto green = isColour() ? shadeNext() : red;
-            const auto blue = isColour() ? shadeNext() : red;
-            pPixel[x] = qRgb(red, green, blue);
-        }
-    }
-    return image;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "tuning-client/source/image/samples.h"
+#include "tuning-image/source/samples.h"
 
 #include <QByteArray>
-#include <QImage>
+#include <QSize>
 
 #include <optional>
 
@@ -22,11 +22,13 @@ public:
     /// All samples, valid as long as this object.
     SampleGrid samples() const;
 
-    /// The picture as it is shown, in Format_RGB32.
-    QImage imageGet() const;
+    QSize size() const { return {width, height}; }
+
+    /// What a sample is at most, though a file may have larger ones.
+    int maximumGet() const { return maximum; }
 
 private:
-    const uchar* sampleAt(qint64 index) const;
+    const unsigned char* sampleAt(qint64 index) const;
 
     QByteArray bytes;
     int offset = 0; ///< of the first sample
