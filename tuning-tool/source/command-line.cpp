@@ -1,6 +1,7 @@
 #include "tuning-tool/source/command-line.h"
 
 #include "tuning-common/source/text.h"
+#include "tuning-tool/source/camera.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/nearest.h"
 #include "tuning-tool/source/verbs.h"
@@ -24,6 +25,14 @@ struct Option
     bool isCommon;
 };
 
+std::string typesText()
+{
+    std::string text;
+    for (const auto& type : pictureTypes())
+        text += (text.empty() ? "" : ", ") + type + (type == Options().type ? " (the default)" : "");
+    return text;
+}
+
 const std::vector<Option>& allOptions()
 {
     static const std::vector<Option> options{
@@ -34,7 +43,7 @@ const std::vector<Option>& allOptions()
         {"verbose", "", "the traffic on standard error", true},
         {"help", "", "this text", true},
         {"generation", "NAME", "of a class that has several, such as V4", false},
-        {"type", "TYPE", "RAW08, RAW10, RAW12 (the default), RAW16, RGB or YUV", false},
+        {"type", "TYPE", typesText(), false},
         {"frames", "COUNT", "pictures one after the other, 1 by default", false},
         {"lock", "LIST", "what stands still for a picture: af, ae, awb", false},
         {"directory", "DIR", "where files land, the working directory by default", false},

@@ -1,3 +1,4 @@
+#include "tuning-tool/source/camera.h"
 #include "tuning-tool/source/command-line.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/verbs.h"
@@ -104,7 +105,7 @@ Words candidates(Words before, bool isOption)
     if (last == "--generation" && !name.empty())
         return generationsOf(name);
     if (last == "--type")
-        return {"RAW08", "RAW10", "RAW12", "RAW16", "RGB", "YUV"};
+        return pictureTypes();
     if (isOption)
         return optionsOf(*pVerb);
     const bool isNamed = pVerb->name == "get" || pVerb->name == "set" || pVerb->name == "call";

@@ -1,5 +1,6 @@
 #include "tuning-common/source/file-system.h"
 #include "tuning-common/source/limits.h"
+#include "tuning-tool/source/camera.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/nearest.h"
 #include "tuning-tool/source/value-text.h"
@@ -21,17 +22,6 @@ Payload payloadOf(const CommandShape& shape, const std::vector<std::pair<std::st
     for (const auto& [name, value] : values)
         payload.set(name, value);
     return payload;
-}
-
-/// The number that stands for a picture's kind on the wire; throws `Failure`.
-int snapshotType(const std::string& name)
-{
-    const std::vector<std::string> names{"RAW08", "RAW10", "RAW12", "RAW16", "RGB", "YUV"};
-    std::string text;
-    for (std::size_t i = 0; i < names.size(); text += " " + names[i++])
-        if (names[i] == name)
-            return static_cast<int>(i);
-    throw Failure(Usage, "There is no picture of type \"" + name + "\", but" + text);
 }
 
 /// The set of bits for "af,ae,awb"; throws `Failure`.
@@ -157,27 +147,18 @@ void capture(Session& session)
 {
     constexpr int most = 1000;
     const auto& options = session.options;
-    const auto shape = commandShape("Camera.capture", {}, {});
-    const auto type = std::to_string(snapshotType(options.type));
-    const auto locks = std::to_string(lockBits(options.lock));
+    const auto locks = lockBits(options.lock);
     if (options.frames < 1 || options.frames > most)
         throw Failure(Usage, "--frames is a number from 1 to " + std::to_string(most));
-    if (!options.isDryRun)
-        session.filesNeed();
     // All of a run have one time in their names: two of them may be taken in one second.
     const auto stamp = QDateTime::currentDateTime().toString("yyyyMMdd_hhmmss").toStdString();
     std::vector<std::string> paths;
     for (int i = 1; i <= options.frames; ++i)
     {
         const auto number = options.frames > 1 ? "_" + std::to_string(i) : std::string();
-        const auto jAnswer = session.send(shape, payloadOf(shape, {{"file.name", options.type + "_" + stamp + number},
-                                                                   {"snapshot.type", type},
-                                                                   {"lock.type", locks}}));
-        if (!jAnswer)
-            continue;
-        Payload answer(shape.answer, {});
-        answer.take(*jAnswer);
-        pathTell(session, paths, session.download((*jAnswer)["file.name"].asString()));
+        const auto path = pictureTake(session, options.type, options.type + "_" + stamp + number, locks);
+        if (!options.isDryRun)
+            pathTell(session, paths, path);
     }
     if (options.isJson && !options.isDryRun)
         printPaths(session, paths);
