@@ -1,24 +1,12 @@
 #include "tuning-image/source/samples.h"
 
+#include "tuning-image/source/sample-at.h"
+
 #include <cmath>
-#include <cstring>
 
 namespace
 {
 using Tables = std::vector<ChannelStatistics>;
-
-template <SampleGrid::Kind kind>
-unsigned sampleAt(const unsigned char* pSamples, qint64 index)
-{
-    if constexpr (kind == SampleGrid::Bytes)
-        return pSamples[index];
-    const auto* pWord = pSamples + 2 * index;
-    if constexpr (kind == SampleGrid::WordsOfFile)
-        return unsigned(pWord[0] << 8 | pWord[1]);
-    uint16_t word;
-    std::memcpy(&word, pWord, sizeof word);
-    return word;
-}
 
 /// Counts the samples of a part of a row, `step` apart.
 template <SampleGrid::Kind kind>

@@ -49,7 +49,7 @@ const std::vector<Option>& allOptions()
         {"directory", "DIR", "where files land, the working directory by default", false},
         {"force", "", "replace files that are there", false},
         {"sensor", "", "registers of the sensor, not of the pipeline", false},
-        {"only", "LIST", "of these modules, such as Wb,\"Wdr V4\",Gc", false},
+        {"only", "LIST", "of these modules, such as \"Wb,Wdr V4\"", false},
         {"chip", "NAME", "the chip of the board, the one of the window by default", false},
         {"rollback", "", "back to the state of before: of the last apply, or where this one fails", false},
         {"capture", "TYPE", "the kind of the pictures, as for --type", false},
@@ -155,7 +155,7 @@ void helpPrint(std::ostream& out)
     out << "Usage: tuning-tool COMMAND [WORD]... [--OPTION]...\n\n"
            "Reads and writes the settings of a board, for image engineers and their scripts.\n\nCommands:\n";
     for (const auto& verb : verbs())
-        out << "  " << padded(verb.name + " " + verb.words, 34) << verb.help << '\n';
+        out << "  " << padded(verb.name + " " + verb.words, 42) << verb.help << '\n';
     std::vector<std::string> names;
     for (const auto& option : allOptions())
         names.push_back("--" + option.name);
@@ -238,6 +238,13 @@ const std::vector<Verb>& verbs()
          {"only", "chip", "rollback", "force"},
          "send what differs, read back; journalled for --rollback",
          apply},
+        {"sweep",
+         "CLASS.NAME FIELD FIRST:LAST:STEP",
+         3,
+         3,
+         {"generation", "capture", "wait", "directory", "force"},
+         "a picture of each value and what it is like",
+         sweep},
         {"list", "[CLASS[.COMMAND]]", 0, 1, {"generation"}, "commands, keys, fields, types, ranges", list},
         {"chip check", "FILE...", 1, many, {}, "what the window passes over in silence", chipCheck},
         {"chip pages", "", 0, 0, {}, "the names of pages", chipPages},

@@ -23,6 +23,7 @@ void snapshot(Session& session);
 void diff(Session& session);
 void merge(Session& session);
 void apply(Session& session);
+void sweep(Session& session);
 void chipCheck(Session& session);
 void chipPages(Session& session);
 void completion(Session& session);
