@@ -22,6 +22,7 @@ void differencesPrint(Session& session, const std::vector<Difference>& differenc
             {difference.pPart->name(), difference.place, sideText(difference.before), sideText(difference.after)});
         Json::Value jDifference;
         jDifference["part"] = difference.pPart->name();
+        jDifference["field"] = difference.field;
         jDifference["place"] = difference.place;
         jDifference["old"] = difference.before.value_or(Json::Value());
         jDifference["new"] = difference.after.value_or(Json::Value());
