@@ -243,14 +243,27 @@ TEST_F(SnapshotTest, ComesBackWhereAnApplyWasKilled)
                    "\"uvGain\": ", "\"uvGain\": 1"));
     EXPECT_EQ(toolRun(line("apply --rollback")).code, 6) << "nothing to take back";
     const auto before = state();
-    board->faultSet({board::Fault::Silence, "Ee::configSet"_id});
+    // A signal that can be taken ends it between two commands.
     QProcess tool;
-    const auto all = line("apply second.json");
-    tool.start(TUNING_TOOL, QStringList{"apply", "second.json", "--board", QString::fromStdString(all.back())});
-    ASSERT_TRUE(waitUntil([&] { return board->count("Ee::configSet"_id) > 0; }));
-    tool.kill();
-    ASSERT_TRUE(waitUntil([&] { return tool.state() == QProcess::NotRunning; }));
-    board->faultsClear();
+    const auto stopAt = [&](int64_t id, void (QProcess::*pStop)())
+    {
+        const auto address = QString("127.0.0.1:%1").arg(board->port());
+        tool.start(TUNING_TOOL, {"apply", "second.json", "--board", address});
+        EXPECT_TRUE(waitUntil([&] { return board->count(id) > 0; }));
+        (tool.*pStop)();
+        EXPECT_TRUE(waitUntil([&] { return tool.state() == QProcess::NotRunning; }));
+        board->faultsClear();
+    };
+    board->faultSet({board::Fault::Delay, "Cnr::configSet"_id, -1, 500});
+    stopAt("Cnr::configSet"_id, &QProcess::terminate);
+    EXPECT_EQ(tool.exitCode(), 7);
+    EXPECT_TRUE(
+        tool.readAllStandardError().contains("Interrupted; 2 of 3 commands sent: Bls.configSet, Cnr.configSet;"));
+    EXPECT_EQ(toolRun(line("apply --rollback")).code, 0);
+    EXPECT_EQ(changed(before, state()), std::set<std::string>());
+
+    board->faultSet({board::Fault::Silence, "Ee::configSet"_id});
+    stopAt("Ee::configSet"_id, &QProcess::kill);
     EXPECT_NE(changed(before, state()), std::set<std::string>());
     const auto again = toolRun(line("apply second.json"));
     EXPECT_EQ(again.code, 2);
