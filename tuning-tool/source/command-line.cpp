@@ -16,14 +16,6 @@ namespace
 {
 constexpr std::size_t many = 100'000;
 
-struct Option
-{
-    std::string name;
-    std::string value; ///< what it is called in the help; empty for a switch
-    std::string help;
-    bool isCommon;
-};
-
 std::string typesText()
 {
     std::string text;
@@ -31,6 +23,7 @@ std::string typesText()
         text += (text.empty() ? "" : ", ") + type + (type == Options().type ? " (the default)" : "");
     return text;
 }
+} // namespace
 
 const std::vector<Option>& allOptions()
 {
@@ -52,6 +45,8 @@ const std::vector<Option>& allOptions()
     return options;
 }
 
+namespace
+{
 void parserFill(QCommandLineParser& parser)
 {
     for (const auto& option : allOptions())
@@ -141,10 +136,7 @@ void helpPrint(std::ostream& out)
            "Reads and writes the settings of a board, for image engineers and their scripts.\n\nCommands:\n";
     for (const auto& verb : verbs())
         out << "  " << padded(verb.name + " " + verb.words, 34) << verb.help << '\n';
-    std::vector<std::string> names;
-    for (const auto& option : allOptions())
-        names.push_back("--" + option.name);
-    optionsPrint(out, names);
+    optionsPrint(out, optionNames());
     out << "\nWithout --board and --port it is the board of ~/.tuning-client/preferences.json.\n"
            "\nExit codes:\n"
            "  0  done\n"
@@ -217,6 +209,14 @@ const std::vector<Verb>& verbs()
         {"completion", "", 0, 0, {}, "the script for bash: source <(tuning-tool completion)", completion},
     };
     return list_;
+}
+
+std::vector<std::string> optionNames()
+{
+    std::vector<std::string> names;
+    for (const auto& option : allOptions())
+        names.push_back("--" + option.name);
+    return names;
 }
 
 std::vector<std::string> optionsOf(const Verb& verb)
