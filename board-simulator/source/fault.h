@@ -15,7 +15,7 @@ struct Fault
     enum Kind
     {
         // In the answer object.
-        Error,          ///< `error` 1 and `message` (text); the command is not run
+        Error,          ///< `error` 1 and `message` (text); the command is not run, the upload not stored
         ErrorBare,      ///< `error` 1 without a message; the command is not run
         MessageControl, ///< an error whose message has control characters, colour sequences and markup
         MessageLong,    ///< an error with a message of `amount` bytes (1 MiB)

@@ -1,5 +1,6 @@
 #include "board-simulator/source/http-session.h"
 
+#include "board-simulator/source/spoil.h"
 #include "board-wire/source/failure.h"
 
 #include <algorithm>
@@ -169,9 +170,12 @@ void HttpSession::upload(const std::string& name)
         // Nothing is read either: the client's buffers fill up and its sending stalls.
         return pauseThen(std::chrono::hours(24), &HttpSession::close);
     }
+    if (fault && isRefused(*fault))
+        uploadError = fault->text.empty() ? "The board refuses" : fault->text;
     try
     {
-        pUpload = std::make_unique<Upload>(files, name);
+        if (uploadError.empty())
+            pUpload = std::make_unique<Upload>(files, name);
     }
     catch (const Failure& failure)
     {

@@ -3,10 +3,10 @@
 #include "board-wire/source/data.h"
 #include "board-wire/source/failure.h"
 #include "board-wire/source/json-text.h"
+#include "board-wire/source/scalar.h"
 #include "board-wire/source/wire.h"
 
 #include <algorithm>
-#include <map>
 
 namespace board
 {
@@ -58,18 +58,12 @@ std::string Key::recordName() const
 
 bool Key::fits(const Json::Value& value) const
 {
-    static const std::map<std::string, std::pair<int64_t, int64_t>> integers{{"uint8_t", {0, UINT8_MAX}},
-                                                                             {"int16_t", {INT16_MIN, INT16_MAX}},
-                                                                             {"uint16_t", {0, UINT16_MAX}},
-                                                                             {"int32_t", {INT32_MIN, INT32_MAX}},
-                                                                             {"uint32_t", {0, UINT32_MAX}}};
-    const auto integer = integers.find(type);
-    if (integer != integers.end())
-        return value.isInt64() && value.asInt64() >= integer->second.first && value.asInt64() <= integer->second.second;
     if (type == "bool")
         return value.isBool();
     if (type == "float" || type == "double")
         return value.isNumeric();
+    if (const Scalar* pScalar = scalarFind(type))
+        return pScalar->canHold(value);
     if (type == "text" || type == "bytes" || startsWith(type, recordPrefix))
         return value.isString();
     return startsWith(type, "list") ? value.isArray() : value.isObject();

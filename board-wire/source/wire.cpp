@@ -2,6 +2,7 @@
 
 #include "board-wire/source/data.h"
 #include "board-wire/source/json-text.h"
+#include "board-wire/source/scalar.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -50,14 +51,7 @@ Record recordParse(const std::string& name, const Json::Value& jRecord)
 
 } // namespace
 
-size_t Field::elementSize() const
-{
-    static const std::map<std::string, size_t> sizes{{"bool", 1},     {"char", 1},     {"int8_t", 1},   {"uint8_t", 1},
-                                                     {"int16_t", 2},  {"uint16_t", 2}, {"enum", 4},     {"int32_t", 4},
-                                                     {"uint32_t", 4}, {"int64_t", 8},  {"uint64_t", 8}, {"float", 4},
-                                                     {"double", 8},   {"pointer", 8}};
-    return sizes.at(type);
-}
+size_t Field::elementSize() const { return scalar(type).size; }
 
 size_t Field::elementCount() const
 {

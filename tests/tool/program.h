@@ -13,17 +13,17 @@
 /// How one run of the program ended, and what it wrote.
 struct Ended
 {
-    int code;
+    int code; ///< or the number of the signal, negative
     std::string out;
     std::string err;
 
     Json::Value json() const { return t_common::JsonApp::fromString(out); }
 };
 
-/// Runs the real program to its end.
+/// Runs the real program to its end; `.pid` has its number meanwhile.
 inline Ended toolRun(const std::vector<std::string>& words)
 {
-    std::string line = "'" TUNING_TOOL "'";
+    std::string line = "echo $$ >.pid; exec '" TUNING_TOOL "'";
     for (auto word : words)
     {
         for (auto quote = word.find('\''); quote != std::string::npos; quote = word.find('\'', quote + 4))
@@ -31,9 +31,9 @@ inline Ended toolRun(const std::vector<std::string>& words)
         line += " '" + word + "'";
     }
     const auto status = std::system((line + " >.out 2>.err </dev/null").c_str());
-    Ended run{WIFEXITED(status) ? WEXITSTATUS(status) : -1, fileText(".out"), fileText(".err")};
-    std::filesystem::remove(".out");
-    std::filesystem::remove(".err");
+    Ended run{WIFEXITED(status) ? WEXITSTATUS(status) : -WTERMSIG(status), fileText(".out"), fileText(".err")};
+    for (const auto* name : {".out", ".err", ".pid"})
+        std::filesystem::remove(name);
     return run;
 }
 

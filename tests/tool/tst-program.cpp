@@ -2,6 +2,9 @@
 #include "tests/tool/tool-fixture.h"
 
 #include <algorithm>
+#include <csignal>
+#include <future>
+#include <set>
 
 TEST_F(Tool, SetsNamedFieldsAndLeavesTheRest)
 {
@@ -89,11 +92,11 @@ TEST_F(Tool, TellsHowTheBoardAnswered)
     const std::tuple<Fault, int, std::string> cases[]{
         {Fault{Fault::Error, "Wb::configGet"_id, -1, 0, "too hot"}, 1, "Wb.configGet: too hot"},
         {Fault{Fault::ErrorBare, "Wb::configGet"_id}, 1, "without a reason"},
-        {Fault{Fault::MessageControl, "Wb::configGet"_id}, 1, ""},
-        {Fault{Fault::MessageLong, "Wb::configGet"_id}, 1, "..."},
-        {Fault{Fault::Close, "Wb::configGet"_id}, 3, ""},
+        {Fault{Fault::MessageControl, "Wb::configGet"_id}, 1, "Wb.configGet: ?[31mred??  ?<b>bold</b>"},
+        {Fault{Fault::MessageLong, "Wb::configGet"_id}, 1, "mmm..."},
+        {Fault{Fault::Close, "Wb::configGet"_id}, 3, "closed before the end of the answer"},
         {Fault{Fault::RecordShort, "Wb::configGet"_id}, 4, "60 bytes"},
-        {Fault{Fault::WrongTypes, "Wb::configGet"_id}, 4, ""},
+        {Fault{Fault::WrongTypes, "Wb::configGet"_id}, 4, "config is not of type record"},
         {Fault{Fault::NotJson, "Wb::configGet"_id}, 4, "JSON"},
         {Fault{Fault::NotJson, "Wb::configGet"_id, -1, 0, "{}"}, 4, "config is missing"},
     };
@@ -128,29 +131,56 @@ TEST_F(Tool, ShowsWhatItWouldSend)
     EXPECT_EQ(dry["records"]["config"], std::string(88, '0') + "0000803f" + std::string(24, '0'));
     const auto text = run("call Dg.configSet gain=1 --dry-run").out;
     EXPECT_TRUE(contains(text, "config, 8 bytes\n  00 00 00 00 00 00 f0 3f\n")) << text;
-    for (const auto* line : {"file get chart.pgm", "file put board/chart.pgm", "file remove chart.pgm", "capture",
-                             "register write 1 2", "table get Ahdr", "register dump", "file list"})
-        EXPECT_EQ(run(std::string(line) + " --dry-run").code, 0) << line;
+    const std::pair<std::string, std::string> cases[]{
+        {"file get chart.pgm", "download"},
+        {"file put board/chart.pgm", "upload"},
+        {"file remove chart.pgm", "rest::FileSystem::remove"},
+        {"file list xml", "rest::FileSystem::list"},
+        {"capture", "rest::Camera::capture"},
+        {"register write 1 2", "rest::Reg::configSet"},
+        {"register dump", "rest::Reg::statusGet"},
+        {"register dump --sensor", "rest::Sensor::registerDump2File"},
+        {"table get Ahdr", "rest::Ahdr::tableGet"},
+    };
+    for (const auto& [line, function] : cases)
+    {
+        EXPECT_EQ(run(line + " --dry-run --json").json()["request"]["function"], function) << line;
+        EXPECT_TRUE(contains(run(line + " --dry-run").out, function)) << line;
+    }
+    // A text may look like a list.
+    const auto config = run("call Awb.configSet profilesName[0]=[a] --dry-run --json").json()["records"]["config"];
+    EXPECT_TRUE(contains(config.asString(), "5b615d00")) << config;
     EXPECT_EQ(board.requestCount(), 0u);
 }
 
-TEST_F(Tool, MovesFilesTablesAndRegisters)
+TEST_F(Tool, MovesFiles)
 {
     fileStore("new.xml", std::string("\0new\n", 5));
-    EXPECT_EQ(run("file put new.xml").code, 0);
+    EXPECT_EQ(run("file put new.xml").out, "sent new.xml\n");
     EXPECT_TRUE(contains(run("file list xml").out, "new.xml\n"));
     std::filesystem::create_directory("here");
     EXPECT_EQ(run("file get new.xml --directory here").out, "here/new.xml\n");
     EXPECT_EQ(fileText("here/new.xml"), fileText("new.xml"));
     EXPECT_EQ(run("file get new.xml --directory here").code, 6) << "it is there";
     EXPECT_EQ(run("file get new.xml --directory here --force").code, 0);
-    EXPECT_EQ(run("file remove new.xml").code, 0);
+    fileStore("new.xml", "newer");
+    board.faultSet({board::Fault::Error, board::Fault::Upload, 1});
+    EXPECT_EQ(run("file put new.xml").code, 5) << "the board still has the other one";
+    EXPECT_EQ(run("file put new.xml missing.xml --json").json()[0], "new.xml") << "one has been sent";
+    EXPECT_EQ(fileText("board/new.xml"), "newer");
+    EXPECT_EQ(run("file remove new.xml --json").json()[0], "new.xml");
     EXPECT_EQ(fileCount("board"), 5u);
-    board.faultSet({board::Fault::Close, board::Fault::Download});
-    EXPECT_EQ(run("file get chart.pgm").code, 3);
-    EXPECT_FALSE(std::filesystem::exists("chart.pgm"));
-    board.faultsClear();
     EXPECT_EQ(run("file get chart.pgm missing.xml --directory here").out, "here/chart.pgm\n") << "one has arrived";
+    board.answerSet("FileSystem::list"_id, "file.list", Json::Value(Json::arrayValue));
+    EXPECT_EQ(run("file put table.json").code, 6) << "no such file";
+    EXPECT_EQ(run("file put here/new.xml").code, 1) << "the board has not kept it";
+    board.answersClear();
+    EXPECT_EQ(run("file get missing.xml").code, 1) << "a board's excuse is no file";
+}
+
+TEST_F(Tool, TakesPictures)
+{
+    std::filesystem::create_directory("here");
     EXPECT_EQ(run("capture --directory missing").code, 6);
     EXPECT_EQ(board.count("Camera::capture"_id), 0u);
     for (const auto* name : {"../..", "a/.profile", "a?b.pgm"})
@@ -158,41 +188,74 @@ TEST_F(Tool, MovesFilesTablesAndRegisters)
         board.faultSet({board::Fault::HostileNames, "Camera::capture"_id, 1, 0, name});
         EXPECT_EQ(run("capture").code, 4);
     }
-    board.answerSet("FileSystem::list"_id, "file.list", Json::Value(Json::arrayValue));
-    EXPECT_EQ(run("file put table.json").code, 6) << "no such file";
-    EXPECT_EQ(run("file put here/new.xml").code, 1) << "the board has not kept it";
-    board.answersClear();
-    EXPECT_EQ(run("file remove new.xml").code, 0);
-    EXPECT_EQ(run("file get missing.xml").code, 1) << "a board's excuse is no file";
     // A picture takes longer than other commands may.
     board.faultSet({board::Fault::Delay, "Camera::capture"_id, 1, 2200});
     const auto pictures = run("capture --type RAW12 --frames 2 --lock ae,awb --directory here --json").json();
     ASSERT_EQ(pictures.size(), 2u);
     EXPECT_EQ(fileText(pictures[1].asString()).substr(0, 2), "P5");
     EXPECT_EQ(board.requests().end()[-2].query["lock.type"], 6);
+}
 
+// What was there stays, and no file is there in part.
+TEST_F(Tool, FetchesFilesWholeOrNotAtAll)
+{
+    using board::Fault;
+    const std::tuple<Fault::Kind, int, int> cases[]{
+        {Fault::Close, 0, 3},
+        {Fault::BodyShort, 0, 3},
+        {Fault::Drip, SIGTERM, -SIGTERM},
+        {Fault::Drip, SIGKILL, -SIGKILL},
+    };
+    std::filesystem::create_directory("here");
+    fileStore("here/chart.pgm", "mine");
+    std::filesystem::create_symlink("here/chart.pgm", "chart.pgm");
+    for (const auto& [kind, signal, code] : cases)
+    {
+        board.requestsClear();
+        board.faultSet({kind, Fault::Download});
+        auto run = std::async(std::launch::async, [&] { return this->run("file get chart.pgm --force"); });
+        if (signal != 0)
+        {
+            EXPECT_TRUE(await([&] { return board.count(Fault::Download) > 0; }));
+            kill(std::stoi(fileText(".pid")), signal);
+        }
+        EXPECT_EQ(run.get().code, code) << kind << " " << signal;
+        EXPECT_EQ(fileText("here/chart.pgm"), "mine");
+        EXPECT_EQ(fileCount("here"), signal == SIGKILL ? 2u : 1u) << kind << " " << signal;
+    }
+    board.faultsClear();
+    EXPECT_EQ(run("file get chart.pgm --force").code, 0);
+    EXPECT_EQ(fileText("here/chart.pgm"), fileText("board/chart.pgm"));
+    EXPECT_TRUE(std::filesystem::is_symlink("chart.pgm"));
+}
+
+TEST_F(Tool, MovesTablesAndRegisters)
+{
     auto table = run("table get Ahdr --json").json();
+    const auto tableSet = [&]
+    {
+        fileStore("table.json", t_common::JsonApp::toString(table, ""));
+        return run("table set Ahdr table.json").code;
+    };
     table["rows"][1][2] = 0.125;
-    fileStore("table.json", t_common::JsonApp::toString(table, ""));
-    EXPECT_EQ(run("table set Ahdr table.json").code, 0);
+    EXPECT_EQ(tableSet(), 0);
     EXPECT_TRUE(contains(run("table get Ahdr").out, "2     0.32  0.125")) << run("table get Ahdr").out;
     board.answerSet("Ahdr::tableGet"_id, "table", table);
     std::swap(table["columns"][0], table["columns"][1]);
-    fileStore("table.json", t_common::JsonApp::toString(table, ""));
-    EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "other columns";
+    EXPECT_EQ(tableSet(), 5) << "other columns";
     table["rows"].resize(3);
-    fileStore("table.json", t_common::JsonApp::toString(table, ""));
-    EXPECT_EQ(run("table set Ahdr table.json").code, 5) << "the board keeps its own";
+    EXPECT_EQ(tableSet(), 5) << "the board keeps its own";
 
     EXPECT_EQ(run("register write 0x600 9").out, "0x00000600 = 0x00000009 (9)\n");
     EXPECT_EQ(run("register read 1536 0x404 --json").json().size(), 2u);
     EXPECT_EQ(run("register write 0x600 9.0").code, 0);
     EXPECT_EQ(run("register write 0x3001 5 --sensor").out, "0x00003001 = 0x00000005 (5)\n");
     EXPECT_TRUE(contains(run("register write 0x610 1").out, "write only"));
+    EXPECT_TRUE(contains(run("register write 0x610 1 --json").json()["message"].asString(), "write only"));
     EXPECT_EQ(run("register write 0x60c 1").code, 1);
     const auto dump = run("register dump --json").json();
     EXPECT_EQ(dump[1]["map"][0]["value"], "0x00000009");
-    EXPECT_EQ(run("register dump --sensor").code, 0);
+    EXPECT_EQ(run("register dump --sensor --json").json()[0], "./dump_sensor_register.txt");
     EXPECT_TRUE(contains(fileText("dump_sensor_register.txt"), "0x00003001 0x00000005"));
 }
 
@@ -226,8 +289,23 @@ TEST_F(Tool, TellsWhatItKnows)
     for (const auto& command : list)
         ids.insert(command["id"].asInt());
     EXPECT_EQ(ids.size(), 178u);
-    const auto wb = toolRun(words("list Wb.configSet")).out;
-    EXPECT_TRUE(contains(wb, "ccOffset.Red    int16_t   -32768 to 32767\n")) << wb;
+    const std::pair<std::string, std::string> fields[]{
+        {"Wb.configSet", "ccOffset.Red    int16_t   -2048 to 2047 by 1    \"Red Offset\"\n"},
+        {"Wb.configSet", "ccMatrix.Coeff  float[9]  -8 to 7.996 by 0.004  \"Red 0\" ... \"Blue 2\"\n"},
+        {"Wb.configGet", "ccOffset.Red    int16_t   -32768 to 32767\n"},
+        {"Dnr2.configSet --generation V1", "sigma                    double   0.1 to 12 by 0.1  \"Sigma\"\n"},
+        {"Dnr2.configSet --generation V5", "sigma                 double   0.01 to 100 by 0.01        \"Sigma\"\n"},
+        {"Wdr.configSet --generation V3", "config:strength  int32_t  0 to 128 by 1  \"Strength\"\n"},
+        {"Gc.configSet --generation V2", "curves[2].gamma   double        1 to 4 by 0.01             \"Gamma\"\n"},
+        {"Gc.configSet --generation V1", "curve.y       uint32_t[17]  0 to 4294967295\n"},
+    };
+    for (const auto& [name, line] : fields)
+    {
+        const auto shown = toolRun(words("list " + name)).out;
+        EXPECT_TRUE(contains(shown, line)) << shown;
+    }
+    const auto shape = toolRun(words("list Dnr2.configSet --generation V1 --json")).json()[0];
+    EXPECT_EQ(shape["request"]["fields"][1]["window"]["maximum"], 100) << shape;
     EXPECT_TRUE(contains(run("get Sensor.config").out, "  s\n")) << "units";
     const auto help = toolRun({"--help"}).out;
     EXPECT_TRUE(contains(help, "Exit codes:") && contains(help, "\n  6  "));
@@ -237,6 +315,13 @@ TEST_F(Tool, TellsWhatItKnows)
         {"table s", "set\n"},
         {"get Wdr.config --generation V", "V1\nV2\nV3\nV4\nV5\n"},
         {"capture --fr", "--frames\n"},
+        {"--board x --json set Wb.c", "Wb.config\n"},
+        {"set --generation V5 Wdr.config --json strength.", "strength.high=\nstrength.low=\n"},
+        {"set Wdr.config --generation=V3 gainM", "gainMax=\n"},
+        {"set Wdr.config --generation=V4", "--generation=V4\n"},
+        {"capture --type YU", "YUV\n"},
+        {"--jso", "--json\n"},
+        {"file get --directory h", ""},
     };
     for (const auto& [text, expected] : completions)
         EXPECT_EQ(toolRun(words("complete " + text)).out, expected);

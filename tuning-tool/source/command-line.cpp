@@ -17,14 +17,6 @@ namespace
 constexpr std::size_t many = 100'000;
 constexpr int waitMost = 60;
 
-struct Option
-{
-    std::string name;
-    std::string value; ///< what it is called in the help; empty for a switch
-    std::string help;
-    bool isCommon;
-};
-
 std::string typesText()
 {
     std::string text;
@@ -32,6 +24,7 @@ std::string typesText()
         text += (text.empty() ? "" : ", ") + type + (type == Options().type ? " (the default)" : "");
     return text;
 }
+} // namespace
 
 const std::vector<Option>& allOptions()
 {
@@ -58,6 +51,8 @@ const std::vector<Option>& allOptions()
     return options;
 }
 
+namespace
+{
 void parserFill(QCommandLineParser& parser)
 {
     for (const auto& option : allOptions())
@@ -156,10 +151,7 @@ void helpPrint(std::ostream& out)
            "Reads and writes the settings of a board, for image engineers and their scripts.\n\nCommands:\n";
     for (const auto& verb : verbs())
         out << "  " << padded(verb.name + " " + verb.words, 42) << verb.help << '\n';
-    std::vector<std::string> names;
-    for (const auto& option : allOptions())
-        names.push_back("--" + option.name);
-    optionsPrint(out, names);
+    optionsPrint(out, optionNames());
     out << "\nWithout --board and --port it is the board of ~/.tuning-client/preferences.json.\n"
            "\nExit codes:\n"
            "  0  done\n"
@@ -251,6 +243,14 @@ const std::vector<Verb>& verbs()
         {"completion", "", 0, 0, {}, "the script for bash: source <(tuning-tool completion)", completion},
     };
     return list_;
+}
+
+std::vector<std::string> optionNames()
+{
+    std::vector<std::string> names;
+    for (const auto& option : allOptions())
+        names.push_back("--" + option.name);
+    return names;
 }
 
 std::vector<std::string> optionsOf(const Verb& verb)

@@ -22,6 +22,20 @@ struct Verb
 /// All that the help shows.
 const std::vector<Verb>& verbs();
 
+/// An option of the command line, named without "--".
+struct Option
+{
+    std::string name;
+    std::string value; ///< what it is called in the help; empty for a switch
+    std::string help;
+    bool isCommon; ///< to all verbs
+};
+
+const std::vector<Option>& allOptions();
+
+/// The names of all options, with "--".
+std::vector<std::string> optionNames();
+
 /// The options that the verb takes, with "--" and those of all verbs.
 std::vector<std::string> optionsOf(const Verb& verb);
 

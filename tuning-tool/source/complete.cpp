@@ -4,6 +4,7 @@
 #include "tuning-tool/source/verbs.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tool
 {
@@ -89,28 +90,73 @@ Words classesWith(const std::string& suffix)
     return result;
 }
 
-/// What may follow the words before the last one.
-Words candidates(Words before, bool isOption)
+/// What the words before the last one say.
+struct Line
 {
+    explicit Line(const Words& before)
+    {
+        for (const auto& word : before)
+        {
+            const auto equals = word.find('=');
+            if (!open.empty())
+                valueTake(std::exchange(open, {}), word);
+            else if (word.rfind("--", 0) != 0)
+                words.push_back(word);
+            else if (equals != std::string::npos)
+                valueTake(word.substr(2, equals - 2), word.substr(equals + 1));
+            else if (hasValue(word.substr(2)))
+                open = word.substr(2);
+        }
+    }
+
+    static bool hasValue(const std::string& name)
+    {
+        const auto& options = allOptions();
+        return std::any_of(options.begin(), options.end(),
+                           [&](const auto& option) { return option.name == name && !option.value.empty(); });
+    }
+
+    void valueTake(const std::string& option, const std::string& value)
+    {
+        if (option == "generation")
+            generation = value;
+    }
+
+    Words words; ///< that are no options
     std::string generation;
-    std::string last = before.empty() ? std::string() : before.back();
-    const auto option = std::find(before.begin(), before.end(), "--generation");
-    if (option != before.end() && option + 1 != before.end())
-        generation = *(option + 1);
-    const auto* pVerb = verbOf(before);
+    std::string open; ///< the option whose value comes next
+};
+
+Words optionValues(const std::string& option, const std::string& className)
+{
+    if (option == "generation" && !className.empty())
+        return generationsOf(className);
+    return option == "type" ? pictureTypes() : Words();
+}
+
+/// What may follow the words before the last one.
+Words candidates(const Words& before, const std::string& last)
+{
+    const Line line(before);
+    const auto* pVerb = verbOf(line.words);
+    const auto count = !pVerb || pVerb->name.find(' ') == std::string::npos ? std::size_t(1) : std::size_t(2);
+    const auto name = line.words.size() > count ? line.words[count] : std::string();
+    if (!line.open.empty())
+        return optionValues(line.open, name);
+    if (const auto equals = last.find('='); last.rfind("--", 0) == 0 && equals != std::string::npos)
+    {
+        auto values = optionValues(last.substr(2, equals - 2), name);
+        for (auto& value : values)
+            value.insert(0, last, 0, equals + 1);
+        return values;
+    }
+    if (last.rfind('-', 0) == 0)
+        return pVerb ? optionsOf(*pVerb) : optionNames();
     if (!pVerb)
-        return verbWords(before);
-    const auto count = pVerb->name.find(' ') == std::string::npos ? std::size_t(1) : std::size_t(2);
-    const auto name = before.size() > count ? before[count] : std::string();
-    if (last == "--generation" && !name.empty())
-        return generationsOf(name);
-    if (last == "--type")
-        return pictureTypes();
-    if (isOption)
-        return optionsOf(*pVerb);
+        return verbWords(line.words);
     const bool isNamed = pVerb->name == "get" || pVerb->name == "set" || pVerb->name == "call";
     if (isNamed)
-        return name.empty() ? commandNames(suffixOf(*pVerb)) : fieldsOf(*pVerb, name, generation);
+        return name.empty() ? commandNames(suffixOf(*pVerb)) : fieldsOf(*pVerb, name, line.generation);
     if (pVerb->name == "list")
         return commandNames({});
     return pVerb->name.rfind("table", 0) == 0 && name.empty() ? classesWith("tableGet") : Words();
@@ -125,7 +171,7 @@ void complete(Session& session)
     const auto last = before.empty() ? std::string() : before.back();
     if (!before.empty())
         before.pop_back();
-    auto found = candidates(before, last.rfind('-', 0) == 0);
+    auto found = candidates(before, last);
     std::sort(found.begin(), found.end());
     found.erase(std::unique(found.begin(), found.end()), found.end());
     for (const auto& candidate : found)

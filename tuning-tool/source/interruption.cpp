@@ -12,23 +12,24 @@ volatile std::sig_atomic_t isRequested = 0;
 
 void request(int) { isRequested = 1; }
 
-using Handler = void (*)(int);
-
-Handler take(int number)
-{
-    const auto fBefore = std::signal(number, request);
-    if (fBefore == SIG_IGN)
-        std::signal(number, SIG_IGN);
-    return fBefore;
-}
+constexpr std::array<int, 3> numbers{SIGINT, SIGTERM, SIGHUP};
 } // namespace
 
-Interruption::Interruption() : fInterruptBefore(take(SIGINT)), fTerminateBefore(take(SIGTERM)) { isRequested = 0; }
+Interruption::Interruption()
+{
+    isRequested = 0;
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+    {
+        before[i] = std::signal(numbers[i], request);
+        if (before[i] == SIG_IGN)
+            std::signal(numbers[i], SIG_IGN);
+    }
+}
 
 Interruption::~Interruption()
 {
-    std::signal(SIGINT, fInterruptBefore);
-    std::signal(SIGTERM, fTerminateBefore);
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        std::signal(numbers[i], before[i]);
 }
 
 void Interruption::check()

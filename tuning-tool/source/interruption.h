@@ -1,9 +1,11 @@
 #pragma once
 
+#include <array>
+
 namespace tool
 {
-/// As long as it lives, SIGINT and SIGTERM do not end the program but are noted, so that it can stop between two
-/// commands and tell what was sent. Signals that the starter has ignored stay ignored.
+/// As long as it lives, SIGINT, SIGTERM and SIGHUP do not end the program but are noted, so that it can stop between
+/// two commands and tell what was sent. Signals that the starter has ignored stay ignored.
 class Interruption
 {
 public:
@@ -16,7 +18,8 @@ public:
     static void check();
 
 private:
-    void (*fInterruptBefore)(int);
-    void (*fTerminateBefore)(int);
+    using Handler = void (*)(int);
+
+    std::array<Handler, 3> before;
 };
 } // namespace tool

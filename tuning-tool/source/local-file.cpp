@@ -10,6 +10,21 @@
 
 namespace tool
 {
+bool isSameFile(const std::string& left, const std::string& right)
+{
+    std::ifstream files[2]{std::ifstream(left, std::ios::binary), std::ifstream(right, std::ios::binary)};
+    std::string blocks[2];
+    do
+        for (const auto i : {0, 1})
+        {
+            blocks[i].resize(65536);
+            files[i].read(blocks[i].data(), static_cast<std::streamsize>(blocks[i].size()));
+            blocks[i].resize(static_cast<std::size_t>(files[i].gcount()));
+        }
+    while (blocks[0] == blocks[1] && !blocks[0].empty());
+    return blocks[0] == blocks[1] && files[0].eof() && files[1].eof();
+}
+
 std::string fileRead(const std::string& path, std::size_t limit)
 {
     const bool isInput = path == "-";

@@ -196,7 +196,10 @@ void Payload::plainSet(const board::Key& key, const Json::Value& value)
 void Payload::set(const std::string& name, const std::string& text)
 {
     const auto place = find(name);
-    const bool isList = text.rfind('[', 0) == 0;
+    const auto* pField = place.pField;
+    const bool isText =
+        pField && pField->type == "char" && !pField->shape.empty() && place.index.size() + 1 == pField->shape.size();
+    const bool isList = !isText && text.rfind('[', 0) == 0;
     try
     {
         // Without a list or an index behind it, the name of such a field is that of the whole record.

@@ -8,6 +8,8 @@
 #include "tuning-common/source/text.h"
 #include "tuning-tool/source/board-address.h"
 #include "tuning-tool/source/failure.h"
+#include "tuning-tool/source/fresh-directory.h"
+#include "tuning-tool/source/local-file.h"
 #include "tuning-tool/source/value-text.h"
 #include "tuning-transfer/source/transfer-client.h"
 
@@ -186,7 +188,15 @@ void Session::dryPrint(const Json::Value& jQuery, const Payload& payload)
 
 bool Session::showsFile(const std::string& operation, const std::string& name)
 {
-    if (options.isDryRun)
+    if (options.isDryRun && options.isJson)
+    {
+        Json::Value jDry;
+        jDry["request"]["function"] = operation;
+        jDry["request"]["path"] = name;
+        jDry["records"] = Json::Value(Json::objectValue);
+        jsonPrint(jDry);
+    }
+    else if (options.isDryRun)
         out << operation << ' ' << t_common::printable(name, limit::listText) << '\n';
     return options.isDryRun;
 }
@@ -200,39 +210,50 @@ std::string Session::download(const std::string& boardName)
         throw Failure(Unreadable, shown(name) + " would be a hidden file");
     nameCheck(boardName, "?#", Unreadable);
     const auto path = options.directory + "/" + name;
+    placeCheck(path);
+    // A symbolic link stays one: its file is replaced.
     std::error_code error;
-    const bool isThere = fs::symlink_status(path, error).type() != fs::file_type::not_found;
-    if (isThere && !options.isForced)
-        throw Failure(LocalFile, path + " is there already; --force replaces it");
-    try
-    {
-        fileFetch(boardName, path);
-    }
-    catch (const Failure&)
-    {
-        // The transport leaves an empty file of what is new.
-        if (!isThere)
-            fs::remove(path, error);
-        throw;
-    }
+    const auto linked = fs::canonical(path, error);
+    const auto target = error ? fs::path(path) : linked;
+    const FreshDirectory fresh(target.parent_path());
+    const auto arrived = fileFetch(boardName, fresh.path());
+    placeCheck(path);
+    if (const auto status = fs::status(target, error); fs::exists(status))
+        fs::permissions(arrived, status.permissions(), error);
+    fs::rename(arrived, target, error);
+    if (error)
+        throw Failure(LocalFile, "Saving of " + path + " failed: " + error.message());
     return path;
 }
 
-void Session::fileFetch(const std::string& boardName, const std::string& path)
+void Session::placeCheck(const std::string& path) const
+{
+    std::error_code error;
+    if (!fs::exists(fs::symlink_status(path, error)))
+        return;
+    if (!options.isForced)
+        throw Failure(LocalFile, path + " is there already; --force replaces it");
+    if (!fs::is_regular_file(path, error))
+        throw Failure(LocalFile, path + " is no file that can be replaced");
+}
+
+std::string Session::fileFetch(const std::string& boardName, const std::string& directory)
 {
     Json::Value jFile;
     jFile["path"] = boardName;
-    jFile["path.local"] = options.directory;
+    jFile["path.local"] = directory;
     const Complaints complaints;
     guard([&] { holder().fileDownload(jFile); });
+    const auto path = directory + "/" + t_common::FileSystem::localNameGet(boardName);
     std::error_code error;
     const auto size = fs::file_size(path, error);
     if (error || size == 0 || !complaints.get().empty())
-        throw Failure(LocalFile, "Saving of " + path + " failed. " + shown(complaints.get()));
+        throw Failure(LocalFile, "Saving of " + shown(boardName) + " failed. " + shown(complaints.get()));
     // The transport ends a file with a line feed that is none of the board's.
     fs::resize_file(path, size - 1, error);
     if (error)
-        throw Failure(LocalFile, "Saving of " + path + " failed: " + error.message());
+        throw Failure(LocalFile, "Saving of " + shown(boardName) + " failed: " + error.message());
+    return path;
 }
 
 void Session::filesNeed() const
@@ -257,6 +278,17 @@ void Session::upload(const std::string& path)
     guard([&] { holder().fileUpload(jFile); });
     if (!complaints.get().empty())
         throw Failure(NoAnswer, "Upload of " + path + " failed: " + shown(complaints.get()));
+}
+
+bool Session::isOnBoard(const std::string& path)
+{
+    std::error_code error;
+    const auto directory = fs::temp_directory_path(error);
+    if (error)
+        throw Failure(LocalFile, "There is no directory for temporary files");
+    const FreshDirectory fresh(directory);
+    const auto copy = fileFetch(t_common::FileSystem::filenameGetFromPath(path), fresh.path());
+    return isSameFile(copy, path);
 }
 
 void Session::columnsPrint(const std::vector<std::vector<std::string>>& rows)

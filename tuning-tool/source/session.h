@@ -40,7 +40,7 @@ public:
     /// The same for what a dry run shows instead: nothing comes back then.
     std::optional<Json::Value> send(const CommandShape& shape, const Payload& payload);
 
-    /// Shows instead of sending, in a dry run. False otherwise.
+    /// Shows the transfer of a file instead of doing it, in a dry run. False otherwise.
     bool showsFile(const std::string& operation, const std::string& name);
 
     /// Throws `Failure` where the line to the board has no files, or they have nowhere to land, before anything is done
@@ -48,9 +48,14 @@ public:
     void filesNeed() const;
 
     /// Stores the board's file under its own name in the directory; gives the path. One that is there already stays,
-    /// unless `isForced`.
+    /// unless `isForced`; and so it does when the transfer fails or is interrupted.
     std::string download(const std::string& boardName);
+
+    /// Sends the file. Whether the board has taken it does not show.
     void upload(const std::string& path);
+
+    /// Whether the board's file of the same name has the same bytes, which are read back.
+    bool isOnBoard(const std::string& path);
 
     /// A table of texts, each column as wide as its widest text.
     void columnsPrint(const std::vector<std::vector<std::string>>& rows);
@@ -64,7 +69,8 @@ public:
 private:
     t_transfer::ClientHolder& holder();
     void guard(const std::function<void()>& exchange);
-    void fileFetch(const std::string& boardName, const std::string& path);
+    void placeCheck(const std::string& path) const;
+    std::string fileFetch(const std::string& boardName, const std::string& directory);
     void dryPrint(const Json::Value& jQuery, const Payload& payload);
 
     std::unique_ptr<t_transfer::ClientHolder> pHolder;

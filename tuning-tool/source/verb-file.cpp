@@ -9,6 +9,7 @@
 #include <QDateTime>
 
 #include <algorithm>
+#include <functional>
 #include <map>
 
 namespace tool
@@ -41,24 +42,33 @@ unsigned lockBits(std::string names)
     return locks;
 }
 
-void printPaths(Session& session, const std::vector<std::string>& paths)
+/// Does it for one name after the other and tells what `fDo` gives, if anything: to people at once, since a later one
+/// may fail; to programs in one list, then as well.
+void tellEach(Session& session, const std::vector<std::string>& names, const char* done,
+              const std::function<std::string(const std::string&)>& fDo)
 {
-    Json::Value jPaths(Json::arrayValue);
-    for (const auto& path : paths)
-        if (session.options.isJson)
-            jPaths.append(path);
-        else
-            session.out << valueText(path) << '\n';
-    if (session.options.isJson)
-        session.jsonPrint(jPaths);
-}
-
-/// A file that has arrived: told at once, since a later one may fail; to programs in one list.
-void pathTell(Session& session, std::vector<std::string>& paths, const std::string& path)
-{
-    paths.push_back(path);
-    if (!session.options.isJson)
-        printPaths(session, {path});
+    const auto& options = session.options;
+    Json::Value jDone(Json::arrayValue);
+    try
+    {
+        for (const auto& name : names)
+        {
+            const auto text = fDo(name);
+            if (text.empty())
+                continue;
+            jDone.append(text);
+            if (!options.isJson)
+                session.out << done << valueText(text) << '\n';
+        }
+    }
+    catch (const Failure&)
+    {
+        if (options.isJson && !jDone.empty())
+            session.jsonPrint(jDone);
+        throw;
+    }
+    if (options.isJson && !options.isDryRun)
+        session.jsonPrint(jDone);
 }
 
 /// The board's files of that extension; nothing in a dry run.
@@ -83,14 +93,30 @@ std::optional<std::vector<std::string>> filesOf(Session& session, const std::str
     return names;
 }
 
-/// The transport takes whatever a board says of a file that it has not for the file, and does not tell of an upload
-/// that the board refused.
+/// The transport takes whatever a board says of a file that it has not for the file.
 void presenceCheck(Session& session, const std::string& name)
 {
     const auto dot = name.rfind('.');
     const auto names = filesOf(session, dot == std::string::npos ? std::string() : name.substr(dot + 1));
     if (names && std::find(names->begin(), names->end(), name) == names->end())
         throw Failure(Refused, "The board lists no file \"" + valueText(name) + "\"" + meantText(name, *names));
+}
+/// Whatever a board answers to an upload, also that it refuses it, means nothing: only the file itself tells.
+void uploadCheck(Session& session, const std::string& path)
+{
+    const auto name = t_common::FileSystem::filenameGetFromPath(path);
+    presenceCheck(session, name);
+    bool isKept = false;
+    try
+    {
+        isKept = session.isOnBoard(path);
+    }
+    catch (const Failure& failure)
+    {
+        throw Failure(failure.code, path + " is sent, but was not read back: " + failure.what());
+    }
+    if (!isKept)
+        throw Failure(Other, "The board has another file \"" + valueText(name) + "\" than was sent");
 }
 } // namespace
 
@@ -103,44 +129,43 @@ void fileList(Session& session)
     for (const auto& extension : extensions)
         if (const auto found = filesOf(session, extension))
             names.insert(names.end(), found->begin(), found->end());
-    if (!session.options.isDryRun)
-        printPaths(session, names);
+    tellEach(session, names, "", [](const auto& name) { return name; });
 }
 
 void fileGet(Session& session)
 {
-    std::vector<std::string> paths;
-    for (const auto& name : session.options.words)
+    const auto fGet = [&](const std::string& name)
     {
         if (session.showsFile("download", name))
-            continue;
+            return std::string();
         presenceCheck(session, name);
-        pathTell(session, paths, session.download(name));
-    }
-    if (session.options.isJson && !session.options.isDryRun)
-        printPaths(session, paths);
+        return session.download(name);
+    };
+    tellEach(session, session.options.words, "", fGet);
 }
 
 void filePut(Session& session)
 {
-    for (const auto& path : session.options.words)
-        if (!session.showsFile("upload", path))
-        {
-            session.upload(path);
-            presenceCheck(session, t_common::FileSystem::filenameGetFromPath(path));
-            session.out << "sent " << valueText(path) << '\n';
-        }
+    const auto fPut = [&](const std::string& path)
+    {
+        if (session.showsFile("upload", path))
+            return std::string();
+        session.upload(path);
+        uploadCheck(session, path);
+        return path;
+    };
+    tellEach(session, session.options.words, "sent ", fPut);
 }
 
 void fileRemove(Session& session)
 {
     const auto shape = commandShape("FileSystem.remove", {}, {});
-    for (const auto& name : session.options.words)
+    const auto fRemove = [&](const std::string& name)
     {
         nameCheck(name, "?#");
-        if (session.send(shape, payloadOf(shape, {{"path", name}})))
-            session.out << "removed " << valueText(name) << '\n';
-    }
+        return session.send(shape, payloadOf(shape, {{"path", name}})) ? name : std::string();
+    };
+    tellEach(session, session.options.words, "removed ", fRemove);
 }
 
 void capture(Session& session)
@@ -152,15 +177,9 @@ void capture(Session& session)
         throw Failure(Usage, "--frames is a number from 1 to " + std::to_string(most));
     // All of a run have one time in their names: two of them may be taken in one second.
     const auto stamp = QDateTime::currentDateTime().toString("yyyyMMdd_hhmmss").toStdString();
-    std::vector<std::string> paths;
+    std::vector<std::string> names;
     for (int i = 1; i <= options.frames; ++i)
-    {
-        const auto number = options.frames > 1 ? "_" + std::to_string(i) : std::string();
-        const auto path = pictureTake(session, options.type, options.type + "_" + stamp + number, locks);
-        if (!options.isDryRun)
-            pathTell(session, paths, path);
-    }
-    if (options.isJson && !options.isDryRun)
-        printPaths(session, paths);
+        names.push_back(options.type + "_" + stamp + (options.frames > 1 ? "_" + std::to_string(i) : ""));
+    tellEach(session, names, "", [&](const auto& name) { return pictureTake(session, options.type, name, locks); });
 }
 } // namespace tool

@@ -2,6 +2,7 @@
 #include "board-wire/source/scalar.h"
 #include "tuning-tool/source/assignments.h"
 #include "tuning-tool/source/verbs.h"
+#include "tuning-tool/source/window-range.h"
 
 #include <algorithm>
 
@@ -23,9 +24,9 @@ std::string keysText(const std::vector<board::Key>& keys)
     return text;
 }
 
-Json::Value fieldsJson(const std::vector<board::Key>& keys, const std::string& generation)
+Json::Value fieldsJson(const CommandShape& shape, const std::vector<board::Key>& keys)
 {
-    const Payload payload(keys, generation);
+    const Payload payload(keys, shape.generation);
     Json::Value jFields(Json::arrayValue);
     for (const auto& name : payload.names())
     {
@@ -36,6 +37,15 @@ Json::Value fieldsJson(const std::vector<board::Key>& keys, const std::string& g
              {std::pair("range", rangeOf(payload.type(name))), std::pair("unit", unitOf(name))})
             if (!text.empty())
                 jField[key] = text;
+        if (const auto* pRange = windowRange(shape, name))
+        {
+            auto& jWindow = jField["window"];
+            jWindow["minimum"] = pRange->minimum;
+            jWindow["maximum"] = pRange->maximum;
+            jWindow["step"] = pRange->step;
+            for (const auto& label : pRange->labels)
+                jWindow["labels"].append(label);
+        }
         jFields.append(std::move(jField));
     }
     return jFields;
@@ -59,7 +69,7 @@ Json::Value shapeJson(const CommandShape& shape)
             jKeys.append(std::move(jKey));
         }
         jShape[side]["keys"] = jKeys;
-        jShape[side]["fields"] = fieldsJson(*keys, shape.generation);
+        jShape[side]["fields"] = fieldsJson(shape, *keys);
     }
     for (const auto& command : {shape.command, std::string()})
         if (const auto note = board::Keys::instance().note(shape.commandClass.name, command); !note.empty())
@@ -79,8 +89,12 @@ void shapePrint(Session& session, const CommandShape& shape)
     {
         std::vector<std::vector<std::string>> rows;
         for (const auto& jField : jShape[side]["fields"])
-            rows.push_back({"    " + jField["name"].asString(), jField["type"].asString(), jField["range"].asString(),
-                            jField["unit"].asString()});
+        {
+            const auto* pRange = windowRange(shape, jField["name"].asString());
+            rows.push_back({"    " + jField["name"].asString(), jField["type"].asString(),
+                            pRange ? pRange->rangeText() : jField["range"].asString(),
+                            pRange ? pRange->labelText() : std::string(), jField["unit"].asString()});
+        }
         session.out << (rows.empty() ? "" : std::string("  ") + side + ":\n");
         session.columnsPrint(rows);
     }

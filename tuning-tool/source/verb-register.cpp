@@ -88,8 +88,14 @@ void sensorDump(Session& session)
     const auto name = session.options.words.empty() ? "dump_sensor_register.txt" : session.options.words[0];
     Payload request(shape.request, {});
     request.set("file.name", name);
-    if (session.send(shape, request))
-        session.out << valueText(session.download(name)) << '\n';
+    if (!session.send(shape, request))
+        return;
+    Json::Value jPaths;
+    jPaths.append(session.download(name));
+    if (session.options.isJson)
+        session.jsonPrint(jPaths);
+    else
+        session.out << valueText(jPaths[0]) << '\n';
 }
 } // namespace
 
@@ -122,7 +128,12 @@ void registerWrite(Session& session)
         // A register that is written only.
         if (failure.code != Refused)
             throw;
-        session.out << hexText(*request.value("address")) << " written, not read back: " << failure.what() << '\n';
+        Json::Value jWritten = request.readable();
+        jWritten["value"] = Json::Value();
+        jWritten["message"] = failure.what();
+        if (session.options.isJson)
+            return session.jsonPrint(jWritten);
+        session.out << hexText(jWritten["address"]) << " written, not read back: " << failure.what() << '\n';
         return;
     }
     Json::Value jRegisters;
