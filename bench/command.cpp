@@ -48,13 +48,6 @@ private:
     std::unique_ptr<Json::CharReader> pReader;
 };
 
-std::string httpRequest(const std::string& body, uint16_t port)
-{
-    return "POST / HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
-           "\r\nContent-Type: application/json\r\nHost: 127.0.0.1:" + std::to_string(port) +
-           "\r\nAccept: */*\r\nAccept-Encoding: identity;q=1.0, *;q=0\r\nConnection: Close\r\n\r\n" + body;
-}
-
 /// A command with the largest record, from the method's call to its return, and by turns the parts that no client could
 /// do without: the exchange over bare sockets, JSON, Base64 there and back. Medians, since machines are shared. `isSet`
 /// is the direction of the record. The limit of the ratio is 1.3; `ratio_one_way` counts Base64 in that direction only.

@@ -75,6 +75,13 @@ inline double secondsOf(const std::function<void()>& action)
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
+inline std::string httpRequest(const std::string& body, uint16_t port)
+{
+    return "POST / HTTP/1.1\r\nContent-Length: " + std::to_string(body.size()) +
+           "\r\nContent-Type: application/json\r\nHost: 127.0.0.1:" + std::to_string(port) +
+           "\r\nAccept: */*\r\nAccept-Encoding: identity;q=1.0, *;q=0\r\nConnection: Close\r\n\r\n" + body;
+}
+
 inline std::string httpAnswer(const std::string& body)
 {
     return "HTTP/1.1 200 OK\r\nContent-Type: application/json\r\nContent-Length: " + std::to_string(body.size()) +

@@ -3,8 +3,12 @@
 #include "tests/support/files.h"
 #include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/picture.h"
+#include "tuning-image/source/netpbm.h"
+#include "tuning-image/source/sharpness.h"
 
 #include <QTemporaryDir>
+
+#include <cmath>
 
 namespace
 {
@@ -96,4 +100,22 @@ TEST(Samples, GreensAreNamedByTheColourOfTheirRow)
     EXPECT_EQ(mosaic::channels(Pattern(77)), QStringList({"x0 y0", "x1 y0", "x0 y1", "x1 y1"}));
     EXPECT_TRUE(mosaic::isRawCapture("/RGB/RAW08_20240131_235959.pgm"));
     EXPECT_FALSE(mosaic::isRawCapture("/RAW08_x/RGB_20240131_235959.ppm"));
+}
+
+TEST(Samples, SharpnessIsOfNeighboursOfOneColour)
+{
+    const std::tuple<QByteArray, bool, double> cases[]{
+        {QByteArray("P5 2 1 255\n\x01\x03"), false, 1},                               // a difference of 2, a mean of 2
+        {QByteArray("P5 2 1 65535\n\x01\x00\x03\x00", 17), false, 1},                 // the same 256 times as bright
+        {QByteArray("P5 2 3 255\n\x01\x03\x01\x03\x07\x03"), true, 6 / 3. / M_SQRT2}, // two apart: 6 and 0 of two
+        {QByteArray("P6 2 1 255\n\x01\x02\x03\x03\x02\x01"), false, std::sqrt(8 / 3.) / 2},
+        {QByteArray("P5 1 1 255\n\x05"), false, 0},
+        {QByteArray("P5 2 1 255\n\x00\x00", 13), false, 0},
+    };
+    for (const auto& [bytes, isMosaic, expected] : cases)
+    {
+        const auto netpbm = Netpbm::parse(bytes);
+        ASSERT_TRUE(netpbm) << bytes.constData();
+        EXPECT_NEAR(sharpnessGet(netpbm->samples(), netpbm->size(), isMosaic), expected, 1e-9) << bytes.constData();
+    }
 }

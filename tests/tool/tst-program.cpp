@@ -320,6 +320,9 @@ TEST_F(Tool, TellsWhatItKnows)
         {"set Wdr.config --generation=V3 gainM", "gainMax=\n"},
         {"set Wdr.config --generation=V4", "--generation=V4\n"},
         {"capture --type YU", "YUV\n"},
+        {"sweep Bls.config --capture RG", "RGB\n"},
+        {"sweep Bls.config re", "red\n"},
+        {"snapshot --only Dn", "Dnr2\nDnr3\n"},
         {"--jso", "--json\n"},
         {"file get --directory h", ""},
     };

@@ -4,9 +4,8 @@
 #include "tuning-common/source/text.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <cstdio>
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <sstream>
@@ -36,14 +35,10 @@ int digitsNeeded(const Json::Value& value)
     const double number = value.asDouble();
     if (!std::isfinite(number))
         throw std::runtime_error("JSON text failed: a number is not finite");
-    for (int digits = fewest; digits < most; ++digits)
-    {
-        char text[32];
-        std::snprintf(text, sizeof text, "%.*g", digits, number);
-        if (std::strtod(text, nullptr) == number)
-            return digits;
-    }
-    return most;
+    char text[32];
+    auto* pEnd = std::to_chars(text, text + sizeof text, number, std::chars_format::scientific).ptr;
+    const auto digits = std::count_if(text, std::find(text, pEnd, 'e'), [](char c) { return c >= '0' && c <= '9'; });
+    return std::clamp(static_cast<int>(digits), fewest, most);
 }
 
 // Readers and writers are kept: to set one up costs more than a command's text. They hold state, so each thread has its

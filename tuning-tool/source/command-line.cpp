@@ -40,7 +40,7 @@ const std::vector<Option>& allOptions()
         {"frames", "COUNT", "pictures one after the other, 1 by default", false},
         {"lock", "LIST", "what stands still for a picture: af, ae, awb", false},
         {"directory", "DIR", "where files land, the working directory by default", false},
-        {"force", "", "replace files that are there", false},
+        {"force", "", "replace files that are there; of apply, go on where the last one has not ended", false},
         {"sensor", "", "registers of the sensor, not of the pipeline", false},
         {"only", "LIST", "of these modules, such as \"Wb,Wdr V4\"", false},
         {"chip", "NAME", "the chip of the board, the one of the window by default", false},

@@ -1,6 +1,7 @@
 #include "tuning-tool/source/camera.h"
 #include "tuning-tool/source/command-line.h"
 #include "tuning-tool/source/failure.h"
+#include "tuning-tool/source/part.h"
 #include "tuning-tool/source/verbs.h"
 
 #include <algorithm>
@@ -59,7 +60,11 @@ Words verbWords(const Words& words)
     return result;
 }
 
-std::string suffixOf(const Verb& verb) { return verb.name == "get" ? "Get" : verb.name == "set" ? "Set" : ""; }
+std::string suffixOf(const Verb& verb)
+{
+    const bool isSetting = verb.name == "set" || verb.name == "sweep";
+    return verb.name == "get" ? "Get" : isSetting ? "Set" : "";
+}
 
 Words generationsOf(const std::string& name)
 {
@@ -69,8 +74,8 @@ Words generationsOf(const std::string& name)
     return result;
 }
 
-/// The names of fields for a value to follow.
-Words fieldsOf(const Verb& verb, const std::string& name, std::string generation)
+/// The names of fields, with what stands before a value.
+Words fieldsOf(const Verb& verb, const std::string& name, std::string generation, const std::string& end)
 {
     const auto known = generationsOf(name);
     if (generation.empty() && !known.empty())
@@ -78,7 +83,7 @@ Words fieldsOf(const Verb& verb, const std::string& name, std::string generation
     const auto shape = commandShape(name, suffixOf(verb), generation);
     Words result;
     for (const auto& field : Payload(shape.request, shape.generation).names())
-        result.push_back(field + "=");
+        result.push_back(field + end);
     return result;
 }
 
@@ -87,6 +92,15 @@ Words classesWith(const std::string& suffix)
     Words result;
     for (const auto& name : commandNames(suffix))
         result.push_back(name.substr(0, name.find('.')));
+    return result;
+}
+
+/// Without those of several generations, whose names have blanks.
+Words moduleNames()
+{
+    Words result;
+    for (const auto& part : allParts())
+        result.push_back(part.reader.commandClass.name);
     return result;
 }
 
@@ -131,7 +145,9 @@ Words optionValues(const std::string& option, const std::string& className)
 {
     if (option == "generation" && !className.empty())
         return generationsOf(className);
-    return option == "type" ? pictureTypes() : Words();
+    if (option == "only")
+        return moduleNames();
+    return option == "type" || option == "capture" ? pictureTypes() : Words();
 }
 
 /// What may follow the words before the last one.
@@ -154,9 +170,11 @@ Words candidates(const Words& before, const std::string& last)
         return pVerb ? optionsOf(*pVerb) : optionNames();
     if (!pVerb)
         return verbWords(line.words);
-    const bool isNamed = pVerb->name == "get" || pVerb->name == "set" || pVerb->name == "call";
+    const bool isSweep = pVerb->name == "sweep";
+    const bool isNamed = pVerb->name == "get" || pVerb->name == "set" || pVerb->name == "call" || isSweep;
     if (isNamed)
-        return name.empty() ? commandNames(suffixOf(*pVerb)) : fieldsOf(*pVerb, name, line.generation);
+        return name.empty() ? commandNames(suffixOf(*pVerb))
+                            : fieldsOf(*pVerb, name, line.generation, isSweep ? "" : "=");
     if (pVerb->name == "list")
         return commandNames({});
     return pVerb->name.rfind("table", 0) == 0 && name.empty() ? classesWith("tableGet") : Words();

@@ -50,6 +50,13 @@ std::string base64Text(const std::string& text)
     return text.rfind('@', 0) == 0 ? board::base64Encode(fileRead(text.substr(1), t_common::limit::jsonFile)) : text;
 }
 
+/// "config:strength"; nothing is put together, since a snapshot asks thousands of times.
+bool isQualified(const std::string& name, const std::string& key, const std::string& field)
+{
+    return name.size() == key.size() + 1 + field.size() && name[key.size()] == ':' && name.rfind(key, 0) == 0 &&
+           name.compare(key.size() + 1, field.size(), field) == 0;
+}
+
 std::string typeText(const board::Field& field)
 {
     auto text = field.type;
@@ -156,7 +163,7 @@ Payload::Place Payload::findExactly(const std::string& name) const
         if (key.recordName().empty())
             continue;
         for (const auto& field : layout(key).fields)
-            if (!field.name.empty() && (name == field.name || name == key.name + ":" + field.name))
+            if (!field.name.empty() && (name == field.name || isQualified(name, key.name, field.name)))
                 return {&key, &field, {}};
     }
     return {};

@@ -114,8 +114,8 @@ Snapshot::Values Snapshot::read(Session& session, const Part& part)
     Payload answer(part.reader.answer, part.reader.generation);
     answer.take(session.ask(part.reader, Payload({}, {})));
     for (const auto& field : part.fields)
-        if (const auto value = answer.value(field))
-            values[field] = sound(*value);
+        if (auto value = answer.value(field))
+            values[field] = sound(std::move(*value));
     return values;
 }
 

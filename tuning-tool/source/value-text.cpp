@@ -39,6 +39,31 @@ std::optional<Json::Value> numberParse(const std::string& text)
     const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(number);
     return isNumber ? std::optional<Json::Value>(number) : std::nullopt;
 }
+std::string shown(const std::string& text)
+{
+    return t_common::printable(text, std::string::npos, t_common::Lines::Many);
+}
+
+/// In place, since most values are sound and a snapshot has thousands.
+void soundMake(Json::Value& value)
+{
+    if (value.isString())
+        value = shown(value.asString());
+    else if (value.isDouble() && !std::isfinite(value.asDouble()))
+        value = Json::Value();
+    else if (value.isArray() || value.isObject())
+        for (auto& element : value)
+            soundMake(element);
+    if (!value.isObject())
+        return;
+    for (const auto& name : value.getMemberNames())
+        if (auto text = shown(name); text != name)
+        {
+            Json::Value element;
+            value.removeMember(name, &element);
+            value[text] = std::move(element);
+        }
+}
 } // namespace
 
 Json::Value valueParse(const std::string& text, const std::string& type)
@@ -89,23 +114,9 @@ bool isSame(const Json::Value& sent, const Json::Value& told, const std::string&
     return true;
 }
 
-Json::Value sound(const Json::Value& value)
+Json::Value sound(Json::Value value)
 {
-    const auto shown = [](const std::string& text)
-    { return t_common::printable(text, std::string::npos, t_common::Lines::Many); };
-    if (value.isString())
-        return shown(value.asString());
-    if (value.isDouble() && !std::isfinite(value.asDouble()))
-        return Json::Value();
-    if (!value.isArray() && !value.isObject())
-        return value;
-    Json::Value result(value.type());
-    if (value.isArray())
-        for (const auto& element : value)
-            result.append(sound(element));
-    else
-        for (const auto& name : value.getMemberNames())
-            result[shown(name)] = sound(value[name]);
-    return result;
+    soundMake(value);
+    return value;
 }
 } // namespace tool

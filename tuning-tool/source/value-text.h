@@ -18,5 +18,5 @@ std::string valueText(const Json::Value& value);
 bool isSame(const Json::Value& sent, const Json::Value& told, const std::string& type = {});
 
 /// The same value with texts and keys that may be shown: what is no UTF-8 or would steer a terminal is replaced.
-Json::Value sound(const Json::Value& value);
+Json::Value sound(Json::Value value);
 } // namespace tool
