@@ -16,6 +16,11 @@ if(TUNING_SANITIZE)
     )
     target_link_options(tuning-options INTERFACE -fsanitize=address,undefined)
 endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT WIN32)
+    # What comes from a board shall find neither an unchecked copy nor a table to write to.
+    target_compile_definitions(tuning-options INTERFACE _FORTIFY_SOURCE=2)
+    target_link_options(tuning-options INTERFACE -Wl,-z,relro,-z,now)
+endif()
 
 # A layer: the static library NAME of all sources below its folder "source", but for the programs' main files.
 function(tuning_library name)

@@ -30,3 +30,19 @@ build() {
     cmake --preset "$preset" ${CI:+-DTUNING_WERROR=ON} >/dev/null
     cmake --build --preset "$preset" ${1:+--target "$@"}
 }
+
+# board_start PROGRAM DIRECTORY LOG: a simulated board, whose process is in "board" and "pids" and whose port in "port".
+board_start() {
+    "$1" --port 0 --directory "$2" --log >"$3" 2>&1 &
+    board=$!
+    pids+=("$board")
+    port=
+    local try
+    for try in $(seq 50); do
+        port=$(sed -n 's|.*http://127\.0\.0\.1:\([0-9]*\).*|\1|p' "$3" | head -n 1)
+        [ -z "$port" ] || return 0
+        sleep 0.1
+    done
+    cat "$3"
+    return 1
+}

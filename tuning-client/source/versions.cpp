@@ -11,7 +11,7 @@ Versions::Version::Version(std::string name_, std::string number_, std::string d
 
 Versions::Versions()
 {
-    collection.push_back(new Version("Client", "4.3.0", "2022-11-16 09:18:52"));
+    collection.push_back(new Version("Client", TUNING_VERSION, "2022-11-16 09:18:52"));
     std::string name;
     std::string number;
     std::string date;
