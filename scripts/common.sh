@@ -33,6 +33,7 @@ build() {
 
 # board_start PROGRAM DIRECTORY LOG: a simulated board, whose process is in "board" and "pids" and whose port in "port".
 board_start() {
+    : >"$3" # or the first look comes too early
     "$1" --port 0 --directory "$2" --log >"$3" 2>&1 &
     board=$!
     pids+=("$board")
