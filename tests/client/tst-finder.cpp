@@ -10,6 +10,7 @@
 #include <QDoubleSpinBox>
 #include <QLineEdit>
 #include <QListView>
+#include <QPushButton>
 #include <QTabBar>
 #include <QTest>
 #include <QTreeView>
@@ -188,6 +189,15 @@ TEST_F(FinderTest, ControlThatCannotTakeTheFocusIsShownAllTheSame)
     QTest::keyClicks(pBox->focusWidget(), "wb");
     QTest::keyClick(pBox->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(shownPage(), "White Balance");
+
+    // So has a page that gains and loses a control.
+    auto pButton = std::make_unique<QPushButton>("Zyx", &current());
+    find("zyx");
+    EXPECT_TRUE(found().first().endsWith("Zyx"));
+    QTest::keyClick(pBox->focusWidget(), Qt::Key_Escape);
+    pButton.reset();
+    find("zyx");
+    EXPECT_EQ(found(), QStringList("Nothing found"));
 }
 
 TEST_F(FinderTest, EveryControlIsFoundByItsNames)
