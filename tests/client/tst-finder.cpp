@@ -5,16 +5,6 @@
 #include "tuning-client/source/control/highlight.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLineEdit>
-#include <QListView>
-#include <QPushButton>
-#include <QTabBar>
-#include <QTest>
-#include <QTreeView>
-
 using shortcut::WordSearch;
 
 namespace

@@ -5,8 +5,6 @@
 #include "tuning-client/source/control/json-view.h"
 #include "tuning-json/source/value.h"
 
-#include <QScrollBar>
-
 #include <memory>
 #include <sstream>
 

@@ -9,18 +9,6 @@
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 
-#include <QClipboard>
-#include <QDockWidget>
-#include <QGraphicsPixmapItem>
-#include <QMenuBar>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QStatusBar>
-#include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QWindow>
-
 namespace
 {
 class ViewerTest : public testing::Test
