@@ -44,6 +44,16 @@ int pixelsThatDiffer(const QImage& one, const QImage& other)
     return count;
 }
 
+/// How much of what has been drawn a full redraw would draw otherwise.
+int pixelsOff(QwtPlot& plot)
+{
+    QCoreApplication::processEvents();
+    const auto drawn = screen(plot);
+    plot.replot();
+    QCoreApplication::processEvents();
+    return pixelsThatDiffer(drawn, screen(plot));
+}
+
 /// Counts full redraws and turns of the drawing timer.
 struct CountingPlot : ExposurePlot
 {
@@ -92,13 +102,9 @@ TEST(ExposurePlot, DrawsNewStretchesAsAFullRedrawWould)
         plot.appendAndDraw(5 + 4 * std::sin(i / 5.0f), 0.02f);
     EXPECT_EQ(plot.replots, replots);
 
-    const auto drawn = screen(plot);
-    plot.replot();
-    QCoreApplication::processEvents();
-    const auto pixels = pixelsThatDiffer(drawn, before);
-    EXPECT_GT(pixels, 200);
+    EXPECT_GT(pixelsThatDiffer(screen(plot), before), 200);
     // Where stretches meet, a line drawn in one is a little smoother.
-    EXPECT_LT(pixelsThatDiffer(drawn, screen(plot)), 40);
+    EXPECT_LT(pixelsOff(plot), 40);
 }
 
 TEST(ExposurePlot, DrawsAllAgainWhenAScaleChanges)
@@ -108,11 +114,7 @@ TEST(ExposurePlot, DrawsAllAgainWhenAScaleChanges)
     plot.appendAndDraw(1, 0.02f);
     plot.appendAndDraw(2, 0.02f);
     plot.appendAndDraw(900, 0.02f);
-    QCoreApplication::processEvents();
-    const auto drawn = screen(plot);
-    plot.replot();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(pixelsThatDiffer(drawn, screen(plot)), 0);
+    EXPECT_EQ(pixelsOff(plot), 0);
 }
 
 TEST(ExposurePlot, TurnsThePageFromTheLastPointBeforeAndRestsWhileHidden)

@@ -67,7 +67,8 @@ TEST(Samples, OtherFormsOfPicturesAreMeasuredAsTheirFilesHaveThem)
     expectFigures(left[0], {2, 5, 4, 1, 9});
     expectFigures(left[2], {2, 129, 126, 3, 255});
 
-    // Of a row of two pixels the right one is measured.
+    // Black but for the last pixel, of the right column but for its first one.
+    constexpr int count = 129;
     const struct
     {
         QImage::Format format;
@@ -79,14 +80,17 @@ TEST(Samples, OtherFormsOfPicturesAreMeasuredAsTheirFilesHaveThem)
                 {QImage::Format_RGBA64, QRgba64::fromRgba64(60000, 300, 5, 40000), {60000, 300, 5}}};
     for (const auto& row : rows)
     {
-        QImage image(2, 1, row.format);
+        QImage image(2, count + 1, row.format);
         image.fill(Qt::black);
-        image.setPixelColor(1, 0, QColor::fromRgba64(row.colour));
+        image.setPixelColor(1, count, QColor::fromRgba64(row.colour));
         ASSERT_TRUE(image.save(directory.filePath("a.png")));
-        const auto channels = Picture(directory.filePath("a.png")).statistics({1, 0, 1, 1}, false);
+        const auto channels = Picture(directory.filePath("a.png")).statistics({1, 1, 1, count}, false);
         ASSERT_EQ(channels.size(), row.values.size()) << row.format;
         for (std::size_t i = 0; i < channels.size(); ++i)
-            expectFigures(channels[i], {1, double(row.values[i]), 0});
+        {
+            const double value = row.values[i];
+            expectFigures(channels[i], {count, value / count, value * std::sqrt(count - 1) / count, 0, value});
+        }
     }
 }
 

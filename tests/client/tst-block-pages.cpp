@@ -21,31 +21,13 @@ namespace
 using BlockPagesTest = BoardTest;
 } // namespace
 
-TEST_F(BlockPagesTest, SomeGreyByTheirBoxAfterAFailureToo)
+TEST_F(BlockPagesTest, LabelsOfColorProcessingGreyWithTheirBoxes)
 {
-    for (const auto id : {"Cproc::enableSet"_id, "Lsc::enableSet"_id})
-    {
-        boardSwitch(id, false);
-        refuse(id);
-    }
-    auto& color = shown<CProcWidget>("Color Processing");
-    for (const bool isFree : {false, true})
-    {
-        color.pCheckBoxEnable->click();
-        EXPECT_EQ(status(), "Server: not now");
-        for (const QWidget* pControl : std::initializer_list<const QWidget*>{
-                 color.pQLabelChrominanceclippingrangeatoutput, color.pQLabelLuminanceinputrangeoffsetprocessing,
-                 color.pQLabelLuminanceclippingrangeatoutput, color.pComboBoxLumaIn, color.pSliderSpinWidgetHue})
-            EXPECT_EQ(pControl->isEnabled(), isFree);
-    }
-    auto& shading = shown<LscWidget>("Lens Shading Correction");
-    for (const bool isFree : {false, true})
-    {
-        shading.pCheckBoxEnable->click();
-        EXPECT_EQ(status(), "Server: not now");
-        EXPECT_EQ(shading.pGroupBoxGridConfig->isEnabled(), isFree);
-        EXPECT_EQ(shading.pGroupBoxGainMatTab->isEnabled(), isFree);
-    }
+    const auto& color = shown<CProcWidget>("Color Processing");
+    for (const auto* pLabel :
+         {color.pQLabelChrominanceclippingrangeatoutput, color.pQLabelLuminanceinputrangeoffsetprocessing,
+          color.pQLabelLuminanceclippingrangeatoutput})
+        EXPECT_FALSE(pLabel->isEnabled());
 }
 
 TEST_F(BlockPagesTest, LensShadingShowsEachTableRowByRow)
@@ -168,12 +150,6 @@ TEST_F(AberrationTest, PollsWhileOnAndShown)
     };
     EXPECT_EQ(widget.pTimer->interval(), 1000);
     expect(false);
-    refuse("Cac::enableSet"_id);
-    widget.pCheckBoxEnable->click();
-    EXPECT_EQ(status(), "Server: not now");
-    expect(false);
-    board->faultsClear();
-    widget.pCheckBoxEnable->click();
     widget.pCheckBoxEnable->click();
     expect(true);
     refuse("Cac::statusGet"_id);

@@ -214,11 +214,6 @@ TEST_F(CurvePagesTest, GammaIsEditedWhileOffAndOneCurveServesAllChannels)
     recordSet("Gc", settings, rest::Gc::V2);
     auto& widget = dynamic_cast<Gc2Widget&>(page("Gamma Correction 2"));
     EXPECT_FALSE(widget.pSingleChannelWidget->isEnabled()) << "the module runs";
-    board->faultSet({Fault::Error, "Gc::enableSet"_id});
-    widget.pCheckBoxEnable->click();
-    EXPECT_FALSE(widget.pSingleChannelWidget->isEnabled()) << "after a failure as before";
-    board->faultsClear();
-    emit pMainWindow->refresh();
     widget.pCheckBoxEnable->click();
     EXPECT_TRUE(widget.pSingleChannelWidget->isEnabled());
     EXPECT_EQ(sent("Gc::configSet"_id), 0u);
@@ -278,8 +273,6 @@ TEST_F(CurvePagesTest, OneSwitchServesBothModules)
     board->faultSet({Fault::Error, "Ca::enableSet"_id});
     widget.pCheckBoxEnable->click();
     EXPECT_EQ(sent("Dci::enableSet"_id), 0u);
-    EXPECT_TRUE(status().startsWith("Server")) << str(status());
-    EXPECT_FALSE(widget.pDciChannelWidget->isEnabled()) << "all the same";
 }
 
 TEST_F(CurvePagesTest, EveryPlotHasTitlesAndCopiesItsPictureAndValues)

@@ -1,27 +1,11 @@
 #include "tests/support/board-fixture.h"
 #include "tests/support/board-picture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/calibration-dialog.h"
 #include "tuning-client/source/control/grid-view.h"
 #include "tuning-client/source/control/lens-model.h"
 #include "tuning-client/source/module/dewarp-calibration-widget.h"
 #include "tuning-client/source/module/dewarp-tuning-widget.h"
 #include "tuning-client/source/module/dewarp-widget.h"
-
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QDoubleSpinBox>
-#include <QGroupBox>
-#include <QLineEdit>
-#include <QProgressBar>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QRegularExpression>
-#include <QSpinBox>
-#include <QTabWidget>
-#include <QTableWidget>
 
 #include <array>
 #include <numeric>
@@ -76,11 +60,9 @@ protected:
     void boardSet(const Dewarp::Config& value)
     {
         Json::Value query;
-        query["function"] = "test";
-        query["id"] = Json::Int64(configSetId);
         query["config"] = t_common::Base64::encode(value);
         query["map"] = "";
-        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
+        run(configSetId, query);
     }
 
     /// Pictures of a chessboard by a known camera, the first ones of the good poses; their paths.

@@ -1,6 +1,7 @@
 // The shape that most tuning pages share: switch, Reset, sliders, mode, table and level; on a real page that has all.
 
 #include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
 #include "tuning-client/source/module/hdr2-widget.h"
 #include "tuning-client/source/module/wdr4-widget.h"
 #include "tuning-client/source/table-editor-dialog.h"
@@ -21,16 +22,14 @@ protected:
     {
         boardSwitch("Wdr::enableSet"_id, isEnable, 3);
         Json::Value query;
-        query["function"] = "test";
         query["generation"] = 3;
         for (const char* key :
              {"contrast", "flat.strength", "flat.threshold", "strength.high", "strength.low", "strength.global"})
             query[key] = 0;
-        query["id"] = "Wdr::configSet"_id;
         query["auto"] = isAuto;
         query["auto.level"] = level;
         query["strength"] = strength;
-        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
+        run("Wdr::configSet"_id, query);
     }
 
     /// The page on a module in that state.
@@ -41,25 +40,6 @@ protected:
         page("Wide Dynamic Range 4");
         board->requestsClear();
         return *pPage;
-    }
-
-    /// The only command since.
-    Json::Value sentOnly() const
-    {
-        const auto requests = board->requests();
-        EXPECT_EQ(requests.size(), 1u);
-        const auto query = requests.empty() ? Json::Value(Json::objectValue) : requests.front().query;
-        board->requestsClear();
-        return query;
-    }
-
-    void sentConfigExpect(bool isAuto, int level, int strength)
-    {
-        const auto query = sentOnly();
-        EXPECT_EQ(query["id"], Json::Value("Wdr::configSet"_id));
-        EXPECT_EQ(query["auto"], isAuto);
-        EXPECT_EQ(query["auto.level"], level);
-        EXPECT_EQ(query["strength"], strength);
     }
 
     Wdr4Widget* pPage;
@@ -127,19 +107,6 @@ TEST_F(EnablePagesTest, ControlsFollowSwitchAndMode)
     }
 }
 
-TEST_F(EnablePagesTest, ModeAndLevelByTheUsersHand)
-{
-    auto& page = shown(false, false);
-    page.pComboBoxWorkMode->setCurrentIndex(1);
-    sentConfigExpect(true, 2, 64);
-    EXPECT_FALSE(page.sliderSpinWidgets[0]->isEnabled());
-    EXPECT_TRUE(page.pSliderSpinWidgetLevel->isVisible());
-    page.pCheckBoxEnable->click();
-    board->requestsClear();
-    page.pSliderSpinWidgetLevel->setValue(9);
-    sentConfigExpect(true, 9, 64);
-}
-
 TEST_F(EnablePagesTest, FailedChangeIsToldAndLeavesTheControl)
 {
     auto& page = shown(false, true);
@@ -190,10 +157,8 @@ TEST_F(EnablePagesTest, ReadLeavesTheHandOnTheControl)
     auto& page = shown(true, false);
     pMainWindow->activateWindow();
     auto* pBox = page.sliderSpinWidgets[0]->findChild<QDoubleSpinBox*>();
-    pBox->setFocus();
+    typeHalf(pBox, "5");
     ASSERT_TRUE(waitUntil([&] { return pBox->hasFocus(); }));
-    pBox->selectAll();
-    QTest::keyClicks(pBox, "5");
     emit pMainWindow->refresh();
     EXPECT_EQ(sent("Wdr::configSet"_id), 0u);
     EXPECT_EQ(pBox->text(), "5");
@@ -229,9 +194,7 @@ TEST_F(EnablePagesTest, TickKeepsTheVisiblePageUpToDate)
 
     // A failing tick goes on; what the user is typing is his.
     auto* pBox = page.pSliderSpinWidgetLevel->findChild<QDoubleSpinBox*>();
-    pBox->setFocus();
-    pBox->selectAll();
-    QTest::keyClicks(pBox, "5");
+    typeHalf(pBox, "5");
     board->faultSet({Fault::Error, Fault::Everything, -1, 0, "some ticks"});
     ASSERT_TRUE(waitUntil([&] { return status() == "Server: some ticks" && led().toolTip().isEmpty(); }));
     boardSet(true, true, 44, 22);
@@ -248,20 +211,6 @@ TEST_F(EnablePagesTest, TickKeepsTheVisiblePageUpToDate)
     boardSet(true, false);
     ASSERT_TRUE(waitUntil([&] { return !page.pTimer->isActive(); }));
     EXPECT_TRUE(page.sliderSpinWidgets[0]->isEnabled());
-}
-
-TEST_F(EnablePagesTest, SilentOrDrippingBoardLeavesTimeForClicks)
-{
-    for (const auto kind : {Fault::Silence, Fault::Drip})
-    {
-        SCOPED_TRACE(kind);
-        auto& page = shown(true, true);
-        board->faultSet({kind, Fault::Everything, -1, 300});
-        ASSERT_TRUE(waitUntil([&] { return status().contains("failed"); }));
-        EXPECT_GE(page.pTimer->remainingTime(), 700) << "the interval begins at the end of the failure";
-        board->faultsClear();
-        away();
-    }
 }
 
 TEST_F(EnablePagesTest, TableEditorAppliesCancelsOrFails)
@@ -311,9 +260,7 @@ TEST_F(EnablePagesTest, TextThatAReadCommitsIsNotSent)
     auto& plain = dynamic_cast<EnableSliderAbstractWidget&>(page("Wide Dynamic Range 2"));
     auto* pBox = plain.sliderSpinWidgets[0]->findChild<QDoubleSpinBox*>();
     pMainWindow->activateWindow();
-    pBox->setFocus();
-    pBox->selectAll();
-    QTest::keyClicks(pBox, "7");
+    typeHalf(pBox, "7");
     board->answerSet("Wdr::enableGet"_id, "enable", true);
     board->requestsClear();
     emit pMainWindow->refresh();

@@ -5,15 +5,6 @@
 #include "tuning-client/source/control/highlight.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 
-#include <QAbstractButton>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QLineEdit>
-#include <QListView>
-#include <QTabBar>
-#include <QTest>
-#include <QTreeView>
-
 using shortcut::WordSearch;
 
 namespace
@@ -188,6 +179,15 @@ TEST_F(FinderTest, ControlThatCannotTakeTheFocusIsShownAllTheSame)
     QTest::keyClicks(pBox->focusWidget(), "wb");
     QTest::keyClick(pBox->focusWidget(), Qt::Key_Return);
     EXPECT_EQ(shownPage(), "White Balance");
+
+    // So has a page that gains and loses a control.
+    auto pButton = std::make_unique<QPushButton>("Zyx", &current());
+    find("zyx");
+    EXPECT_TRUE(found().first().endsWith("Zyx"));
+    QTest::keyClick(pBox->focusWidget(), Qt::Key_Escape);
+    pButton.reset();
+    find("zyx");
+    EXPECT_EQ(found(), QStringList("Nothing found"));
 }
 
 TEST_F(FinderTest, EveryControlIsFoundByItsNames)

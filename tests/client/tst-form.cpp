@@ -1,9 +1,9 @@
 // What pages are written with: rows on a grid, the binding of controls to a record, and their small helpers.
 
 #include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
 #include "tuning-client/source/control/number-table.h"
 #include "tuning-client/source/control/plot.h"
-#include "tuning-client/source/module/central-widget.h"
 #include "tuning-client/source/part-widget.h"
 
 #include <qwt_plot.h>
@@ -227,11 +227,7 @@ TEST_F(FormTest, TextThatIsHalfTypedGoesWithItsPage)
     pPart->show();
     pPart->activateWindow();
     for (auto* pBox : {pPart->pLevels[0], pPart->pSlider->findChild<QDoubleSpinBox*>()})
-    {
-        pBox->setFocus();
-        pBox->selectAll();
-        QTest::keyClicks(pBox, "9");
-    }
+        typeHalf(pBox, "9");
     pPart->pLevels[0]->setFocus();
     QTest::keyClicks(pPart->pLevels[0], "9");
     const auto before = settings;
@@ -288,14 +284,4 @@ TEST_F(FormTest, PlotTakesFinitePointsAndThinsItsLabels)
     EXPECT_EQ(plot.axisMaxMajor(QwtPlot::xBottom), 8);
     plot.resize(plot.minimumWidth(), 300);
     EXPECT_LT(plot.axisMaxMajor(QwtPlot::xBottom), 4);
-}
-
-TEST_F(FormTest, PageIsMadeUnderTheNameOfItsRow)
-{
-    struct Named : AbstractWidget
-    {
-        Named(QWidget* pParent, const QString& name) : AbstractWidget(pParent, name) {}
-    };
-    const std::unique_ptr<QWidget> pPage(CentralWidget::makeNamed<Named>("Dehaze"));
-    EXPECT_EQ(pPage->objectName(), "Dehaze");
 }

@@ -252,6 +252,11 @@ TEST_F(JsonTreeTest, BindingAgainKeepsTheUsersPlace)
         {{"a"}, true}, {{"aa"}, false}, {{"v"}, true}, {{"v", "1"}, true}, {{"w"}, false}};
     for (const auto& [path, isUnfolded] : rows)
         EXPECT_EQ(view.isExpanded(cell(path, JsonModel::ColumnKey)), isUnfolded) << path.join('/').toStdString();
+    view.resize(150, 300);
+    view.horizontalScrollBar()->setValue(50);
+    view.binding(&document, false);
+    EXPECT_EQ(view.horizontalScrollBar()->value(), 50);
+    view.resize(600, 800);
     // A value is wider than the digit in its place, and its column grows with it.
     const int width = view.columnWidth(JsonModel::ColumnValue);
     EXPECT_GE(width, view.fontMetrics().horizontalAdvance(QString(20, '0')));

@@ -45,9 +45,7 @@ TEST_F(NoisePagesTest, PairThatIsNotSentIsNotCorrectedEither)
 {
     boardSwitch("Dnr2::enableSet"_id, false, Dnr2::V5);
     auto& dnr = shown<Dnr2V5Widget>("2D Noise Reduction 5");
-    auto jConfig = clientConfig("http", "");
-    jConfig["port"] = board->port();
-    pMainWindow->clientHolderSet(jConfig);
+    reconnect();
     type(dnr.sliderSpinWidgets[Dnr2V5Widget::BlendOpacityStatic], "30");
     EXPECT_EQ(status(), "Not sent: the board's values had not been read yet");
     QApplication::processEvents();
@@ -90,10 +88,6 @@ TEST_F(NoisePagesTest, TemporalFiltersShowTheSwitchOfTheirRecord)
         EXPECT_TRUE(temporal.pCheckBoxEnable->isChecked());
         EXPECT_FALSE(temporal.pPushButtonRest->isEnabled());
         EXPECT_EQ(temporal.sliderSpinWidgets[0]->isEnabled(), isSliderFree);
-        const auto* pLevel = temporal.pSliderSpinWidgetLevel->findChild<QDoubleSpinBox*>();
-        EXPECT_EQ(pLevel->decimals(), 1);
-        EXPECT_EQ(pLevel->minimum(), 1);
-        EXPECT_EQ(pLevel->maximum(), 3);
     };
     switchedExpect(*shown<Dnr3V3Widget>("3D Noise Reduction 3").pTnrParamWidget, true);
     switchedExpect(*shown<Dnr3V32Widget>("3D Noise Reduction 3.2").pTnr2ParamWidget, false);
@@ -207,8 +201,4 @@ TEST_F(NoisePagesTest, DefectSetsAreNumberedFromOne)
     }
     dpcc.configSet();
     EXPECT_EQ(record<rest::Dpcc::Config>("Dpcc").index_set, 6u) << "of an empty box";
-    board->faultSet({Fault::Error, "Dpcc::enableSet"_id});
-    dpcc.pCheckBoxEnable->click();
-    EXPECT_FALSE(dpcc.pComboBoxSet->isEnabled()) << "after a failure too";
-    EXPECT_TRUE(status().startsWith("Server: "));
 }

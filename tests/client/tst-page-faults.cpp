@@ -3,7 +3,6 @@
 #include "tests/support/page-walk.h"
 #include "tests/support/pages-fixture.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
-#include "tuning-common/source/base64.h"
 
 using board::Fault;
 
@@ -95,7 +94,7 @@ TEST_F(PageFaultsTest, EveryFailureLeavesItsTextAndTheControlsAsTheyWere)
         failureExpect(name, {fault.kind, Fault::Everything, -1, fault.amount}, fault.text);
 }
 
-TEST_F(PageFaultsTest, EveryPageTellsOfAnErrorAndOfAClosedConnection)
+TEST_F(PageFaultsTest, EveryPageTellsOfAnErrorAClosedConnectionAndSilence)
 {
     for (const auto& name : names())
     {
@@ -105,7 +104,62 @@ TEST_F(PageFaultsTest, EveryPageTellsOfAnErrorAndOfAClosedConnection)
         if (!reads().empty())
             failureExpect(name, {Fault::Error}, "Server: ");
         failureExpect(name, {Fault::Close}, "failed");
+
+        // Showing reads twice, and inner pages read as well: the first silence is enough for all of them.
+        pMainWindow->hide();
+        board->faultSet({Fault::Silence});
+        QElapsedTimer clock;
+        clock.start();
+        pMainWindow->show();
+        EXPECT_LT(clock.elapsed(), 2500) << str(name);
+        EXPECT_TRUE(status().contains("failed")) << str(name) << ": " << str(status());
+        board->faultsClear();
+        emit pMainWindow->refresh();
+        EXPECT_TRUE(isRead());
     }
+}
+
+// These grey by their box even if the board refuses the switch; the others wait for it.
+TEST_F(PageFaultsTest, RefusedSwitchGreysByTheRuleOfItsPage)
+{
+    const QStringList greying{"Auto Focus",
+                              "Auto Video Stabilization",
+                              "Color Adjustment",
+                              "Color Processing",
+                              "Defect Pixel Cluster Correction",
+                              "High Dynamic Range 1.2",
+                              "Lens Shading Correction",
+                              "Super Impose"};
+    int switches = 0;
+    for (const auto& name : names())
+    {
+        const auto& widget = settled(name);
+        const auto boxes = widget.findChildren<QCheckBox*>();
+        const auto found =
+            std::find_if(boxes.begin(), boxes.end(),
+                         [](auto* pBox) { return pBox->text().startsWith("Enable ") && pBox->isVisible(); });
+        if (found == boxes.end())
+            continue;
+        ++switches;
+        const auto clicked = [&]
+        {
+            (*found)->click();
+            QVector<bool> free;
+            for (const auto* pChild : widget.findChildren<QWidget*>())
+                free.append(pChild->isEnabled());
+            return free;
+        };
+        const auto done = clicked();
+        const auto before = clicked();
+        board->faultSet({Fault::Error});
+        const auto refused = clicked();
+        EXPECT_TRUE(status().startsWith("Server: ")) << str(name);
+        const bool isGreying = greying.contains(name);
+        EXPECT_TRUE(!isGreying || done != before) << str(name);
+        EXPECT_EQ(refused, isGreying ? done : before) << str(name);
+        board->faultsClear();
+    }
+    EXPECT_GT(switches, 30);
 }
 
 TEST_F(PageFaultsTest, ValuesOfAnyKindAreShownOrRefused)
@@ -141,26 +195,5 @@ TEST_F(PageFaultsTest, ValuesOfAnyKindAreShownOrRefused)
             emit pMainWindow->refresh();
             EXPECT_TRUE(isRead()) << str(status());
         }
-    }
-}
-
-// Showing reads twice, and inner pages read as well: the first silence is enough for all of them.
-TEST_F(PageFaultsTest, SilentBoardHoldsNoShowForLongerThanOneTimeLimit)
-{
-    for (const auto& name : names())
-    {
-        settled(name);
-        if (!isAsking())
-            continue;
-        pMainWindow->hide();
-        board->faultSet({Fault::Silence});
-        QElapsedTimer clock;
-        clock.start();
-        pMainWindow->show();
-        EXPECT_LT(clock.elapsed(), 2500) << str(name);
-        EXPECT_TRUE(status().contains("failed")) << str(name) << ": " << str(status());
-        board->faultsClear();
-        emit pMainWindow->refresh();
-        EXPECT_TRUE(isRead());
     }
 }

@@ -300,8 +300,7 @@ TEST_F(PagesTest, NothingIsSentThatWasNotReadFromThisBoard)
              });
         if (!pControl)
             continue;
-        auto jConfig = clientConfig("http", std::to_string(board->port()));
-        pMainWindow->clientHolderSet(jConfig);
+        reconnect();
         // A read that fails does not free the way either.
         board->faultSet({board::Fault::Error});
         operations(pControl).front()();

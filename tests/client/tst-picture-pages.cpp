@@ -1,19 +1,12 @@
 // What the pages do that deal in rectangles and pictures.
 
 #include "tests/support/board-fixture.h"
-#include "tests/support/files.h"
-#include "tests/support/modals.h"
 #include "tuning-client/source/control/image-label.h"
 #include "tuning-client/source/control/region-view.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 #include "tuning-client/source/module/roi-widget.h"
 #include "tuning-client/source/module/simp-widget.h"
 #include "tuning-rest/source/sensor.h"
-
-#include <QComboBox>
-#include <QGraphicsItem>
-#include <QPushButton>
-#include <QTest>
 
 using board::Fault;
 using rest::Roi;
@@ -23,7 +16,6 @@ namespace
 enum Id
 {
     SimpConfigSet = 4002902,
-    SimpEnableSet = 4002904,
     RoiConfigGet = 4003201,
     RoiConfigSet,
     SensorStatusGet = 80007
@@ -398,10 +390,6 @@ TEST_F(SimpPageTest, OneModeIsOnAndChoosingSendsNothing)
                                               isOn != (pGroupBox == pPage->pGroupBoxOverlay)}));
         }
     EXPECT_EQ(board->requestCount(), 0u);
-    board->faultSet({Fault::Error, SimpEnableSet, 1, 0, "not now"});
-    pPage->pCheckBoxEnable->toggle();
-    EXPECT_EQ(status(), "Server: not now");
-    EXPECT_FALSE(pPage->pGroupBoxOverlay->isEnabled()) << "greyed by the box, whatever the board says";
 }
 
 TEST_F(SimpPageTest, PictureIsLoadedShownAndNamed)

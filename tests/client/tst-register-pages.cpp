@@ -1,4 +1,5 @@
 #include "tests/support/board-fixture.h"
+#include "tests/support/editing.h"
 #include "tuning-client/source/control/register-log.h"
 #include "tuning-client/source/control/register-table.h"
 #include "tuning-client/source/file/register-document.h"
@@ -73,12 +74,6 @@ protected:
     void select(int row) { widget.pTreeView->setCurrentIndex(widget.pStandardItemModel->index(row, 0)); }
 
     QString cell(int row, RegisterTable::Column column) { return widget.pTreeView->text(row, column); }
-
-    void type(QLineEdit* pField, const QString& text)
-    {
-        pField->selectAll();
-        QTest::keyClicks(pField, text);
-    }
 
     QString fields()
     {
@@ -162,7 +157,7 @@ TEST_F(IspRegisterPageTest, FailedReadsKeepTheMenuAndEmptyTheTable)
     EXPECT_EQ(widget.pStandardItemModel->rowCount(), 0);
     EXPECT_EQ(widget.pPushButtonPopup->text(), "Auto Exposure");
     // The register of the other module is no longer there to be written.
-    type(widget.pLineEditHexValue, "7");
+    typeHalf(widget.pLineEditHexValue, "7");
     board->requestsClear();
     QMetaObject::invokeMethod(&widget, "pushButtonSet_Clicked");
     pressWith("Read", {});
@@ -204,7 +199,7 @@ TEST_F(IspRegisterPageTest, TheThreeFieldsFollowEachOther)
     {
         select(1);
         select(readWrite);
-        type(pField, typed);
+        typeHalf(pField, typed);
         EXPECT_EQ(fields(), shown) << typed;
         EXPECT_EQ(widget.lineHexEditText, hexEdit);
         EXPECT_EQ(error(), text);
@@ -212,7 +207,7 @@ TEST_F(IspRegisterPageTest, TheThreeFieldsFollowEachOther)
     // One too many. The box comes again, though told not to.
     for (int i = 0; i < 2; ++i)
     {
-        type(widget.pLineEditDecValue, "4294967296");
+        typeHalf(widget.pLineEditDecValue, "4294967296");
         for (auto* pCheckBox : widget.findChildren<QCheckBox*>())
             pCheckBox->setChecked(false);
         EXPECT_EQ(error(), "DecText input error");
@@ -236,7 +231,7 @@ TEST_F(IspRegisterPageTest, WrittenRegistersAreReadBack)
 
     // The board keeps some of the bits only.
     board->answerSet("Reg::configGet"_id, "value", 0x1e);
-    type(widget.pLineEditHexValue, "1f");
+    typeHalf(widget.pLineEditHexValue, "1f");
     press(widget.pPushButtonSet);
     EXPECT_EQ(last("Reg::configSet"_id), "400 1f");
     EXPECT_EQ(last("Reg::configGet"_id), "400 0");
@@ -254,7 +249,7 @@ TEST_F(IspRegisterPageTest, WrittenRegistersAreLogged)
     choose(module);
     const auto write = [&](const QString& value)
     {
-        type(widget.pLineEditDecValue, value);
+        typeHalf(widget.pLineEditDecValue, value);
         press(widget.pPushButtonSet);
     };
     select(readWrite);
@@ -387,7 +382,7 @@ TEST_F(IspRegisterPageTest, RegisterFileGoesOutAndComesBack)
 
     // More registers than rows; what is typed and not yet written stays.
     select(0);
-    type(widget.pLineEditDecValue, "9");
+    typeHalf(widget.pLineEditDecValue, "9");
     fileWrite(path, "<OPTRIX_1><Main_Control>" + QByteArray("<a>0x8</a>").repeated(9) + "</Main_Control></OPTRIX_1>");
     pressWith("Load", path);
     EXPECT_EQ(cell(4, RegisterTable::Value), "0x8");

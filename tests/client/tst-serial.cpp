@@ -97,9 +97,7 @@ TEST_F(SerialTest, FilesDoNotMove)
     }
     EXPECT_EQ(status(), "Upload file from " + mine);
     EXPECT_EQ(lastQuery(10002)["calib.file"], "mine.xml");
-    auto* pRemote = pImport->actions().last()->menu();
-    emit pRemote->aboutToShow();
-    actionOf(actionOf(pRemote->actions(), "b.xml")->menu()->actions(), "Download")->trigger();
+    remoteChoose(pImport->actions().last()->menu(), "b.xml", "Download");
     EXPECT_EQ(status(), "Save file b.xml to " + local.path());
     EXPECT_EQ(QDir(local.path()).entryList(QDir::Files), QStringList("mine.xml"));
     EXPECT_EQ(fileRead("board/mine.xml"), "the board's");

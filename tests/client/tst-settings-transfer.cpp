@@ -40,7 +40,7 @@ protected:
 
     void remote(const QString& name, const QString& entry) const
     {
-        actionOf(actionOf(remoteMenu()->actions(), name)->menu()->actions(), entry)->trigger();
+        remoteChoose(actionOf(importMenu()->actions(), "Remote")->menu(), name, entry);
     }
 
     /// "Remove" of that file, with that answer to the question.

@@ -1,4 +1,5 @@
 #include "tests/support/actions.h"
+#include "tests/support/editing.h"
 #include "tests/support/qt-main.h"
 #include "tuning-client/source/shortcut/no-signals.h"
 
@@ -141,8 +142,7 @@ TEST_F(SliderSpinWidgetTest, ShownValuesSendNothingAndNeverDisturbTheUser)
     EXPECT_EQ(row.value(), 0.5);
     EXPECT_EQ(slider.value(), 49);
 
-    spinBox.selectAll();
-    QTest::keyClicks(&spinBox, "0.7");
+    typeHalf(&spinBox, "0.7");
     NoSignals::setValue(&row, 0.1f);
     EXPECT_EQ(spinBox.cleanText(), "0.7");
     EXPECT_EQ(spy.count(), 0);

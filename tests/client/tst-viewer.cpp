@@ -9,18 +9,6 @@
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 
-#include <QClipboard>
-#include <QDockWidget>
-#include <QGraphicsPixmapItem>
-#include <QMenuBar>
-#include <QScrollArea>
-#include <QScrollBar>
-#include <QStatusBar>
-#include <QTableWidget>
-#include <QTemporaryDir>
-#include <QTest>
-#include <QWindow>
-
 namespace
 {
 class ViewerTest : public testing::Test
@@ -328,6 +316,21 @@ TEST_F(ViewerTest, LinkedViewersShowTheSamePlace)
         const FileDialogAnswer answer(directory.filePath("b.pgm"));
         actionOf(other.findChildren<QAction*>(), "&Open...")->trigger();
     }
+    // The smaller picture comes to the same zoom, and as near as it reaches; only the user moves the larger one.
+    for (int i = 0; i < 3; ++i)
+        action("Zoom &In (25%)").trigger();
+    EXPECT_EQ(other.findChild<QLabel*>("Zoom")->text(), text("Zoom"));
+    for (auto* pBar : viewer.findChild<QScrollArea*>()->findChildren<QScrollBar*>())
+        pBar->triggerAction(QScrollBar::SliderToMaximum);
+    const auto furthest = scrolled(viewer);
+    const auto reached = scrolled(other);
+    EXPECT_LT(reached.x(), furthest.x());
+    other.resize(other.width() + 50, other.height());
+    ASSERT_TRUE(waitUntil([&] { return scrolled(other).x() < reached.x(); }));
+    EXPECT_EQ(scrolled(viewer), furthest);
+    wheelTurn(&other, {200, 150}, 120);
+    EXPECT_LT(scrolled(other).y(), reached.y());
+    EXPECT_EQ(scrolled(viewer), scrolled(other));
     label().setRectangle({1000, 700, 100, 100});
     EXPECT_EQ(other.findChild<PictureLabel*>()->rectangle(), QRect()) << "outside its picture";
     actionOf(other.findChildren<QAction*>(), "Zoom &In (25%)")->trigger();
@@ -338,6 +341,29 @@ TEST_F(ViewerTest, LinkedViewersShowTheSamePlace)
     action("Zoom &In (25%)").trigger();
     QTest::keyClick(viewer.windowHandle(), Qt::Key_Space);
     EXPECT_FALSE(other.isVisible());
+}
+
+TEST_F(ViewerTest, FiguresOfALargeRectangleWaitForTheMouse)
+{
+    write("a.pgm", "P5 4000 3000 255\n" + QByteArray(4000 * 3000, 'x'));
+    viewer.open(directory.path());
+    action("&Fit to Window").trigger();
+    label().setRectangle({0, 0, 10, 10});
+    const auto before = figures(viewer);
+    const auto begin = place({0, 0});
+    const auto drawTo = [&](const QPoint& pixel) { QTest::mouseMove(viewer.windowHandle(), place(pixel)); };
+    QTest::mousePress(viewer.windowHandle(), Qt::RightButton, {}, begin);
+    drawTo({2000, 1500});
+    EXPECT_TRUE(waitUntil([&] { return figures(viewer) != before; }));
+    const auto small = figures(viewer);
+    drawTo({3990, 2990});
+    EXPECT_EQ(str(figures(viewer)), str(small));
+    EXPECT_TRUE(waitUntil([&] { return figures(viewer) != small; })) << "the mouse rests";
+    drawTo({2000, 1500});
+    EXPECT_TRUE(waitUntil([&] { return figures(viewer) == small; }));
+    drawTo({3990, 2990});
+    QTest::mouseRelease(viewer.windowHandle(), Qt::RightButton, {}, place({3990, 2990}));
+    EXPECT_NE(str(figures(viewer)), str(small));
 }
 
 TEST_F(ViewerTest, EnlargedPixelsStaySquares)
@@ -361,6 +387,14 @@ TEST_F(ViewerTest, WhatCannotBeLoadedIsToldInABox)
     QTest::mouseMove(&label(), {1, 1});
     EXPECT_EQ(text("Pixel"), "");
     EXPECT_EQ(QApplication::overrideCursor(), nullptr);
+
+    QDir(directory.path()).mkdir("other");
+    const auto shown = pictureWrite("other/a.pgm", 20, 20);
+    choose("&Open...", shown);
+    viewer.open(directory.path());
+    EXPECT_EQ(boxes.texts.size(), 2);
+    choose("&Save As...", directory.filePath("copy"));
+    EXPECT_EQ(fileRead(directory.filePath("copy.pgm")), fileRead(shown)) << "the picture that is still shown";
 }
 
 TEST_F(ViewerTest, FileIsOpenedThroughTheDialog)

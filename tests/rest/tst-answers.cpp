@@ -1,14 +1,6 @@
 #include "tests/rest/fixture.h"
+#include "tests/rest/services.h"
 #include "tuning-common/source/limits.h"
-#include "tuning-rest/source/ae.h"
-#include "tuning-rest/source/avs.h"
-#include "tuning-rest/source/camera.h"
-#include "tuning-rest/source/demosaic.h"
-#include "tuning-rest/source/dewarp.h"
-#include "tuning-rest/source/dpf.h"
-#include "tuning-rest/source/fs.h"
-#include "tuning-rest/source/reg.h"
-#include "tuning-rest/source/sensor.h"
 
 #include <cstring>
 #include <tuple>

@@ -1,10 +1,6 @@
 #pragma once
 
-#include <QAction>
-#include <QApplication>
-#include <QMenu>
-#include <QStringList>
-#include <QTimer>
+#include "tests/support/qt-main.h"
 
 #include <stdexcept>
 
@@ -22,6 +18,13 @@ inline QAction* actionOf(const QList<QAction*>& actions, const QString& text)
     if (index < 0)
         throw std::logic_error("no action " + text.toStdString());
     return actions[index];
+}
+
+/// "Activate" and the like of a file on the board, in a menu that lists these anew each time.
+inline void remoteChoose(QMenu* pMenu, const QString& file, const QString& entry)
+{
+    emit pMenu->aboutToShow();
+    actionOf(actionOf(pMenu->actions(), file)->menu()->actions(), entry)->trigger();
 }
 
 /// The entries of the menu that pops up while `fOpen` runs, none without one; the entry of that text is chosen.

@@ -154,12 +154,27 @@ protected:
     void boardSwitch(int64_t id, bool isEnable, int generation = -1)
     {
         Json::Value query;
-        query["function"] = "test";
-        query["id"] = Json::Int64(id);
         if (generation >= 0)
             query["generation"] = generation;
         query["enable"] = isEnable;
-        EXPECT_EQ(board->execute(query)["error"].asInt(), 0);
+        run(id, query);
+    }
+
+    /// The board carries out the command of that number, as if it had been sent; what it answers.
+    Json::Value run(int64_t id, Json::Value query)
+    {
+        query["function"] = "test";
+        query["id"] = Json::Int64(id);
+        const auto answer = board->execute(query);
+        EXPECT_EQ(answer["error"].asInt(), 0) << answer;
+        return answer;
+    }
+
+    /// A new connection to the same board: what was read before came through another one.
+    void reconnect()
+    {
+        auto jConfig = clientConfig("http", std::to_string(board->port()));
+        pMainWindow->clientHolderSet(jConfig);
     }
 
     /// A board at a serial line takes the place of the one at the network; the next window uses it.

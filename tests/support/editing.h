@@ -1,10 +1,6 @@
 #pragma once
 
-#include <QCoreApplication>
-#include <QDoubleSpinBox>
-#include <QEvent>
-#include <QLineEdit>
-#include <QTest>
+#include "tests/support/qt-main.h"
 
 /// Types a text over the one in the editor of a cell and confirms it. Whether the editor has stayed open; Escape leaves
 /// it then.
@@ -23,11 +19,18 @@ inline bool typeOver(QLineEdit* pLineEdit, const QString& text)
     return isOpen;
 }
 
+/// Types a text over the one in the field, and does not enter it.
+inline void typeHalf(QWidget* pField, const QString& text)
+{
+    pField->setFocus();
+    QMetaObject::invokeMethod(pField, "selectAll");
+    QTest::keyClicks(pField, text);
+}
+
 /// Enters a number into a row's box.
 inline void type(QWidget* pRow, const char* text)
 {
     auto* pBox = pRow->findChild<QDoubleSpinBox*>();
-    pBox->selectAll();
-    QTest::keyClicks(pBox, text);
+    typeHalf(pBox, text);
     QTest::keyClick(pBox, Qt::Key_Return);
 }

@@ -1,15 +1,6 @@
 #pragma once
 
-#include <QApplication>
-#include <QFileDialog>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QPushButton>
-#include <QTextDocument>
-#include <QTimer>
-#include <gtest/gtest.h>
-
-#include <functional>
+#include "tests/support/qt-main.h"
 
 /// Hands each modal dialog that opens during its life to `fDialog`, which has to end it.
 class Modals

@@ -4,24 +4,11 @@
 #include "board-wire/source/keys.h"
 #include "board-wire/source/record-bytes.h"
 #include "board-wire/source/wire.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/control/multi-widget.h"
 #include "tuning-common/source/base64.h"
 
-#include <QButtonGroup>
-#include <QCheckBox>
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGroupBox>
-#include <QPushButton>
-#include <QRadioButton>
-#include <QSet>
-#include <QSlider>
-#include <QStackedWidget>
-#include <QTabWidget>
-#include <QTest>
-
 #include <cmath>
-#include <functional>
 #include <sstream>
 #include <vector>
 

@@ -31,15 +31,6 @@ protected:
         recordSet("Sensor", sensor);
     }
 
-    Json::Value run(int64_t id, Json::Value query)
-    {
-        query["function"] = "test";
-        query["id"] = Json::Int64(id);
-        const auto answer = board->execute(query);
-        EXPECT_EQ(answer["error"].asInt(), 0) << answer;
-        return answer;
-    }
-
     /// A page that has been shown before, so that start-up timers and first reads are over.
     QWidget& settled(const QString& name)
     {

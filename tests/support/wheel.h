@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QApplication>
-#include <QWheelEvent>
-#include <QWindow>
+#include "tests/support/qt-main.h"
+
 #include <qtestspontaneevent.h>
 
 /// A turn of the wheel over that place of the widget, as the window system reports it.

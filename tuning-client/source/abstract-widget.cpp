@@ -270,7 +270,10 @@ void AbstractWidget::readStatus()
     isSilent = false;
     if (!isRead())
         for (auto* pRow : shortcut::rowsReadBy(this))
+        {
             pRow->firstValueForget();
+            connect(pRow, &SliderSpinWidget::menuOpening, this, &AbstractWidget::rowMenuFill, Qt::UniqueConnection);
+        }
     const bool wasStale = std::exchange(isStale, true);
     // The text of a failure that is over must not stay.
     if (wasStale)
@@ -292,6 +295,8 @@ void AbstractWidget::readStatus()
         for (auto* pPage : ledNeighbours())
             pPage->guarded([pPage] { pPage->readStatus(); });
 }
+
+void AbstractWidget::rowMenuFill(QMenu* pMenu) { shortcut::changedRowsOffer(*pMenu, this); }
 
 /// Whose the LED is while this page has no words for it: those beside it in a frame.
 QVector<AbstractWidget*> AbstractWidget::ledNeighbours() const

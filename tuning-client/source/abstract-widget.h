@@ -18,6 +18,7 @@ class MainWindow;
 class QCheckBox;
 class QGridLayout;
 class QLabel;
+class QMenu;
 class QStatusBar;
 
 namespace t_transfer
@@ -198,6 +199,7 @@ private:
     bool isInFrame() const;
     void readInstead();
     bool isWriteFree();
+    void rowMenuFill(QMenu* pMenu);
     void announceRead();
     void ledGrey();
     QVector<AbstractWidget*> ledNeighbours() const;

@@ -5,6 +5,7 @@
 #include "tuning-client/source/shortcut/reveal.h"
 
 #include <QMainWindow>
+#include <QPointer>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QTreeView>
@@ -16,22 +17,20 @@ Finder::Finder(QMainWindow* pMainWindow_, QTreeView* pTreeViewFeature_)
     connect(pShortcut, &QShortcut::activated, this, &Finder::open);
 }
 
-/// The box is made when it is first asked for, and anew for the pages of another chip.
+/// The box is made anew each time, in some 10 ms: the pages may be those of another chip, and what stands on a page and
+/// how it is called changes as well.
 void Finder::open()
 {
     auto* pCentralWidget = qobject_cast<CentralWidget*>(pMainWindow->centralWidget());
     if (!pCentralWidget)
         return;
-    if (!pBox || pIndexed != pCentralWidget)
-    {
-        delete pBox;
-        QVector<QWidget*> pages;
-        for (int i = 0; i < pCentralWidget->pStackedWidget->count(); ++i)
-            pages.append(pCentralWidget->pStackedWidget->widget(i));
-        pBox = new FinderBox(pMainWindow, pages);
-        pIndexed = pCentralWidget;
-        connect(pBox, &FinderBox::chosen, this, &Finder::go);
-    }
+    QVector<QWidget*> pages;
+    for (int i = 0; i < pCentralWidget->pStackedWidget->count(); ++i)
+        pages.append(pCentralWidget->pStackedWidget->widget(i));
+    if (pBox)
+        pBox->deleteLater();
+    pBox = new FinderBox(pMainWindow, pages);
+    connect(pBox, &FinderBox::chosen, this, &Finder::go);
     pBox->open();
 }
 

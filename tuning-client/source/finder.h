@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QObject>
-#include <QPointer>
 
 class FinderBox;
 class QMainWindow;
@@ -24,6 +23,5 @@ private:
 
     QMainWindow* pMainWindow;
     QTreeView* pTreeViewFeature;
-    QPointer<QWidget> pIndexed; ///< the pages that the box knows
     FinderBox* pBox = nullptr;
 };

@@ -16,6 +16,8 @@
 #include <QStatusBar>
 #include <QTextDocument>
 
+#include <utility>
+
 namespace
 {
 constexpr double zoomStepIn = 1.25;
@@ -69,13 +71,21 @@ void ImageViewerMainWindow::createPicture()
     connect(imageLabel, &PictureLabel::pointed, this, &ImageViewerMainWindow::pixelShow);
     connect(imageLabel, &PictureLabel::left, this, [this] { pLabelPixel->clear(); });
     connect(imageLabel, &PictureLabel::resized, this, &ImageViewerMainWindow::sizeShow);
-    connect(imageLabel, &PictureLabel::dragged, scrollArea, &PictureScrollArea::moveBy);
+    connect(imageLabel, &PictureLabel::dragged, this, &ImageViewerMainWindow::moveBy);
     connect(imageLabel, &PictureLabel::menuRequested, this, &ImageViewerMainWindow::menuShow);
     connect(imageLabel, &PictureLabel::rectangleChanged, this, &ImageViewerMainWindow::rectangleShow);
     connect(pDock, &MeasureDock::closed, imageLabel, [this] { imageLabel->setRectangle({}); });
     connect(scrollArea, &PictureScrollArea::zoomRequested, this, &ImageViewerMainWindow::zoomAt);
+    figuresTimer.setSingleShot(true);
+    connect(&figuresTimer, &QTimer::timeout, this, &ImageViewerMainWindow::figuresShow);
+    // Not by its change of value: that may come from another size of the window, or of a smaller picture.
     for (auto* pBar : {scrollArea->horizontalScrollBar(), scrollArea->verticalScrollBar()})
-        connect(pBar, &QScrollBar::valueChanged, this, &ImageViewerMainWindow::partnerLead);
+        connect(pBar, &QScrollBar::actionTriggered, this,
+                [this, pBar]
+                {
+                    pBar->setValue(pBar->sliderPosition());
+                    partnerLead();
+                });
 }
 
 void ImageViewerMainWindow::createActions()
@@ -158,7 +168,7 @@ void ImageViewerMainWindow::slotOpen()
 /// False, after a box, when the file holds no picture that can be shown.
 bool ImageViewerMainWindow::fileShow(const QString& fileName)
 {
-    imageFileName = fileName;
+    const auto shownFileName = std::exchange(imageFileName, fileName);
     {
         const shortcut::WaitCursor waiting;
         const Picture newPicture(fileName);
@@ -170,6 +180,9 @@ bool ImageViewerMainWindow::fileShow(const QString& fileName)
             return true;
         }
     }
+    // Without a picture, the file that can't be shown can still be copied.
+    if (!picture.isNull())
+        imageFileName = shownFileName;
     message_box::information(this, tr("Image Viewer"), tr("Cannot load %1.").arg(fileName));
     return false;
 }
@@ -184,7 +197,8 @@ void ImageViewerMainWindow::pictureShow(const Picture& newPicture)
     if (!fitToWindowAct->isChecked())
         imageLabel->adjustSize();
     sizeShow();
-    partnerLead();
+    if (pPartner)
+        partnerFollow();
 }
 
 void ImageViewerMainWindow::fileNameShow(const QString& fileName)
@@ -269,6 +283,12 @@ void ImageViewerMainWindow::zoomAt(bool isIn, const QPoint& position)
     partnerLead();
 }
 
+void ImageViewerMainWindow::moveBy(const QPoint& by)
+{
+    scrollArea->moveBy(by);
+    partnerLead();
+}
+
 void ImageViewerMainWindow::zoomLimit()
 {
     zoomInAct->setEnabled(scaleFactor < zoomMaximum);
@@ -284,8 +304,7 @@ void ImageViewerMainWindow::adjustScrollBar(QScrollBar* scrollBar, double factor
 void ImageViewerMainWindow::pixelShow(const QPoint& pixel)
 {
     const QColor colour = picture.imageGet().pixelColor(pixel);
-    const bool isMosaic = picture.isGrey() && !mosaicNames.isEmpty();
-    const auto channel = isMosaic ? " (" + mosaicNames[pixel.y() % 2 * 2 + pixel.x() % 2] + ")" : QString();
+    const auto channel = isMosaic() ? " (" + mosaicNames[pixel.y() % 2 * 2 + pixel.x() % 2] + ")" : QString();
     pLabelPixel->setText(QString("x %1  y %2   Raw %3%4   RGB %5 %6 %7")
                              .arg(pixel.x())
                              .arg(pixel.y())

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QMainWindow>
 #include <QPointer>
+#include <QTimer>
 
 class QLabel;
 class QScrollBar;
@@ -56,7 +57,9 @@ private:
     void fileNameShow(const QString& fileName);
     void pixelShow(const QPoint& pixel);
     void sizeShow();
+    bool isMosaic() const;
     void rectangleShow();
+    void figuresAsk(bool isDrawing);
     void figuresShow();
     void channelsSet(const QStringList& names);
     void menuShow(const QPoint& globalPosition);
@@ -72,6 +75,7 @@ private:
     void partnerMeasure();
     void partnerRaise();
     void zoomAt(bool isIn, const QPoint& position);
+    void moveBy(const QPoint& by);
     void zoomLimit();
     void windowRelease(); ///< the native window, with all that it has painted
     void scaleImage(double factor);
@@ -97,6 +101,7 @@ private:
     QLabel* pLabelSize = nullptr;
     QLabel* pLabelLink = nullptr;
     MeasureDock* pDock = nullptr;
+    QTimer figuresTimer;     ///< until the figures of a rectangle that is being drawn are due
     QStringList mosaicNames; ///< of the four places in a cell; empty for a picture that is no mosaic
     QPointer<ImageViewerMainWindow> pPartner;
     bool isFollowing = false; ///< what changes is the partner's doing

@@ -15,6 +15,13 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 
+namespace
+{
+// Take up to 50 ms to count, which at each move of the mouse would be felt.
+constexpr qint64 longPixels = 10'000'000;
+constexpr int restMs = 200;
+} // namespace
+
 void ImageViewerMainWindow::keyPressEvent(QKeyEvent* pEvent)
 {
     if (pEvent->key() == Qt::Key_Escape)
@@ -44,24 +51,41 @@ void ImageViewerMainWindow::channelsSet(const QStringList& names)
     rectangleShow();
 }
 
+bool ImageViewerMainWindow::isMosaic() const { return picture.isGrey() && !mosaicNames.isEmpty(); }
+
 void ImageViewerMainWindow::rectangleShow()
 {
-    if (imageLabel->rectangle().isEmpty())
-        pDock->hide();
-    // The dock takes room of the picture, but not from under the mouse.
-    else if (!pDock->isHidden() || !imageLabel->isDrawing())
-        figuresShow();
+    // The one that leads asks for the figures of both.
+    if (isFollowing)
+        return;
+    figuresAsk(imageLabel->isDrawing());
     partnerMeasure();
     partnerLead();
+}
+
+/// Counts what stands at once; what is being drawn when all moves so far are worked off, or, where that takes long,
+/// when the mouse rests.
+void ImageViewerMainWindow::figuresAsk(bool isDrawing)
+{
+    const auto rectangle = imageLabel->rectangle();
+    figuresTimer.stop();
+    if (rectangle.isEmpty())
+        pDock->hide();
+    else if (!isDrawing)
+        figuresShow();
+    // The dock takes room of the picture, but not from under the mouse.
+    else if (!pDock->isHidden())
+        figuresTimer.start(qint64(rectangle.width()) * rectangle.height() > longPixels ? restMs : 0);
 }
 
 void ImageViewerMainWindow::figuresShow()
 {
     const auto rectangle = imageLabel->rectangle();
-    const bool isMosaic = picture.isGrey() && !mosaicNames.isEmpty();
-    const auto names = isMosaic ? mosaicNames : picture.isGrey() ? QStringList{tr("Grey")} : QStringList{"R", "G", "B"};
+    const auto names = isMosaic()         ? mosaicNames
+                       : picture.isGrey() ? QStringList{tr("Grey")}
+                                          : QStringList{"R", "G", "B"};
     const bool isNew = pDock->isHidden();
-    pDock->statisticsShow(rectangle, names, picture.statistics(rectangle, isMosaic));
+    pDock->statisticsShow(rectangle, names, picture.statistics(rectangle, isMosaic()));
     if (!isNew)
         return;
     layout()->activate();
@@ -169,6 +193,7 @@ void ImageViewerMainWindow::partnerMeasure()
         return;
     const QScopedValueRollback<bool> following(pPartner->isFollowing, true);
     pPartner->imageLabel->setRectangle(imageLabel->rectangle());
+    pPartner->figuresAsk(imageLabel->isDrawing());
 }
 
 /// Takes place and zoom of the partner, as far as the own picture reaches.

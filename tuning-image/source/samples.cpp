@@ -3,6 +3,7 @@
 #include "tuning-image/source/sample-at.h"
 
 #include <cmath>
+#include <utility>
 
 namespace
 {
@@ -58,24 +59,28 @@ void countsJudge(ChannelStatistics& channel)
 }
 } // namespace
 
-std::vector<ChannelStatistics> statisticsGet(const SampleGrid& grid, const QRect& part, bool isMosaic)
+void SampleCounter::add(const SampleGrid& grid, const QRect& part)
 {
-    Tables tables(std::size_t(isMosaic ? 4 : grid.channels));
-    for (auto& table : tables)
-        table.counts.resize(grid.kind == SampleGrid::Bytes ? 256 : 65536);
+    channels.resize(std::size_t(isMosaic ? 4 : grid.channels));
+    for (auto& channel : channels)
+        channel.counts.resize(grid.kind == SampleGrid::Bytes ? 256 : 65536);
     switch (grid.kind)
     {
     case SampleGrid::Bytes:
-        partCount<SampleGrid::Bytes>(grid, part, isMosaic, tables);
+        partCount<SampleGrid::Bytes>(grid, part, isMosaic, channels);
         break;
     case SampleGrid::WordsOfFile:
-        partCount<SampleGrid::WordsOfFile>(grid, part, isMosaic, tables);
+        partCount<SampleGrid::WordsOfFile>(grid, part, isMosaic, channels);
         break;
     case SampleGrid::Words:
-        partCount<SampleGrid::Words>(grid, part, isMosaic, tables);
+        partCount<SampleGrid::Words>(grid, part, isMosaic, channels);
         break;
     }
-    for (auto& table : tables)
-        countsJudge(table);
-    return tables;
+}
+
+std::vector<ChannelStatistics> SampleCounter::result() &&
+{
+    for (auto& channel : channels)
+        countsJudge(channel);
+    return std::move(channels);
 }

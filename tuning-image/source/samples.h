@@ -33,6 +33,21 @@ struct ChannelStatistics
     double deviation = 0; ///< of these samples themselves: their number is the divisor
 };
 
-/// The statistics of each channel in a part of the picture. As a mosaic, a picture of one channel has four, one for
-/// each place in a cell of two rows of two pixels; cells begin at even pixels of the picture, not of the part.
-std::vector<ChannelStatistics> statisticsGet(const SampleGrid& grid, const QRect& part, bool isMosaic);
+/// Counts the samples of each channel in parts of a picture, one after the other. As a mosaic, a picture of one channel
+/// has four, one for each place in a cell of two rows of two pixels; cells begin at even pixels of the picture, not of
+/// the part.
+class SampleCounter
+{
+public:
+    explicit SampleCounter(bool isMosaic_) : isMosaic(isMosaic_) {}
+
+    /// All grids have the same channels and kind.
+    void add(const SampleGrid& grid, const QRect& part);
+
+    /// The statistics of all that was added.
+    std::vector<ChannelStatistics> result() &&;
+
+private:
+    bool isMosaic;
+    std::vector<ChannelStatistics> channels;
+};

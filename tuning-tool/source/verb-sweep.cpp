@@ -78,7 +78,9 @@ Json::Value figuresOf(const std::string& path, bool isMosaic)
     double count = 0;
     double sum = 0;
     double squares = 0;
-    for (const auto& channel : statisticsGet(picture->samples(), {QPoint(), picture->size()}, false))
+    SampleCounter counter(false);
+    counter.add(picture->samples(), {QPoint(), picture->size()});
+    for (const auto& channel : std::move(counter).result())
     {
         const auto samples = static_cast<double>(channel.count);
         count += samples;

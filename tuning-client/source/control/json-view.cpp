@@ -32,7 +32,8 @@ constexpr int valueLength = 20;
 class Place
 {
 public:
-    explicit Place(QTreeView& view_) : view(view_), scrolled(view.verticalScrollBar()->value())
+    explicit Place(QTreeView& view_)
+        : view(view_), across(view.horizontalScrollBar()->value()), down(view.verticalScrollBar()->value())
     {
         if (!view.model())
             return;
@@ -62,14 +63,16 @@ public:
         };
         rowsWalk(*view.model(), {}, {}, isOpen);
         view.scrollTo(view.currentIndex());
-        view.verticalScrollBar()->setValue(scrolled);
+        view.horizontalScrollBar()->setValue(across);
+        view.verticalScrollBar()->setValue(down);
     }
 
 private:
     QTreeView& view;
     QSet<QStringList> unfolded;
     std::pair<QStringList, int> current;
-    int scrolled;
+    int across;
+    int down;
 };
 } // namespace
 

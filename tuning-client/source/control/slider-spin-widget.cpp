@@ -1,10 +1,8 @@
 #include "tuning-client/source/control/slider-spin-widget.h"
 
-#include "tuning-client/source/abstract-widget.h"
 #include "tuning-client/source/control/held-change.h"
 #include "tuning-client/source/control/row-names.h"
 #include "tuning-client/source/control/spin-box.h"
-#include "tuning-client/source/shortcut/changed-rows.h"
 
 #include <QClipboard>
 #include <QDoubleSpinBox>
@@ -238,9 +236,7 @@ void SliderSpinWidget::contextMenuShow(const QPoint& position)
     if (isChanged() && pDoubleSpinBox->isEnabled())
         menu.addAction(tr("Back to %1 as first read").arg(text(firstHeld())), this,
                        &SliderSpinWidget::firstValueRestore);
-    auto* pPage = shortcut::pageAround(this);
-    if (pPage && !shortcut::changedRows(pPage).isEmpty())
-        menu.addAction(tr("Back to the page as first read"), pPage, [pPage] { shortcut::changedRowsRestore(pPage); });
+    emit menuOpening(&menu);
     menu.addAction(tr("Copy value"), this, [this] { QGuiApplication::clipboard()->setText(text(value())); });
     menu.exec(pLabel->mapToGlobal(position));
 }

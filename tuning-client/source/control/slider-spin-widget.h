@@ -8,6 +8,7 @@
 class HeldChange;
 class QDoubleSpinBox;
 class QLabel;
+class QMenu;
 class QSlider;
 
 /// The row of nearly every page: a label, a slider and a spin box that show one value. The spin box is the master; the
@@ -59,6 +60,9 @@ public:
 signals:
     /// Once for each committed change: a slider released, a text entered, a held key let go.
     void valueChanged(double value);
+
+    /// The label's menu is about to be shown; entries added now stand after those that change this row's value.
+    void menuOpening(QMenu* pMenu);
 
 private:
     void fromSlider(int position);

@@ -12,6 +12,7 @@
 namespace
 {
 constexpr auto limit = qint64(t_common::limit::picture);
+constexpr int copiedRows = 64;
 
 QString tripleText(int red, int green, int blue) { return QString("%1 %2 %3").arg(red).arg(green).arg(blue); }
 
@@ -64,15 +65,22 @@ bool Picture::isGrey() const
 
 std::vector<ChannelStatistics> Picture::statistics(const QRect& part, bool isMosaic) const
 {
-    if (netpbm)
-        return statisticsGet(netpbm->samples(), part, isMosaic);
-    if (isGrey())
-        return statisticsGet({image.constBits(), image.bytesPerLine(), 1, 1,
-                              hasWideSamples(image) ? SampleGrid::Words : SampleGrid::Bytes},
-                             part, isMosaic);
-    // These have one order of samples on every machine, and colours that their transparency leaves alone.
     const bool isWide = hasWideSamples(image);
-    const auto copy = image.copy(part).convertToFormat(isWide ? QImage::Format_RGBA64 : QImage::Format_RGBA8888);
-    return statisticsGet({copy.constBits(), copy.bytesPerLine(), 4, 3, isWide ? SampleGrid::Words : SampleGrid::Bytes},
-                         copy.rect(), false);
+    const auto kind = isWide ? SampleGrid::Words : SampleGrid::Bytes;
+    SampleCounter counter(isMosaic);
+    if (netpbm)
+        counter.add(netpbm->samples(), part);
+    else if (isGrey())
+        counter.add({image.constBits(), image.bytesPerLine(), 1, 1, kind}, part);
+    else
+        // These have one order of samples on every machine, and colours that their transparency leaves alone. A copy of
+        // the whole part could take as much memory as the picture.
+        for (int y = part.top(); y <= part.bottom(); y += copiedRows)
+        {
+            const auto rows = part & QRect(part.left(), y, part.width(), copiedRows);
+            const auto copy =
+                image.copy(rows).convertToFormat(isWide ? QImage::Format_RGBA64 : QImage::Format_RGBA8888);
+            counter.add({copy.constBits(), copy.bytesPerLine(), 4, 3, kind}, copy.rect());
+        }
+    return std::move(counter).result();
 }

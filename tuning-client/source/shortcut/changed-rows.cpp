@@ -3,6 +3,7 @@
 #include "tuning-client/source/abstract-widget.h"
 #include "tuning-client/source/control/slider-spin-widget.h"
 
+#include <QMenu>
 #include <QStackedWidget>
 
 namespace
@@ -14,28 +15,21 @@ bool isHiddenIn(const QWidget* pPage, const QWidget* pWidget)
             return true;
     return false;
 }
-} // namespace
 
-AbstractWidget* shortcut::pageAround(const QWidget* pControl)
+/// The page that the user sees: the outermost one with a name. Null for none.
+AbstractWidget* outermost(AbstractWidget* pPage)
 {
     AbstractWidget* pOutermost = nullptr;
     // Parts and the stack of all pages have no name.
-    for (auto* pPage = AbstractWidget::around(pControl); pPage; pPage = AbstractWidget::around(pPage))
+    for (; pPage; pPage = AbstractWidget::around(pPage))
         if (!pPage->objectName().isEmpty())
             pOutermost = pPage;
     return pOutermost;
 }
 
-QVector<SliderSpinWidget*> shortcut::rowsReadBy(const AbstractWidget* pPage)
-{
-    QVector<SliderSpinWidget*> rows;
-    for (auto* pRow : pPage->findChildren<SliderSpinWidget*>())
-        if (AbstractWidget::readerOf(pRow) == pPage)
-            rows.append(pRow);
-    return rows;
-}
-
-QVector<SliderSpinWidget*> shortcut::changedRows(const AbstractWidget* pPage)
+/// Rows of `pPage`, and of the shown pages in it, that differ from their first read and can be set back: enabled, and
+/// not hidden but for the tab that they stand on.
+QVector<SliderSpinWidget*> changedRows(const AbstractWidget* pPage)
 {
     QVector<SliderSpinWidget*> rows;
     for (auto* pRow : pPage->findChildren<SliderSpinWidget*>())
@@ -47,10 +41,10 @@ QVector<SliderSpinWidget*> shortcut::changedRows(const AbstractWidget* pPage)
     return rows;
 }
 
-void shortcut::changedRowsRestore(const AbstractWidget* pPage)
+void changedRowsRestore(const AbstractWidget* pPage)
 {
-    const WaitCursor waiting;
-    const int failures = failureCount();
+    const shortcut::WaitCursor waiting;
+    const int failures = shortcut::failureCount();
     auto rows = changedRows(pPage);
     // Once more while it helps: of two rows that keep an order, the first one may be held back by the second one.
     for (int before = rows.size() + 1; rows.size() < before; rows = changedRows(pPage))
@@ -60,8 +54,26 @@ void shortcut::changedRowsRestore(const AbstractWidget* pPage)
         {
             if (pRow->isChanged() && pRow->isEnabled())
                 pRow->firstValueRestore();
-            if (failureCount() != failures)
+            if (shortcut::failureCount() != failures)
                 return;
         }
     }
+}
+} // namespace
+
+QVector<SliderSpinWidget*> shortcut::rowsReadBy(const AbstractWidget* pPage)
+{
+    QVector<SliderSpinWidget*> rows;
+    for (auto* pRow : pPage->findChildren<SliderSpinWidget*>())
+        if (AbstractWidget::readerOf(pRow) == pPage)
+            rows.append(pRow);
+    return rows;
+}
+
+void shortcut::changedRowsOffer(QMenu& menu, AbstractWidget* pPage)
+{
+    auto* pOutermost = outermost(pPage);
+    if (pOutermost && !changedRows(pOutermost).isEmpty())
+        menu.addAction(SliderSpinWidget::tr("Back to the page as first read"), pOutermost,
+                       [pOutermost] { changedRowsRestore(pOutermost); });
 }
