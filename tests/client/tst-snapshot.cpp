@@ -250,6 +250,7 @@ TEST_F(SnapshotTest, ComesBackWhereAnApplyWasKilled)
         const auto address = QString("127.0.0.1:%1").arg(board->port());
         tool.start(TUNING_TOOL, {"apply", "second.json", "--board", address});
         EXPECT_TRUE(waitUntil([&] { return board->count(id) > 0; }));
+        EXPECT_TRUE(contains(toolRun(line("apply --rollback")).err, "Another apply to this board is running"));
         (tool.*pStop)();
         EXPECT_TRUE(waitUntil([&] { return tool.state() == QProcess::NotRunning; }));
         board->faultsClear();

@@ -82,17 +82,19 @@ protected:
     }
 };
 
-Json::CharReader& reader()
+Json::CharReader& reader(JsonApp::Keys keys)
 {
-    thread_local const auto pReader = []
+    const auto make = [](JsonApp::Keys madeFor)
     {
         Json::CharReaderBuilder builder;
         Json::CharReaderBuilder::strictMode(&builder.settings_);
         builder["collectComments"] = false;
-        builder["rejectDupKeys"] = false;
+        builder["rejectDupKeys"] = madeFor == JsonApp::Keys::Once;
         return std::unique_ptr<Json::CharReader>(builder.newCharReader());
-    }();
-    return *pReader;
+    };
+    thread_local const auto pTolerant = make(JsonApp::Keys::LastCounts);
+    thread_local const auto pStrict = make(JsonApp::Keys::Once);
+    return *(keys == JsonApp::Keys::Once ? pStrict : pTolerant);
 }
 
 /// The closing quote of the string that opens at `open`, or the end of the text. A search, since records make strings
@@ -172,7 +174,7 @@ std::string JsonApp::toString(const Json::Value& value, const std::string& inden
     return std::move(buffer.text);
 }
 
-Json::Value JsonApp::fromString(const std::string& text)
+Json::Value JsonApp::fromString(const std::string& text, Keys keys)
 {
     const auto hindrance = obstacle(text);
     if (!hindrance.empty())
@@ -182,7 +184,7 @@ Json::Value JsonApp::fromString(const std::string& text)
     bool isParsed = false;
     try
     {
-        isParsed = reader().parse(text.data(), text.data() + text.size(), &value, &report);
+        isParsed = reader(keys).parse(text.data(), text.data() + text.size(), &value, &report);
     }
     catch (const std::exception& exception)
     {

@@ -28,10 +28,21 @@ Change::Change(Session& session_, const CommandShape& setter_, const CommandShap
 void Change::prepare()
 {
     answerBefore = read();
-    request.adopt(answerBefore);
-    fAssign(request);
-    request.recordsFill(answerBefore);
-    fAssign(request);
+    try
+    {
+        request.adopt(answerBefore);
+        fAssign(request);
+        request.recordsFill(answerBefore);
+        fAssign(request);
+    }
+    catch (const Failure&)
+    {
+        throw;
+    }
+    catch (const std::exception& exception)
+    {
+        throw Failure(Unreadable, reader.name() + " tells what can't be sent: " + exception.what());
+    }
 }
 
 bool Change::write()

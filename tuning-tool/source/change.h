@@ -19,7 +19,7 @@ public:
     /// throw `Failure`.
     Change(Session& session_, const CommandShape& setter_, const CommandShape& reader_, Assign fAssign_);
 
-    /// Reads, and changes what was read.
+    /// Reads, and changes what was read. Throws `Failure`.
     void prepare();
 
     /// Writes and reads again; false in a dry run, which shows what would be written. Throws `Failure`.

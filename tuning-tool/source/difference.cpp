@@ -83,16 +83,6 @@ private:
     std::string type;
 };
 
-/// Whether the loop that writes the field runs on both sides.
-bool isMoving(const Part& part, const std::string& field, const Snapshot& before, const Snapshot& after)
-{
-    if (!part.isMoved(field))
-        return false;
-    const auto switches = switchesOf(part.driver(field));
-    const auto isOn = [&](const Part* pSwitch) { return before.isOn(*pSwitch) && after.isOn(*pSwitch); };
-    return std::any_of(switches.begin(), switches.end(), isOn);
-}
-
 void partCompare(const Part& part, const Snapshot& before, const Snapshot& after, std::vector<Difference>& result)
 {
     Comparison comparison(part, result);
@@ -119,6 +109,15 @@ std::optional<Json::Value> wholeText(const Part& part, const Snapshot& snapshot)
 } // namespace
 
 std::string sideText(const std::optional<Json::Value>& value) { return value ? valueText(*value) : "not there"; }
+
+bool isMoving(const Part& part, const std::string& field, const Snapshot& before, const Snapshot& after)
+{
+    if (!part.isMoved(field))
+        return false;
+    const auto switches = switchesOf(part.driver(field));
+    const auto isOn = [&](const Part* pSwitch) { return before.isOn(*pSwitch) && after.isOn(*pSwitch); };
+    return std::any_of(switches.begin(), switches.end(), isOn);
+}
 
 std::vector<Difference> differences(const Snapshot& before, const Snapshot& after)
 {

@@ -20,9 +20,11 @@ struct Difference
 /// For people, also where there is no value.
 std::string sideText(const std::optional<Json::Value>& value);
 
+/// Whether a loop that writes the field runs in both.
+bool isMoving(const Part& part, const std::string& field, const Snapshot& before, const Snapshot& after);
+
 /// By element: of equal numbers that are written in different ways there is none. Of parts that neither snapshot has,
-/// such as those that the board refuses, there is none either,
-/// nor of fields that a loop writes which runs in both.
+/// such as those that the board refuses, there is none either, nor of fields that are moving.
 std::vector<Difference> differences(const Snapshot& before, const Snapshot& after);
 
 /// The same for one field.

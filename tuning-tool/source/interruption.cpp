@@ -12,7 +12,7 @@ volatile std::sig_atomic_t isRequested = 0;
 
 void request(int) { isRequested = 1; }
 
-constexpr std::array<int, 3> numbers{SIGINT, SIGTERM, SIGHUP};
+constexpr std::array<int, 4> numbers{SIGINT, SIGTERM, SIGHUP, SIGPIPE};
 } // namespace
 
 Interruption::Interruption()
@@ -20,7 +20,7 @@ Interruption::Interruption()
     isRequested = 0;
     for (std::size_t i = 0; i < numbers.size(); ++i)
     {
-        before[i] = std::signal(numbers[i], request);
+        before[i] = std::signal(numbers[i], numbers[i] == SIGPIPE ? SIG_IGN : request);
         if (before[i] == SIG_IGN)
             std::signal(numbers[i], SIG_IGN);
     }

@@ -5,7 +5,8 @@
 namespace tool
 {
 /// As long as it lives, SIGINT, SIGTERM and SIGHUP do not end the program but are noted, so that it can stop between
-/// two commands and tell what was sent. Signals that the starter has ignored stay ignored.
+/// two commands and tell what was sent. Signals that the starter has ignored stay ignored; so is SIGPIPE, of an output
+/// that nobody reads any more.
 class Interruption
 {
 public:
@@ -20,6 +21,6 @@ public:
 private:
     using Handler = void (*)(int);
 
-    std::array<Handler, 3> before;
+    std::array<Handler, 4> before;
 };
 } // namespace tool

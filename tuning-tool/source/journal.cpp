@@ -22,16 +22,29 @@ void lineTake(Journal::Entries& entries, const Json::Value& jLine)
     entries.open = jLine["sending"].asString();
     if (jLine.isMember("done"))
         entries.sent.push_back(jLine["done"].asString());
-    entries.isEnded = entries.isEnded || jLine.isMember("end");
+    entries.isReturning = entries.isReturning || jLine.isMember("returning");
+    entries.isEnded = jLine.isMember("end");
 }
 } // namespace
 
-Journal::Journal(const std::string& boardName)
+Journal::Journal(const std::string& boardName_) : boardName(boardName_)
 {
     std::string name;
     for (const unsigned char c : boardName)
         name += std::isalnum(c) || c == '.' || c == '-' ? static_cast<char>(c) : '_';
     path = QDir::homePath().toStdString() + "/.tuning-client/apply-" + name + ".journal";
+}
+
+void Journal::lock()
+{
+    std::error_code error;
+    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
+    pLock = std::make_unique<QLockFile>(QString::fromStdString(path + ".lock"));
+    // Only that of a program that is gone is stale, however long an apply takes.
+    pLock->setStaleLockTime(0);
+    // Where it can't be made, on a full disk, no apply begins either; but a way back is open.
+    if (!pLock->tryLock() && pLock->error() == QLockFile::LockFailedError)
+        throw Failure(Usage, "Another apply to this board is running");
 }
 
 void Journal::begin(const Snapshot& before, std::size_t commands)
@@ -40,8 +53,6 @@ void Journal::begin(const Snapshot& before, std::size_t commands)
     jHead["commands"] = static_cast<Json::UInt64>(commands);
     jHead["before"] = before.toJson();
     const auto text = t_common::JsonApp::toString(jHead, "") + "\n";
-    std::error_code error;
-    std::filesystem::create_directories(std::filesystem::path(path).parent_path(), error);
     // Whole or not at all, and on the disk before the first command.
     QSaveFile file(QString::fromStdString(path));
     if (!file.open(QIODevice::WriteOnly) || file.write(text.data(), static_cast<qint64>(text.size())) < 0 ||
@@ -65,6 +76,18 @@ void Journal::sending(const std::string& command) { append("sending", command); 
 void Journal::done(const std::string& command) { append("done", command); }
 
 void Journal::end() { append("end", true); }
+
+void Journal::returning()
+{
+    try
+    {
+        append("returning", true);
+    }
+    catch (const Failure&)
+    {
+        // A full disk must not stand in the way back.
+    }
+}
 
 void Journal::remove()
 {
@@ -98,6 +121,8 @@ Journal::Entries Journal::read() const
     {
         throw Failure(LocalFile, path + " can't be read: " + exception.what());
     }
+    if (entries.before.head["board"] != boardName)
+        throw Failure(LocalFile, path + " is of another board");
     try
     {
         while (std::getline(lines, line))

@@ -54,7 +54,7 @@ Json::Value jsonRead(const std::string& path)
     const auto text = fileRead(path, t_common::limit::jsonFile);
     try
     {
-        return t_common::JsonApp::fromString(text);
+        return t_common::JsonApp::fromString(text, t_common::JsonApp::Keys::Once);
     }
     catch (const std::exception& exception)
     {

@@ -14,6 +14,7 @@ bool isSameFile(const std::string& left, const std::string& right);
 /// `limit` bytes.
 std::string fileRead(const std::string& path, std::size_t limit);
 
-/// The JSON of a file, - for standard input; throws `Failure` for what is none and for more than a program would write.
+/// The JSON of a file, - for standard input; throws `Failure` for what is none, for a key that is there twice and for
+/// more than a program would write.
 Json::Value jsonRead(const std::string& path);
 } // namespace tool

@@ -1,5 +1,6 @@
 #include "tuning-tool/source/merge.h"
 
+#include "tuning-tool/source/difference.h"
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/value-text.h"
 
@@ -101,16 +102,25 @@ const Json::Value* fieldIn(const Snapshot::Values* pValues, const std::string& f
         return nullptr;
     return &pValues->at(field);
 }
-Snapshot::Values fieldsMerge(const Part& part, const Snapshot::Values* pBase, const Snapshot::Values& mine,
-                             const Snapshot::Values& theirs, std::vector<Conflict>& conflicts)
+
+/// Of a part that both sides have.
+Snapshot::Values fieldsMerge(const Part& part, const Snapshot& base, const Snapshot& mine, const Snapshot& theirs,
+                             std::vector<Conflict>& conflicts)
 {
     Merger merger(conflicts);
     Snapshot::Values values;
+    const auto* pBase = partIn(base, part);
+    const auto* pMine = partIn(mine, part);
     for (const auto& field : part.fields)
+    {
+        Sides sides{fieldIn(pBase, field), fieldIn(pMine, field), fieldIn(partIn(theirs, part), field)};
+        // What a loop writes nobody has wished for.
+        if (sides.pMine && isMoving(part, field, mine, theirs))
+            sides.pTheirs = sides.pMine;
         if (auto one =
-                merger.value(part.kind == "config" ? part.name() + " " + field : part.name(),
-                             {fieldIn(pBase, field), fieldIn(&mine, field), fieldIn(&theirs, field)}, part.type(field)))
+                merger.value(part.kind == "config" ? part.name() + " " + field : part.name(), sides, part.type(field)))
             values[field] = *one;
+    }
     try
     {
         // Columns of one side and rows of the other need not fit together.
@@ -120,7 +130,7 @@ Snapshot::Values fieldsMerge(const Part& part, const Snapshot::Values* pBase, co
     catch (const Failure& failure)
     {
         conflicts.push_back({part.name() + ": " + failure.what(), {}, {}, {}});
-        return pBase ? *pBase : mine;
+        return pBase ? *pBase : *pMine;
     }
     return values;
 }
@@ -137,7 +147,7 @@ Merged merged(const Snapshot& base, const Snapshot& mine, const Snapshot& theirs
         const auto* pTheirs = partIn(theirs, part);
         Snapshot::Values values;
         if (pMine && pTheirs)
-            values = fieldsMerge(part, pBase, *pMine, *pTheirs, result.conflicts);
+            values = fieldsMerge(part, base, mine, theirs, result.conflicts);
         else if (!pBase && (pMine || pTheirs))
             values = pMine ? *pMine : *pTheirs;
         else if (pBase && (pMine || pTheirs))

@@ -34,7 +34,7 @@ public:
     /// "HOST:PORT" or the device of a serial line. Throws `Failure` where none is known.
     std::string boardName() const;
 
-    /// Sends the command and gives the whole answer, sound to show. Throws `Failure`.
+    /// Sends the command and gives the whole answer as it came. Throws `Failure`.
     Json::Value ask(const CommandShape& shape, const Payload& payload);
 
     /// The same for what a dry run shows instead: nothing comes back then.

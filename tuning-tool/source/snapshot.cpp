@@ -162,7 +162,7 @@ Snapshot Snapshot::fromJson(const Json::Value& jSnapshot, const std::string& pat
     }
     catch (const Failure& failure)
     {
-        throw Failure(LocalFile, path + ": " + failure.what());
+        throw Failure(LocalFile, path + ": " + t_common::printable(failure.what(), t_common::limit::statusBarText));
     }
     return snapshot;
 }
@@ -183,8 +183,10 @@ Json::Value Snapshot::toJson() const
 
 bool Snapshot::isOn(const Part& part) const
 {
-    const auto found = parts.find(&part);
-    return found != parts.end() && found->second.at("enable").asBool();
+    for (const auto* pValues : {&parts, &leftOut})
+        if (const auto found = pValues->find(&part); found != pValues->end())
+            return found->second.at("enable").asBool();
+    return false;
 }
 
 std::string chipOf(const Options& options)
@@ -204,8 +206,10 @@ std::string chipOf(const Options& options)
 
 void sameChipCheck(const std::string& chip, const std::string& other)
 {
+    const auto shown = [](const std::string& text)
+    { return "\"" + t_common::printable(text, t_common::limit::listText) + "\""; };
     if (!chip.empty() && !other.empty() && chip != other)
-        throw Failure(LocalFile, "This is a snapshot of the chip \"" + chip + "\", but here is \"" + other +
-                                     "\"; --chip tells another one");
+        throw Failure(LocalFile, "This is a snapshot of the chip " + shown(chip) + ", but here is " + shown(other) +
+                                     "; --chip tells another one");
 }
 } // namespace tool

@@ -20,7 +20,7 @@ struct Snapshot
     /// One part of the board. Throws `Failure`.
     static Values read(Session& session, const Part& part);
 
-    /// From a file, whole and checked: every name is known and every value fits. Throws `Failure`.
+    /// From a file, whole and checked: every name is known and there once, and every value fits. Throws `Failure`.
     static Snapshot load(const std::string& path);
     static Snapshot fromJson(const Json::Value& jSnapshot, const std::string& path);
 
@@ -33,6 +33,7 @@ struct Snapshot
 
     Json::Value head{Json::objectValue}; ///< chip, time, board, versions
     std::map<const Part*, Values> parts;
+    std::map<const Part*, Values> leftOut; ///< not to be sent; its switches tell which loops run
     std::map<const Part*, std::string> refused;
 };
 

@@ -90,7 +90,8 @@ public:
     {
         for (const auto& [pPart, text] : live.refused)
             if (target.parts.count(pPart) > 0)
-                throw Failure(Refused, "The board has no " + pPart->name() + ", nothing was sent: " + text);
+                throw Failure(Refused, "The board does not tell " + pPart->name() + ", nothing was sent: " + text);
+        columnsCheck(target);
         for (auto& step : plan(live, target))
         {
             const auto fAssign = [values = step.values](Payload& payload)
@@ -144,14 +145,28 @@ public:
     }
 
 private:
+    /// What the columns of a table are is the board's matter.
+    void columnsCheck(const Snapshot& target) const
+    {
+        for (const auto& [pPart, values] : target.parts)
+        {
+            const auto table = values.find("table");
+            if (pPart->kind != "table" || table == values.end())
+                continue;
+            const auto& jLive = live.parts.at(pPart).at("table")["columns"];
+            if (!jLive.empty() && jLive != table->second["columns"])
+                throw Failure(LocalFile, pPart->name() + " has other columns than the board's, nothing was sent");
+        }
+    }
+
     void stepRun(std::size_t i, Journal* pJournal, Report& report)
     {
         Interruption::check();
         const auto& step = steps[i];
         auto& change = changes[i];
         change.prepare();
-        // Generations of one class may be one module of the board.
-        if (isAlready(step, change.before()))
+        // Generations of one class may be one module of the board. In a dry run nothing is, of what was to be sent.
+        if (!session.options.isDryRun && isAlready(step, change.before()))
             return;
         const auto command = step.pPart->setter.name() +
                              (step.pPart->reader.generation.empty() ? "" : " " + step.pPart->reader.generation);
@@ -176,9 +191,9 @@ Snapshot targetLoad(const Session& session)
     auto target = Snapshot::load(path);
     sameChipCheck(target.chip(), chipOf(session.options));
     const auto wanted = partsNamed(session.options.only);
-    for (auto entry = target.parts.begin(); entry != target.parts.end();)
-        entry =
-            std::count(wanted.begin(), wanted.end(), entry->first) > 0 ? std::next(entry) : target.parts.erase(entry);
+    std::swap(target.parts, target.leftOut);
+    for (const auto* pPart : wanted)
+        target.parts.insert(target.leftOut.extract(pPart));
     if (target.parts.empty())
         throw Failure(LocalFile,
                       path + " has no settings" + (session.options.only.empty() ? "" : " of " + session.options.only));
@@ -197,14 +212,18 @@ void rollback(Session& session, Journal& journal)
         throw Failure(LocalFile, "Nothing was applied to this board that could be taken back");
     const auto entries = journal.read();
     tell(session, "Taking back: " + sentText(entries));
-    Application application(session, entries.before);
     try
     {
+        Application application(session, entries.before);
+        if (!session.options.isDryRun)
+            journal.returning();
         application.run(nullptr);
     }
     catch (const Failure& failure)
     {
-        throw Failure(failure.code, "Taking back has not ended, it can be run again: " + std::string(failure.what()));
+        const auto* ended =
+            failure.code == Other ? "Taken back, but " : "Taking back has not ended, it can be run again: ";
+        throw Failure(failure.code, ended + std::string(failure.what()));
     }
     if (session.options.isDryRun)
         return;
@@ -216,9 +235,21 @@ void unfinishedCheck(const Session& session, const Journal& journal)
 {
     if (!journal.isThere() || session.options.isForced)
         return;
-    if (const auto entries = journal.read(); !entries.isEnded)
-        throw Failure(Usage, "The last apply to this board has not ended, " + sentText(entries) + wayBack +
-                                 ", --force goes on from here");
+    constexpr auto wayOn = ", --force goes on from here";
+    std::string unfinished;
+    try
+    {
+        const auto entries = journal.read();
+        if (entries.isEnded)
+            return;
+        unfinished = entries.isReturning ? "The last apply to this board was not taken back whole"
+                                         : "The last apply to this board has not ended, " + sentText(entries);
+    }
+    catch (const Failure& failure)
+    {
+        throw Failure(failure.code, failure.what() + std::string(wayOn));
+    }
+    throw Failure(Usage, unfinished + wayBack + wayOn);
 }
 } // namespace
 
@@ -226,10 +257,12 @@ void apply(Session& session)
 {
     const auto& options = session.options;
     Journal journal(session.boardName());
-    if (options.words.empty() && options.isRollback)
-        return rollback(session, journal);
-    if (options.words.empty())
+    if (options.words.empty() && !options.isRollback)
         throw Failure(Usage, "Usage: tuning-tool apply FILE, or tuning-tool apply --rollback");
+    if (!options.isDryRun)
+        journal.lock();
+    if (options.words.empty())
+        return rollback(session, journal);
     const auto target = targetLoad(session);
     unfinishedCheck(session, journal);
     Application application(session, target);
@@ -256,7 +289,14 @@ void apply(Session& session)
         const auto sent = std::string(failure.what()) + "; " + sentText(journal.read());
         if (!options.isRollback)
             throw Failure(failure.code, sent + wayBack);
-        rollback(session, journal);
+        try
+        {
+            rollback(session, journal);
+        }
+        catch (const Failure& other)
+        {
+            throw Failure(failure.code, sent + "; " + other.what());
+        }
         throw Failure(failure.code, sent + "; taken back");
     }
 }

@@ -34,12 +34,14 @@ void differencesPrint(Session& session, const std::vector<Difference>& differenc
         session.columnsPrint(rows);
 }
 
-/// What a board is asked for, to be compared with.
-std::vector<const Part*> allOf(const Snapshot& snapshot)
+/// What a board is asked for, to be compared with: what is wanted, and which loops run.
+template <class Wanted>
+std::vector<const Part*> askedOf(const Snapshot& snapshot, Wanted isWanted)
 {
     std::vector<const Part*> parts;
     for (const auto& part : allParts())
-        if (snapshot.parts.count(&part) > 0 || snapshot.refused.count(&part) > 0)
+        if ((snapshot.parts.count(&part) > 0 || snapshot.refused.count(&part) > 0) &&
+            (isWanted(&part) || part.kind == "enable"))
             parts.push_back(&part);
     return parts;
 }
@@ -60,7 +62,7 @@ void diff(Session& session)
     const auto wanted = partsNamed(session.options.only);
     const auto isWanted = [&](const Part* pPart) { return std::count(wanted.begin(), wanted.end(), pPart) > 0; };
     const auto first = Snapshot::load(words[0]);
-    const auto second = words.size() > 1 ? Snapshot::load(words[1]) : Snapshot::take(session, allOf(first));
+    const auto second = words.size() > 1 ? Snapshot::load(words[1]) : Snapshot::take(session, askedOf(first, isWanted));
     sameChipCheck(first.chip(), second.chip());
     auto found = differences(first, second);
     found.erase(std::remove_if(found.begin(), found.end(), [&](const auto& one) { return !isWanted(one.pPart); }),

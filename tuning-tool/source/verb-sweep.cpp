@@ -16,7 +16,7 @@
 #include <cctype>
 #include <chrono>
 #include <cmath>
-#include <filesystem>
+#include <optional>
 #include <thread>
 
 namespace tool
@@ -53,7 +53,7 @@ std::vector<std::string> valuesOf(const std::string& text)
     for (int i = 0; i <= int(steps); ++i)
     {
         char value[32];
-        std::snprintf(value, sizeof value, "%.9g", numbers[0] + i * numbers[2]);
+        std::snprintf(value, sizeof value, "%.12g", numbers[0] + i * numbers[2]);
         values.emplace_back(value);
     }
     return values;
@@ -68,7 +68,7 @@ std::string fileName(const std::string& text)
     return name;
 }
 
-/// What a picture is like; empty for a file that is no grey or colour picture.
+/// What a picture is like. Throws `Failure` for a file that is no grey or colour picture.
 Json::Value figuresOf(const std::string& path, bool isMosaic)
 {
     const auto bytes = fileRead(path, t_common::limit::httpFile);
@@ -128,19 +128,21 @@ public:
     void run()
     {
         const Interruption interruption;
+        std::optional<Failure> failure;
         try
         {
             for (const auto& value : values)
                 valueRun(value);
         }
-        catch (const Failure& failure)
+        catch (const Failure& caught)
         {
-            print();
-            giveBack(failure);
-            throw;
+            failure.emplace(caught);
         }
+        // The board first: who reads the table may let it wait.
+        giveBack(failure);
         print();
-        giveBack(Failure(Done, ""));
+        if (failure)
+            throw Failure(*failure);
     }
 
 private:
@@ -170,7 +172,8 @@ private:
         jRows.append(jRow);
     }
 
-    void giveBack(const Failure& failure)
+    /// What it cannot give back it adds to the failure.
+    void giveBack(std::optional<Failure>& failure)
     {
         if (before.isNull() || options().isDryRun)
             return;
@@ -179,13 +182,16 @@ private:
             Change change(session, setter, reader, [this](Payload& payload) { payload.valueSet(field, before); });
             change.prepare();
             change.write();
+            const auto now = change.now().value(field).value_or(Json::Value());
+            if (!isSame(before, now, change.sent().type(field)))
+                throw Failure(Other, "the board has " + valueText(now));
         }
         catch (const std::exception& exception)
         {
-            const std::string text = failure.what();
-            throw Failure(failure.code == Done ? Refused : failure.code, text + (text.empty() ? "" : "; ") + field +
-                                                                             " is not back at " + valueText(before) +
-                                                                             ": " + exception.what());
+            const auto* pFailure = dynamic_cast<const Failure*>(&exception);
+            const auto code = failure ? failure->code : pFailure ? pFailure->code : Refused;
+            const auto text = failure ? failure->what() + std::string("; ") : std::string();
+            failure.emplace(code, text + field + " is not back at " + valueText(before) + ": " + exception.what());
         }
     }
 
