@@ -1,12 +1,11 @@
 // The statistics of a picture's samples, against figures computed elsewhere.
 
 #include "tests/support/files.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/image/mosaic.h"
 #include "tuning-client/source/image/picture.h"
 #include "tuning-image/source/netpbm.h"
 #include "tuning-image/source/sharpness.h"
-
-#include <QTemporaryDir>
 
 #include <cmath>
 

@@ -1,8 +1,5 @@
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/control/scene.h"
-
-#include <QGridLayout>
-#include <QLabel>
-#include <gtest/gtest.h>
 
 namespace
 {

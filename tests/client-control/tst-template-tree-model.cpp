@@ -2,11 +2,8 @@
 
 #include "tests/support/files.h"
 #include "tests/support/outcome.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/file/xml-document.h"
-
-#include <QAbstractItemModelTester>
-#include <QtGlobal>
-#include <gtest/gtest.h>
 
 #include <sys/stat.h>
 

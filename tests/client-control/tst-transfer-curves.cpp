@@ -1,14 +1,10 @@
 // The curves of gamma, colour adjustment and contrast. What is expected was computed by another program, in Python.
 
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/control/gamma-channel-widget.h"
 #include "tuning-client/source/control/gamma2-channel-widget.h"
 #include "tuning-client/source/control/transfer-curve-data.h"
 
-#include <QComboBox>
-#include <QDoubleSpinBox>
-#include <QGroupBox>
-#include <QRadioButton>
-#include <gtest/gtest.h>
 #include <qwt_plot_curve.h>
 
 #include <functional>

@@ -1,11 +1,7 @@
 #include "tests/support/files.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/config/config.h"
 #include "tuning-common/source/limits.h"
-
-#include <QDir>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QTemporaryDir>
 
 #include <stdexcept>
 #include <sys/stat.h>

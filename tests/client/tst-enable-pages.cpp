@@ -261,6 +261,7 @@ TEST_F(EnablePagesTest, TextThatAReadCommitsIsNotSent)
     auto* pBox = plain.sliderSpinWidgets[0]->findChild<QDoubleSpinBox*>();
     pMainWindow->activateWindow();
     typeHalf(pBox, "7");
+    ASSERT_TRUE(waitUntil([&] { return pBox->hasFocus(); }));
     board->answerSet("Wdr::enableGet"_id, "enable", true);
     board->requestsClear();
     emit pMainWindow->refresh();

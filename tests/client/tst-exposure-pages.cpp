@@ -118,6 +118,12 @@ TEST_F(ExposurePagesTest, SamplesAtItsIntervalWhileOn)
         board->requestsClear();
         tick(widget.pTimer);
         EXPECT_EQ(board->requestCount(), 0u);
+
+        type(widget.sliderSpinWidgets[0], "11");
+        widget.pPushButtonRest->click();
+        EXPECT_EQ(sent("Ae::reset"_id), 1u);
+        EXPECT_EQ(sent("Ae::configGet"_id), 2u);
+        EXPECT_NE(widget.sliderSpinWidgets[0]->value(), 11);
     }
     EXPECT_EQ(ae(1).objectName(), "Auto Exposure 2") << "it keeps a size of its own";
 }

@@ -88,6 +88,10 @@ TEST_F(NoisePagesTest, TemporalFiltersShowTheSwitchOfTheirRecord)
         EXPECT_TRUE(temporal.pCheckBoxEnable->isChecked());
         EXPECT_FALSE(temporal.pPushButtonRest->isEnabled());
         EXPECT_EQ(temporal.sliderSpinWidgets[0]->isEnabled(), isSliderFree);
+        const auto* pLevel = temporal.pSliderSpinWidgetLevel->findChild<QDoubleSpinBox*>();
+        EXPECT_EQ(pLevel->decimals(), 1);
+        EXPECT_EQ(pLevel->minimum(), 1);
+        EXPECT_EQ(pLevel->maximum(), 3);
     };
     switchedExpect(*shown<Dnr3V3Widget>("3D Noise Reduction 3").pTnrParamWidget, true);
     switchedExpect(*shown<Dnr3V32Widget>("3D Noise Reduction 3.2").pTnr2ParamWidget, false);

@@ -3,12 +3,10 @@
 #include "tests/support/files.h"
 #include "tests/support/full-disk.h"
 #include "tests/support/outcome.h"
+#include "tests/support/qt-main.h"
 #include "tuning-client/source/image/picture.h"
 #include "tuning-client/source/image/yuv-file.h"
 #include "tuning-client/source/image/yuv.h"
-
-#include <QDir>
-#include <QTemporaryDir>
 
 #include <random>
 #include <stdexcept>
