@@ -192,6 +192,12 @@ TEST_F(Snapshot, RefusesBadFilesBeforeAnythingIsSent)
     EXPECT_TRUE(contains(run("apply nan.json").err, "Wb.config can't be sent, and nothing was"));
     EXPECT_TRUE(contains(run("apply column.json").err, "table has other columns than the board's, nothing was sent"));
     fieldSave("b.json", "Bls", "red", 12);
+    auto white = board.recordGet("Wb", 0);
+    const auto sound = white;
+    std::fill(white.end() - 4, white.end(), '\xff'); // the last of its floats, which is no number then
+    board.recordSet("Wb", 0, white);
+    EXPECT_TRUE(contains(run("apply a.json --only Wb").err, "wbGains.Blue is nan, which can't be taken back"));
+    board.recordSet("Wb", 0, sound);
     {
         const FullDisk full(100);
         EXPECT_EQ(run("apply b.json").code, 6) << "without a way back";
