@@ -286,7 +286,7 @@ void apply(Session& session)
     if (application.count() == 0)
     {
         tell(session, "Nothing differs");
-        return;
+        return application.run(nullptr);
     }
     if (!options.isForced)
         application.wayBackCheck();
