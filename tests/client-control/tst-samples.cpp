@@ -108,8 +108,9 @@ TEST(Samples, GreensAreNamedByTheColourOfTheirRow)
 TEST(Samples, SharpnessIsOfNeighboursOfOneColour)
 {
     const std::tuple<QByteArray, bool, double> cases[]{
-        {QByteArray("P5 2 1 255\n\x01\x03"), false, 1},                               // a difference of 2, a mean of 2
-        {QByteArray("P5 2 1 65535\n\x01\x00\x03\x00", 17), false, 1},                 // the same 256 times as bright
+        {QByteArray("P5 2 1 255\n\x01\x03"), false, 1},               // a difference of 2, a mean of 2
+        {QByteArray("P5 2 1 65535\n\x01\x00\x03\x00", 17), false, 1}, // the same 256 times as bright
+        {QByteArray("P5 # 9\n2 1 256\n\x00\x01\x00\x03", 19), false, 1},
         {QByteArray("P5 2 3 255\n\x01\x03\x01\x03\x07\x03"), true, 6 / 3. / M_SQRT2}, // two apart: 6 and 0 of two
         {QByteArray("P6 2 1 255\n\x01\x02\x03\x03\x02\x01"), false, std::sqrt(8 / 3.) / 2},
         {QByteArray("P5 1 1 255\n\x05"), false, 0},
@@ -121,4 +122,5 @@ TEST(Samples, SharpnessIsOfNeighboursOfOneColour)
         ASSERT_TRUE(netpbm) << bytes.constData();
         EXPECT_NEAR(sharpnessGet(netpbm->samples(), netpbm->size(), isMosaic), expected, 1e-9) << bytes.constData();
     }
+    EXPECT_FALSE(Netpbm::parse("P5 2 1 255\n\x01")) << "cut short";
 }

@@ -31,11 +31,15 @@ protected:
         fileStore(name, text.replace(place, from.size(), to));
     }
 
-    /// The same with one value of one field.
-    void fieldSave(const char* name, const std::string& module, const std::string& field, const Json::Value& value)
+    /// The same with one value of one field; null takes it out.
+    void fieldSave(const char* name, const std::string& module, const std::string& field, const Json::Value& value,
+                   const char* kind = "config")
     {
         auto jSnapshot = t_common::JsonApp::fromString(taken);
-        jSnapshot["modules"][module]["config"][field] = value;
+        auto& jPart = jSnapshot["modules"][module][kind];
+        jPart[field] = value;
+        if (value.isNull())
+            jPart.removeMember(field);
         fileStore(name, t_common::JsonApp::toString(jSnapshot, ""));
     }
 
@@ -47,6 +51,22 @@ protected:
         return count;
     }
 
+    /// What was sent: "Awb- Wb Awb+".
+    std::string order() const
+    {
+        std::string text;
+        for (const auto& request : board.requests())
+        {
+            const auto function = request.query["function"].asString();
+            if (!contains(function, "Set"))
+                continue;
+            const auto name = function.substr(6, function.rfind("::") - 6);
+            const auto& jEnable = request.query["enable"];
+            text += (text.empty() ? "" : " ") + name + (!jEnable.isBool() ? "" : jEnable.asBool() ? "+" : "-");
+        }
+        return text;
+    }
+
     std::string taken;
 };
 } // namespace
@@ -55,11 +75,13 @@ TEST_F(Snapshot, NamesWhatTheBoardRefusesAndOnlyThat)
 {
     board.faultSet({board::Fault::Error, "Wdr::configGet"_id, -1, 0, "no such block"});
     board.faultSet({board::Fault::RecordShort, "Wb::configGet"_id});
+    board.answerSet("Ca::tableGet"_id, "table", 5);
     const auto ended = run("snapshot --chip Mine");
     const auto told = ended.json();
     EXPECT_EQ(ended.code, 0);
-    EXPECT_TRUE(contains(ended.err, "6 of ")) << ended.err;
+    EXPECT_TRUE(contains(ended.err, "7 of ")) << ended.err;
     EXPECT_EQ(told["refused"]["Wdr V4"]["config"], "Wdr.configGet: no such block");
+    EXPECT_TRUE(contains(told["refused"]["Ca"]["table"].asString(), "This is no auto table"));
     EXPECT_FALSE(told["modules"].isMember("Wb"));
     EXPECT_TRUE(told["modules"]["Wdr V4"]["enable"].isBool());
     EXPECT_EQ(told["chip"], "Mine");
@@ -69,10 +91,12 @@ TEST_F(Snapshot, NamesWhatTheBoardRefusesAndOnlyThat)
     EXPECT_EQ(run("diff b.json").code, 0) << "refused on both sides";
     EXPECT_TRUE(contains(run("diff a.json b.json").out, "there   refused: Wdr.configGet: no such block"));
     // What the board has not cannot be brought back, nor half of the rest.
-    const auto applied = run("apply a.json");
+    const auto applied = run("apply a.json --only Wb,Gc");
     EXPECT_EQ(applied.code, 1);
     EXPECT_TRUE(contains(applied.err, "The board does not tell Wb.config, nothing was sent")) << applied.err;
     EXPECT_EQ(writes(), 0u);
+    board.faultSet({board::Fault::Error, "Cli::versionGet"_id});
+    EXPECT_EQ(run("snapshot --only Gc").code, 0) << "a board without versions";
     board.faultSet({board::Fault::Close, "Gc::configGet"_id});
     EXPECT_EQ(run("snapshot").code, 3) << "a board that is gone is no refusal";
 }
@@ -98,6 +122,8 @@ TEST_F(Snapshot, DiffersByFieldElementAndCell)
     EXPECT_EQ(run("diff a.json same.json").code, 0) << "one float, written in two ways";
     editedSave("other.json", "\"wbGains.Red\": 1.8", "\"wbGains.Red\": 1.8000002");
     EXPECT_EQ(run("diff a.json other.json").code, 1);
+    editedSave("column.json", "\"gain\",", "\"gane\",");
+    EXPECT_TRUE(contains(run("diff a.json column.json").out, "column[0]  gain    gane"));
     // The loop writes these itself.
     board.advance(30);
     EXPECT_EQ(run("diff a.json --only Sensor").code, 0);
@@ -127,7 +153,16 @@ TEST_F(Snapshot, MergesWithoutGuessing)
     fieldSave("dark.json", "Sensor", "_long.gain", 2.5);
     EXPECT_EQ(run("merge a.json dim.json dark.json").json()["modules"]["Sensor"]["config"]["_long.gain"], 1.5)
         << "a loop's value is nobody's wish";
+    fieldSave("fieldless.json", "Wb", "wbGains.Red", Json::Value());
+    auto rows = jPart["modules"]["Ahdr V1"]["table"]["rows"];
+    rows[0][0] = 7;
+    fieldSave("cell.json", "Ahdr V1", "rows", rows, "table");
+    rows[0][0] = 1;
+    rows.append(rows[0]);
+    fieldSave("row.json", "Ahdr V1", "rows", rows, "table");
     const std::pair<std::string, std::string> conflicts[]{
+        {"a.json a.json fieldless.json", "Wb.config wbGains.Red: base 1.8, mine 1.8, theirs none"},
+        {"a.json cell.json row.json", "Ahdr V1.table rows: base "},
         {"a.json red.json redder.json", "Wb.config wbGains.Red: base 1.8, mine 1.25, theirs 1.5"},
         {"a.json part.json red.json", "Gc V1.config: base there, mine none, theirs there"},
     };
@@ -138,6 +173,7 @@ TEST_F(Snapshot, MergesWithoutGuessing)
         EXPECT_EQ(ended.out, "");
         EXPECT_TRUE(contains(ended.err, text)) << ended.err;
     }
+    EXPECT_TRUE(contains(run("diff part.json a.json").out, "not there  there"));
     EXPECT_TRUE(run("merge part.json part.json a.json").json()["modules"].isMember("Gc V1")) << "added on one side";
 }
 
@@ -147,12 +183,19 @@ TEST_F(Snapshot, RefusesBadFilesBeforeAnythingIsSent)
     fieldSave("type.json", "Wb", "ccOffset.Red", 40000);
     fieldSave("list.json", "Wb", "ccMatrix.Coeff", Json::Value(Json::arrayValue));
     fieldSave("module.json", "Wbb", "wbGains.Red", 1);
-    fieldSave("nan.json", "Wb", "wbGains.Red", "nan");
+    Json::Value rows(Json::arrayValue);
+    rows.append(Json::Value(Json::arrayValue));
+    for (const auto* cell : {"1", "2", "3", "4"})
+        rows[0].append(cell);
+    fieldSave("cell.json", "Ahdr V1", "rows", rows, "table");
+    rows[0].append(5);
+    fieldSave("row.json", "Ahdr V1", "rows", rows, "table");
+    editedSave("mine.json", "\"chip\": \"\"", "\"chip\": \"Mine\"");
+    editedSave("number.json", "\"chip\": \"\"", "\"chip\": []");
     editedSave("chip.json", "\"chip\": \"\"", "\"chip\": \"Other\"");
     editedSave("format.json", "snapshot 1", "snapshot 9");
     editedSave("bool.json", "\"enable\": true", "\"enable\": 7");
     editedSave("twice.json", "\"wbGains.Red\": 1.8", "\"wbGains.Red\": 1.8, \"wbGains.Red\": 2");
-    editedSave("column.json", "\"gain\",", "\"gane\",");
     fieldSave("long.json", "Wb", std::string(100'000, 'x'), 1);
     fileStore("cut.json", taken.substr(0, taken.size() / 2));
     fileStore("huge.json", taken + std::string(100'000'000, ' '));
@@ -163,6 +206,11 @@ TEST_F(Snapshot, RefusesBadFilesBeforeAnythingIsSent)
         {"apply list.json", 6, "a list of 9"},
         {"apply module.json", 6, "no setting \"Wbb.config\"; did you mean Wb.config"},
         {"apply chip.json --chip Mine", 6, "a snapshot of the chip \"Other\", but here is \"Mine\""},
+        {"diff chip.json mine.json", 6, "a snapshot of the chip \"Other\", but here is \"Mine\""},
+        {"merge a.json chip.json mine.json", 6, "a snapshot of the chip"},
+        {"apply number.json", 6, "\"chip\" is no text"},
+        {"apply cell.json", 6, "row 1 has a value that is no number"},
+        {"apply row.json", 6, "row 1 has not as many values"},
         {"apply format.json", 6, "this is no snapshot"},
         {"apply bool.json", 6, "bool"},
         {"apply twice.json", 6, "Duplicate key: 'wbGains.Red'"},
@@ -188,10 +236,28 @@ TEST_F(Snapshot, RefusesBadFilesBeforeAnythingIsSent)
         EXPECT_TRUE(contains(ended.err, text) && ended.err.size() < 10'000) << line << ": " << ended.err;
         EXPECT_EQ(board.requestCount(), 0u) << line;
     }
+    fileStore(".tuning-client/setting.json", "{\"chip.name\": \"Mine\"}");
+    EXPECT_TRUE(contains(run("apply chip.json").err, "but here is \"Mine\"")) << "the window's chip";
+}
+
+TEST_F(Snapshot, SendsNothingThatTheBoardCannotTakeOrGiveBack)
+{
+    Json::Value numbers(Json::arrayValue);
+    for (const auto* number : {"nan", "inf", "-inf"})
+        for (int i = 0; i < 3; ++i)
+            numbers.append(number);
+    fieldSave("nan.json", "Wb", "ccMatrix.Coeff", numbers);
+    editedSave("column.json", "\"gain\",", "\"gane\",");
     // What a board has told can be read again, if not sent; of its tables it knows the columns.
     EXPECT_TRUE(contains(run("apply nan.json").err, "Wb.config can't be sent, and nothing was"));
     EXPECT_TRUE(contains(run("apply column.json").err, "table has other columns than the board's, nothing was sent"));
     fieldSave("b.json", "Bls", "red", 12);
+    auto white = board.recordGet("Wb", 0);
+    const auto sound = white;
+    std::fill(white.end() - 4, white.end(), '\xff'); // the last of its floats, which is no number then
+    board.recordSet("Wb", 0, white);
+    EXPECT_TRUE(contains(run("apply a.json --only Wb").err, "wbGains.Blue is nan, which can't be taken back"));
+    board.recordSet("Wb", 0, sound);
     {
         const FullDisk full(100);
         EXPECT_EQ(run("apply b.json").code, 6) << "without a way back";
@@ -213,6 +279,7 @@ TEST_F(Snapshot, AppliesWhatDiffersAndTellsFieldByField)
     ASSERT_EQ(applied.size(), 1u);
     EXPECT_EQ(applied[0]["before"], 168);
     EXPECT_EQ(applied[0]["now"], 12);
+    EXPECT_EQ(run("apply b.json --json").json().size(), 0u);
     EXPECT_EQ(run("apply a.json --only Wb").code, 0);
     EXPECT_EQ(run("get Bls.config --json").json()["red"], 12) << "of another module";
     // The board's own names stay, which is told.
@@ -225,6 +292,38 @@ TEST_F(Snapshot, AppliesWhatDiffersAndTellsFieldByField)
     EXPECT_TRUE(contains(kept.err, "The board has another value than was sent: Awb.config profilesName[0]"))
         << kept.err;
     EXPECT_TRUE(run("get Awb.enable --json").json()["enable"].asBool()) << "off for the time of the change only";
+    EXPECT_EQ(run("apply a.json").code, 0) << "that one has ended";
+}
+
+TEST_F(Snapshot, StopsWhatHasToRestAndNothingElse)
+{
+    for (const auto* module : {"Wdr.enable --generation V4", "Cnr.enable"})
+        EXPECT_EQ(run("set " + std::string(module) + " on").code, 0);
+    auto rows = t_common::JsonApp::fromString(taken)["modules"]["Wdr V4"]["table"]["rows"];
+    rows[0][0] = 9;
+    const std::tuple<const char*, const char*, const char*, Json::Value, std::string> cases[]{
+        {"Wb", "config", "wbGains.Red", 1.25, "Awb- Wb Awb+"},
+        {"Sensor", "config", "_long.gain", 2.5, "Ae- Sensor Ae+"},
+        {"Cnr", "config", "tc1", 9, "Cnr- Cnr Cnr+"},
+        {"Wdr V4", "config", "strength", 9, "Wdr"},
+        {"Wdr V4", "table", "rows", rows, "Wdr- Wdr Wdr+"},
+    };
+    for (const auto& [module, kind, field, value, expected] : cases)
+    {
+        fieldSave("b.json", module, field, value, kind);
+        // This part alone, of a configuration this field alone.
+        auto jSnapshot = t_common::JsonApp::fromString(fileText("b.json"));
+        const Json::Value jPart = jSnapshot["modules"][module][kind];
+        jSnapshot["modules"] = Json::Value(Json::objectValue);
+        if (std::string(kind) == "table")
+            jSnapshot["modules"][module][kind] = jPart;
+        else
+            jSnapshot["modules"][module][kind][field] = jPart[field];
+        fileStore("b.json", t_common::JsonApp::toString(jSnapshot, ""));
+        board.requestsClear();
+        EXPECT_EQ(run("apply b.json").code, 0) << module;
+        EXPECT_EQ(order(), expected) << module;
+    }
 }
 
 TEST_F(Snapshot, TellsWhatWasSentWhereItFailsAndTakesItBack)
@@ -246,6 +345,9 @@ TEST_F(Snapshot, TellsWhatWasSentWhereItFailsAndTakesItBack)
                                      "Ge.enableSet; \"tuning-tool apply --rollback\" returns"))
         << failed.err;
     EXPECT_EQ(red(), 12);
+    EXPECT_EQ(run("apply --rollback --dry-run").code, 0);
+    EXPECT_EQ(red(), 12);
+    EXPECT_EQ(run("apply b.json").code, 2) << "still to be taken back";
     EXPECT_EQ(run("apply b.json --force --rollback").code, 1) << "taken back at once";
     EXPECT_EQ(red(), 12) << "as it was before that one";
     EXPECT_EQ(run("apply a.json").code, 0);
@@ -284,6 +386,9 @@ TEST_F(Snapshot, SweepsAndComesBack)
     ASSERT_EQ(swept.size(), 3u);
     EXPECT_LT(swept[0]["mean"].asDouble() + 20, swept[2]["mean"].asDouble());
     EXPECT_EQ(swept[1]["now"], 80.0);
+    EXPECT_GT(swept[1]["deviation"].asDouble(), 10);
+    EXPECT_LT(run("sweep Bls.config red 9:9:1 --wait 0 --json").json()[0]["sharpness"].asDouble(), 0.2)
+        << "of neighbours of one colour";
     EXPECT_TRUE(contains(swept[2]["file"].asString(), "out/") && contains(swept[2]["file"].asString(), "setPoint_120"));
     EXPECT_EQ(fileCount("out"), 3u);
     EXPECT_EQ(run("diff a.json --only Ae").code, 0);

@@ -123,6 +123,23 @@ public:
         return snapshot;
     }
 
+    /// Throws `Failure` where the board has what it could not be sent again, such as a number that is not finite.
+    void wayBackCheck() const
+    {
+        for (const auto& step : steps)
+            for (const auto& [field, value] : live.parts.at(step.pPart))
+                try
+                {
+                    if (step.values.count(field) > 0)
+                        Payload(step.pPart->setter.request, step.pPart->setter.generation).valueSet(field, value);
+                }
+                catch (const std::exception&)
+                {
+                    throw Failure(Usage, step.pPart->name() + " " + field + " is " + valueText(value) +
+                                             ", which can't be taken back, and nothing was sent; --force sends");
+                }
+    }
+
     /// Sends and reads back; tells the report also where it fails in the middle. The journal is null for none.
     void run(Journal* pJournal)
     {
@@ -269,8 +286,10 @@ void apply(Session& session)
     if (application.count() == 0)
     {
         tell(session, "Nothing differs");
-        return;
+        return application.run(nullptr);
     }
+    if (!options.isForced)
+        application.wayBackCheck();
     if (options.isDryRun)
         return application.run(nullptr);
     journal.begin(application.before(), application.count());
