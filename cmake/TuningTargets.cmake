@@ -18,7 +18,7 @@ if(TUNING_SANITIZE)
 endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Release" AND NOT WIN32)
     # What comes from a board shall find neither an unchecked copy nor a table to write to.
-    target_compile_definitions(tuning-options INTERFACE _FORTIFY_SOURCE=2)
+    target_compile_definitions(tuning-options INTERFACE _FORTIFY_SOURCE=3)
     target_link_options(tuning-options INTERFACE -Wl,-z,relro,-z,now)
 endif()
 

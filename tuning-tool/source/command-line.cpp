@@ -44,7 +44,7 @@ const std::vector<Option>& allOptions()
         {"sensor", "", "registers of the sensor, not of the pipeline", false},
         {"only", "LIST", "of these modules, such as \"Wb,Wdr V4\"", false},
         {"chip", "NAME", "the chip of the board, the one of the window by default", false},
-        {"rollback", "", "back to the state of before: of the last apply, or where this one fails", false},
+        {"rollback", "", "back to the state before the last apply, or before this one where it fails", false},
         {"capture", "TYPE", "the kind of the pictures, as for --type", false},
         {"wait", "SECONDS", "from a change to its picture, 0.2 by default", false},
     };
