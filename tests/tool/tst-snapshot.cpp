@@ -330,13 +330,9 @@ TEST_F(Snapshot, StopsWhatHasToRestAndNothingElse)
 TEST_F(Snapshot, TellsWhatWasSentWhereItFailsAndTakesItBack)
 {
     fieldSave("b.json", "Bls", "red", 12);
-    const auto both = [this]
-    {
-        auto jSnapshot = t_common::JsonApp::fromString(fileText("b.json"));
-        jSnapshot["modules"]["Ge"]["enable"] = !jSnapshot["modules"]["Ge"]["enable"].asBool();
-        fileStore("b.json", t_common::JsonApp::toString(jSnapshot, ""));
-    };
-    both();
+    auto jSnapshot = t_common::JsonApp::fromString(fileText("b.json"));
+    jSnapshot["modules"]["Ge"]["enable"] = !jSnapshot["modules"]["Ge"]["enable"].asBool();
+    fileStore("b.json", t_common::JsonApp::toString(jSnapshot, ""));
     board.faultSet({board::Fault::Error, "Ge::enableSet"_id, -1, 0, "too hot"});
     const auto red = [this] { return run("get Bls.config --json").json()["red"].asInt(); };
     auto failed = run("apply b.json");
