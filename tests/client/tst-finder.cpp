@@ -149,8 +149,16 @@ TEST_F(FinderTest, TabsAndInnerPagesAreTurnedToAndScrolledTo)
     EXPECT_EQ(shownPage(), "High Dynamic Range 2");
     EXPECT_EQ(focusName(), "Motion Weight Short");
     EXPECT_TRUE(isInView(QApplication::focusWidget()));
-    go("hdr2 dpf");
-    EXPECT_TRUE(QApplication::focusWidget()->inherits("QTabBar"));
+    for (const QString tab : {"Dpf", "Scene Luminance"})
+    {
+        go(tab);
+        auto* pTabBar = qobject_cast<QTabBar*>(QApplication::focusWidget());
+        ASSERT_TRUE(pTabBar);
+        EXPECT_EQ(pTabBar->tabText(pTabBar->currentIndex()), tab) << "also one of a plot alone";
+    }
+    find("dehaze reset");
+    EXPECT_EQ(found(), QStringList("Nothing found")) << "that page has none";
+    QTest::keyClick(pBox->focusWidget(), Qt::Key_Escape);
 
     // All inner pages are in the box that chooses them.
     page("Input Control");

@@ -1,11 +1,10 @@
-// The window that shows a picture, and the view of a scene.
+// The window that shows a picture.
 
 #include "tests/support/actions.h"
 #include "tests/support/files.h"
 #include "tests/support/modals.h"
 #include "tests/support/qt-main.h"
 #include "tests/support/wheel.h"
-#include "tuning-client/source/control/image-label.h"
 #include "tuning-client/source/control/picture-label.h"
 #include "tuning-client/source/image-viewer-main-window.h"
 
@@ -283,6 +282,10 @@ TEST_F(ViewerTest, LinkedViewersShowTheSamePlace)
     other.open(directory.path());
     other.move(50, 60);
     other.resize(700, 600);
+    other.findChild<PictureLabel*>()->setRectangle({5, 6, 7, 8});
+    menuChoose("Link to a.pgm");
+    EXPECT_EQ(label().rectangle(), QRect(5, 6, 7, 8)) << "the only rectangle is that of both";
+    menuChoose("Link to a.pgm");
     action("Zoom &In (25%)").trigger();
     drag(Qt::RightButton, {220, 110}, {260, 150});
     menuChoose("Link to a.pgm");
@@ -476,32 +479,4 @@ TEST_F(ViewerTest, FileIsCopiedThroughTheDialog)
     ASSERT_TRUE(image.save(other));
     choose("&Open...", other);
     EXPECT_EQ(choose("&Save As...", "copy"), "") << "no dialog for a picture of another kind";
-}
-
-TEST(ImageLabel, OffsetStaysInsideTheScene)
-{
-    ImageLabel label(nullptr);
-    label.resize(480, 270);
-    label.show();
-    QImage image(100, 50, QImage::Format_RGB32);
-    image.fill(Qt::red);
-    label.setImage(image);
-    const auto* pItem = label.scene()->items().constFirst();
-    const struct
-    {
-        QPoint set;
-        QPointF got;
-    } rows[] = {{{-5, 5000}, {0, 1079}}, {{1920, -1}, {1919, 0}}, {{700, 400}, {700, 400}}};
-    for (const auto& row : rows)
-    {
-        label.setOffset(row.set.x(), row.set.y());
-        EXPECT_EQ(pItem->pos(), row.got);
-    }
-    const auto shown = label.viewport()->grab().toImage();
-    const auto at = label.mapFromScene(750, 425);
-    EXPECT_EQ(shown.pixelColor(at), QColor(Qt::red));
-    EXPECT_NE(shown.pixelColor(label.mapFromScene(850, 425)), QColor(Qt::red));
-
-    label.resize(480, 480);
-    EXPECT_NEAR(label.transform().m22() / label.transform().m11(), 1920.0 / 1080, 0.02) << "whatever the aspect ratio";
 }

@@ -5,6 +5,7 @@
 #include <csignal>
 #include <future>
 #include <set>
+#include <sstream>
 
 TEST_F(Tool, SetsNamedFieldsAndLeavesTheRest)
 {
@@ -27,6 +28,7 @@ TEST_F(Tool, SetsNamedFieldsAndLeavesTheRest)
     EXPECT_EQ(run("set Hdr.config --generation V2 trans_range[2][1]=0.5").code, 0);
     EXPECT_EQ(run("get Hdr.config --generation V2 --json").json()["config"]["trans_range"][2][1], 0.5);
     EXPECT_EQ(run("set Lsc.enable off").code, 0);
+    EXPECT_EQ(run("set Dg.config -.5 --json").json()["gain"]["now"], -0.5);
     EXPECT_FALSE(run("get Lsc.enable --json").json()["enable"].asBool());
     EXPECT_EQ(run("set Awb.config", {"profilesName[1]=day light"}).code, 5) << "the board's own";
     // A record that is only sent has the values of the plain keys.
@@ -71,6 +73,11 @@ TEST_F(Tool, RefusesBeforeAnythingIsSent)
         {"file remove a?b", "can't be named"},
         {"get", "Usage: tuning-tool get"},
         {"gte Wb.config", "did you mean get"},
+        {"get Wdr.config --generaton V4", "did you mean --generation?"},
+        {"get Cac.config", "Cac has enable, status"},
+        {"table get Wb", "no auto table, but Ahdr Ca"},
+        {"set Bls.config red=1 red=2", "red is given twice"},
+        {"register write 0x300 -5", "0 to 4294967295"},
     };
     for (const auto& [text, expected] : cases)
     {
@@ -293,6 +300,7 @@ TEST_F(Tool, TellsWhatItKnows)
         {"Wb.configSet", "ccOffset.Red    int16_t   -2048 to 2047 by 1    \"Red Offset\"\n"},
         {"Wb.configSet", "ccMatrix.Coeff  float[9]  -8 to 7.996 by 0.004  \"Red 0\" ... \"Blue 2\"\n"},
         {"Wb.configGet", "ccOffset.Red    int16_t   -32768 to 32767\n"},
+        {"Wb.config", "Wb.configSet, number 4003002\n"},
         {"Dnr2.configSet --generation V1", "sigma                    double   0.1 to 12 by 0.1  \"Sigma\"\n"},
         {"Dnr2.configSet --generation V5", "sigma                 double   0.01 to 100 by 0.01        \"Sigma\"\n"},
         {"Wdr.configSet --generation V3", "config:strength  int32_t  0 to 128 by 1  \"Strength\"\n"},
@@ -307,6 +315,9 @@ TEST_F(Tool, TellsWhatItKnows)
     const auto shape = toolRun(words("list Dnr2.configSet --generation V1 --json")).json()[0];
     EXPECT_EQ(shape["request"]["fields"][1]["window"]["maximum"], 100) << shape;
     EXPECT_TRUE(contains(run("get Sensor.config").out, "  s\n")) << "units";
+    std::istringstream histograms(run("get Ae.status --generation V2").out);
+    for (std::string line; std::getline(histograms, line);)
+        EXPECT_LT(line.size(), 120u) << "a list of 256 goes on in other lines";
     const auto help = toolRun({"--help"}).out;
     EXPECT_TRUE(contains(help, "Exit codes:") && contains(help, "\n  6  "));
     const std::pair<std::string, std::string> completions[]{
@@ -320,6 +331,7 @@ TEST_F(Tool, TellsWhatItKnows)
         {"set Wdr.config --generation=V3 gainM", "gainMax=\n"},
         {"set Wdr.config --generation=V4", "--generation=V4\n"},
         {"capture --type YU", "YUV\n"},
+        {"capture --lock=ae,a", "--lock=ae,ae\n--lock=ae,af\n--lock=ae,awb\n"},
         {"sweep Bls.config --capture RG", "RGB\n"},
         {"sweep Bls.config re", "red\n"},
         {"snapshot --only Dn", "Dnr2\nDnr3\n"},
@@ -370,5 +382,7 @@ TEST_F(Tool, ChecksChipDescriptions)
     fileStore("deep.xml", deep);
     EXPECT_TRUE(contains(toolRun(words("chip check deep.xml")).out, "nested too deeply"));
     EXPECT_TRUE(contains(broken, "many.xml: has 1001 pages") && contains(broken, "many.xml:1: is not well-formed"));
-    EXPECT_EQ(toolRun(words("chip check board")).code, 6) << "a directory";
+    const auto unread = toolRun(words("chip check board bad.xml --json"));
+    EXPECT_EQ(unread.code, 6) << "a directory";
+    EXPECT_EQ(unread.json().size(), 8u) << "the other file is checked all the same";
 }

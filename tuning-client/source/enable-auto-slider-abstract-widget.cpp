@@ -62,7 +62,7 @@ bool EnableAutoSliderAbstractWidget::isAuto() const { return pComboBoxWorkMode->
 void EnableAutoSliderAbstractWidget::tableHide()
 {
     hasTable = false;
-    pPushButtonEditTable->hide();
+    shortcut::withdraw({pPushButtonEditTable});
 }
 
 void EnableAutoSliderAbstractWidget::workModeShow(bool isAuto)

@@ -161,7 +161,8 @@ void ImageViewerMainWindow::link(ImageViewerMainWindow& other)
     other.pPartner = this;
     linkShow();
     other.linkShow();
-    partnerMeasure();
+    // Only one that has none itself takes the other one's rectangle.
+    (imageLabel->rectangle().isEmpty() ? other : *this).partnerMeasure();
     partnerLead();
 }
 

@@ -3,11 +3,29 @@
 #include "tuning-tool/source/failure.h"
 #include "tuning-tool/source/value-text.h"
 
+#include <algorithm>
+
 namespace tool
 {
 namespace
 {
 bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+/// A list that is too long for a line goes on in others.
+void listAppend(std::vector<std::vector<std::string>>& rows, const std::string& name, const std::string& text)
+{
+    constexpr std::size_t longest = 80;
+    std::size_t begin = 0;
+    while (text.size() - begin > longest)
+    {
+        const auto comma = text.rfind(',', begin + longest - 1);
+        if (comma == std::string::npos || comma < begin)
+            break;
+        rows.push_back({begin == 0 ? name : std::string(), text.substr(begin, comma + 1 - begin)});
+        begin = comma + 1;
+    }
+    rows.push_back({begin == 0 ? name : std::string(), text.substr(begin), unitOf(name)});
+}
 
 bool isFlat(const Json::Value& value)
 {
@@ -25,12 +43,12 @@ Assignments assignmentsParse(const std::vector<std::string>& words, std::size_t 
     for (std::size_t i = first; i < words.size(); ++i)
     {
         const auto equals = words[i].find('=');
-        if (equals != std::string::npos)
-            assignments.emplace_back(words[i].substr(0, equals), words[i].substr(equals + 1));
-        else if (names.size() == 1)
-            assignments.emplace_back(names.front(), words[i]);
-        else
+        if (equals == std::string::npos && names.size() != 1)
             throw Failure(Usage, "\"" + words[i] + "\" is no NAME=VALUE");
+        const auto name = equals == std::string::npos ? names.front() : words[i].substr(0, equals);
+        if (std::any_of(assignments.begin(), assignments.end(), [&](const auto& other) { return other.first == name; }))
+            throw Failure(Usage, name + " is given twice");
+        assignments.emplace_back(name, equals == std::string::npos ? words[i] : words[i].substr(equals + 1));
     }
     return assignments;
 }
@@ -56,11 +74,10 @@ std::string unitOf(const std::string& name)
 
 void rowsAppend(std::vector<std::vector<std::string>>& rows, const std::string& name, const Json::Value& value)
 {
-    if (!(value.isObject() || value.isArray()) || (value.isArray() && isFlat(value)))
-    {
+    if (value.isArray() && isFlat(value))
+        return listAppend(rows, name, valueText(value));
+    if (!(value.isObject() || value.isArray()))
         rows.push_back({name, valueText(value), unitOf(name)});
-        return;
-    }
     for (Json::ArrayIndex i = 0; value.isArray() && i < value.size(); ++i)
         rowsAppend(rows, name + "[" + std::to_string(i) + "]", value[i]);
     if (value.isObject())

@@ -7,6 +7,7 @@
 #include "tuning-tool/source/verbs.h"
 
 #include <QCommandLineParser>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -16,6 +17,17 @@ namespace
 {
 constexpr std::size_t many = 100'000;
 constexpr int waitMost = 60;
+
+/// The parser takes what begins with "-" for an option: a number below zero passes it with another sign.
+constexpr QChar minus(0x2212);
+
+QString disguised(QString word)
+{
+    static const QRegularExpression number("^-\\.?\\d");
+    return number.match(word).hasMatch() ? minus + word.mid(1) : word;
+}
+
+std::string restored(const QString& word) { return (word.startsWith(minus) ? '-' + word.mid(1) : word).toStdString(); }
 
 std::string typesText()
 {
@@ -66,7 +78,7 @@ Options optionsRead(const QCommandLineParser& parser)
     for (const auto& name : parser.optionNames())
         if (const auto values = parser.values(name); !values.isEmpty() && values.contains(QString()))
             throw Failure(Usage, "--" + name.toStdString() + " is empty");
-    const auto text = [&](const char* name) { return parser.value(name).toStdString(); };
+    const auto text = [&](const char* name) { return restored(parser.value(name)); };
     Options options;
     options.board = text("board");
     options.port = text("port");
@@ -96,7 +108,7 @@ Options optionsRead(const QCommandLineParser& parser)
     options.isSensor = parser.isSet("sensor");
     options.isForced = parser.isSet("force");
     for (const auto& word : parser.positionalArguments())
-        options.words.push_back(word.toStdString());
+        options.words.push_back(restored(word));
     return options;
 }
 
@@ -165,11 +177,25 @@ void helpPrint(std::ostream& out)
            "  7  interrupted between two commands, what was sent is told\n";
 }
 
+std::string errorText(const QCommandLineParser& parser)
+{
+    const auto unknown = parser.unknownOptionNames();
+    if (unknown.isEmpty())
+        return parser.errorText().toStdString();
+    const auto name = "--" + unknown.first().toStdString();
+    return "There is no option " + name + meantText(name, optionNames());
+}
+
+std::string usageText(const Verb& verb)
+{
+    return "Usage: tuning-tool " + verb.name + (verb.words.empty() ? "" : " " + verb.words);
+}
+
 void runGuarded(const std::vector<std::string>& arguments, std::ostream& out)
 {
     QStringList list{"tuning-tool"};
     for (const auto& argument : arguments)
-        list.append(QString::fromStdString(argument));
+        list.append(disguised(QString::fromStdString(argument)));
     if (!arguments.empty() && arguments[0] == "complete")
     {
         Options options;
@@ -180,7 +206,7 @@ void runGuarded(const std::vector<std::string>& arguments, std::ostream& out)
     QCommandLineParser parser;
     parserFill(parser);
     if (!parser.parse(list))
-        throw Failure(Usage, parser.errorText().toStdString());
+        throw Failure(Usage, errorText(parser));
     auto options = optionsRead(parser);
     if (options.words.empty() && parser.isSet("help"))
         return helpPrint(out);
@@ -188,11 +214,11 @@ void runGuarded(const std::vector<std::string>& arguments, std::ostream& out)
     optionsCheck(parser, verb);
     if (parser.isSet("help"))
     {
-        out << "Usage: tuning-tool " << verb.name << ' ' << verb.words << "\n\n" << verb.help << '\n';
+        out << usageText(verb) << "\n\n" << verb.help << '\n';
         return optionsPrint(out, optionsOf(verb));
     }
     if (options.words.size() < verb.fewest || options.words.size() > verb.most)
-        throw Failure(Usage, "Usage: tuning-tool " + verb.name + " " + verb.words);
+        throw Failure(Usage, usageText(verb));
     Session session(options, out);
     verb.fRun(session);
 }

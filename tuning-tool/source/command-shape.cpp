@@ -13,6 +13,22 @@ bool endsWith(const std::string& text, const std::string& end)
 {
     return text.size() >= end.size() && text.compare(text.size() - end.size(), end.size(), end) == 0;
 }
+/// What the class has of that kind: the nearest of it, or all.
+std::string ownText(const board::CommandClass& commandClass, const std::string& command, const std::string& suffix)
+{
+    std::vector<std::string> names;
+    std::string all;
+    for (const auto& candidate : commandClass.commands)
+        if (endsWith(candidate.name, suffix))
+        {
+            names.push_back(candidate.name.substr(0, candidate.name.size() - suffix.size()));
+            all += (all.empty() ? "; " + commandClass.name + " has " : ", ") + names.back();
+        }
+    for (auto& name : names)
+        name = commandClass.name + "." + name;
+    const auto meant = meantText(commandClass.name + "." + command, names);
+    return meant.empty() ? all : meant;
+}
 } // namespace
 
 CommandShape::CommandShape(const board::CommandClass& commandClass_, const std::string& command_,
@@ -118,7 +134,8 @@ CommandShape commandShape(const std::string& name, const std::string& suffix, co
     const auto& commandClass = commandClassFind(name.substr(0, dot));
     const auto* pCommand = commandFind(commandClass, name.substr(dot + 1), suffix);
     if (!pCommand)
-        throw Failure(Usage, "There is no command \"" + name + suffix + "\"" + meantText(name, commandNames(suffix)));
+        throw Failure(Usage, "There is no command \"" + name + suffix + "\"" +
+                                 ownText(commandClass, name.substr(dot + 1), suffix));
     return {commandClass, pCommand->name, generationCheck(commandClass, generation)};
 }
 } // namespace tool

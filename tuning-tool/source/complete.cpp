@@ -147,7 +147,21 @@ Words optionValues(const std::string& option, const std::string& className)
         return generationsOf(className);
     if (option == "only")
         return moduleNames();
+    if (option == "lock")
+        return {"ae", "af", "awb"};
     return option == "type" || option == "capture" ? pictureTypes() : Words();
+}
+
+/// With what is typed of them already: `start`, and of a list all but its last element.
+Words optionWords(const std::string& option, const std::string& className, const std::string& start,
+                  const std::string& typed)
+{
+    const auto comma = typed.rfind(',');
+    const auto before = comma == std::string::npos ? start : start + typed.substr(0, comma + 1);
+    auto values = optionValues(option, className);
+    for (auto& value : values)
+        value.insert(0, before);
+    return values;
 }
 
 /// What may follow the words before the last one.
@@ -158,14 +172,9 @@ Words candidates(const Words& before, const std::string& last)
     const auto count = !pVerb || pVerb->name.find(' ') == std::string::npos ? std::size_t(1) : std::size_t(2);
     const auto name = line.words.size() > count ? line.words[count] : std::string();
     if (!line.open.empty())
-        return optionValues(line.open, name);
+        return optionWords(line.open, name, {}, last);
     if (const auto equals = last.find('='); last.rfind("--", 0) == 0 && equals != std::string::npos)
-    {
-        auto values = optionValues(last.substr(2, equals - 2), name);
-        for (auto& value : values)
-            value.insert(0, last, 0, equals + 1);
-        return values;
-    }
+        return optionWords(last.substr(2, equals - 2), name, last.substr(0, equals + 1), last.substr(equals + 1));
     if (last.rfind('-', 0) == 0)
         return pVerb ? optionsOf(*pVerb) : optionNames();
     if (!pVerb)

@@ -39,6 +39,7 @@ std::optional<Json::Value> numberParse(const std::string& text)
     const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size() && std::isfinite(number);
     return isNumber ? std::optional<Json::Value>(number) : std::nullopt;
 }
+
 std::string shown(const std::string& text)
 {
     return t_common::printable(text, std::string::npos, t_common::Lines::Many);

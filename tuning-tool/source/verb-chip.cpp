@@ -23,9 +23,20 @@ void chipCheck(Session& session)
                         << finding.text << '\n';
         jFindings.append(std::move(jFinding));
     };
+    // A file that can't be read tells nothing of the others.
+    std::string unread;
     for (const auto& path : session.options.words)
     {
-        const auto report = chipReport(path);
+        ChipReport report;
+        try
+        {
+            report = chipReport(path);
+        }
+        catch (const Failure& failure)
+        {
+            unread += (unread.empty() ? "" : "\n") + std::string(failure.what());
+            continue;
+        }
         for (const auto& finding : report.findings)
             tell(path, finding);
         const auto [found, isNew] = files.emplace(report.chipName, path);
@@ -34,8 +45,10 @@ void chipCheck(Session& session)
     }
     if (session.options.isJson)
         session.jsonPrint(jFindings);
+    if (!unread.empty())
+        throw Failure(LocalFile, unread);
     if (!jFindings.empty())
-        throw Failure(Refused, std::to_string(jFindings.size()) + " findings");
+        throw Failure(Refused, std::to_string(jFindings.size()) + (jFindings.size() == 1 ? " finding" : " findings"));
 }
 
 void chipPages(Session& session)

@@ -101,6 +101,7 @@ void presenceCheck(Session& session, const std::string& name)
     if (names && std::find(names->begin(), names->end(), name) == names->end())
         throw Failure(Refused, "The board lists no file \"" + valueText(name) + "\"" + meantText(name, *names));
 }
+
 /// Whatever a board answers to an upload, also that it refuses it, means nothing: only the file itself tells.
 void uploadCheck(Session& session, const std::string& path)
 {

@@ -100,8 +100,21 @@ void shapePrint(Session& session, const CommandShape& shape)
     }
 }
 
-/// All commands of a class, or the one of that name.
-std::vector<CommandShape> shapesOf(const board::CommandClass& commandClass, const std::string& command,
+/// The commands that a name stands for: itself, or what reads and writes it; throws `Failure` for none.
+std::vector<std::string> commandsOf(const board::CommandClass& commandClass, const std::string& name)
+{
+    std::vector<std::string> commands;
+    for (const auto* suffix : {"", "Get", "Set"})
+        if (const auto* pCommand = commandFind(commandClass, name, suffix))
+            if (std::find(commands.begin(), commands.end(), pCommand->name) == commands.end())
+                commands.push_back(pCommand->name);
+    if (commands.empty())
+        commands.push_back(commandShape(commandClass.name + "." + name, {}, {}).command);
+    return commands;
+}
+
+/// All commands of a class, or those named.
+std::vector<CommandShape> shapesOf(const board::CommandClass& commandClass, const std::vector<std::string>& commands,
                                    const std::string& generation)
 {
     std::vector<CommandShape> shapes;
@@ -109,7 +122,7 @@ std::vector<CommandShape> shapesOf(const board::CommandClass& commandClass, cons
         for (const auto& name : generation.empty()
                                     ? generationsOf(commandClass)
                                     : std::vector<std::string>{generationCheck(commandClass, generation)})
-            if (command.empty() || command == candidate.name)
+            if (commands.empty() || std::find(commands.begin(), commands.end(), candidate.name) != commands.end())
                 shapes.emplace_back(commandClass, candidate.name, name);
     return shapes;
 }
@@ -142,8 +155,8 @@ void list(Session& session)
     if (name.find('.') != std::string::npos)
     {
         const auto& commandClass = commandClassFind(name.substr(0, name.find('.')));
-        const auto command = commandShape(name, {}, generationsOf(commandClass).front()).command;
-        shapes = shapesOf(commandClass, command, options.generation);
+        const auto commands = commandsOf(commandClass, name.substr(name.find('.') + 1));
+        shapes = shapesOf(commandClass, commands, options.generation);
     }
     else
     {

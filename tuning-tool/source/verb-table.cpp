@@ -10,7 +10,15 @@ namespace
 {
 CommandShape shapeOf(const Session& session, const std::string& suffix)
 {
-    return commandShape(session.options.words[0] + ".table", suffix, session.options.generation);
+    const auto& commandClass = commandClassFind(session.options.words[0]);
+    if (!commandFind(commandClass, "table", suffix))
+    {
+        std::string others;
+        for (const auto& name : commandNames("table" + suffix))
+            others += " " + name.substr(0, name.find('.'));
+        throw Failure(Usage, commandClass.name + " has no auto table, but" + others);
+    }
+    return commandShape(commandClass.name + ".table", suffix, session.options.generation);
 }
 } // namespace
 

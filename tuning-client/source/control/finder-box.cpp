@@ -14,12 +14,13 @@
 #include <QListView>
 #include <QSet>
 #include <QStringListModel>
+#include <QTabWidget>
 #include <QVBoxLayout>
 
 namespace
 {
 constexpr int lines = 12;
-constexpr int letters = 70; ///< of the window's font, in a line
+constexpr int letters = 90; ///< of the window's font, in a line
 constexpr int listed = 100; ///< more would be no help, and cost time at each key
 
 QString withoutMnemonic(QString text) { return text.replace("&&", "\n").remove('&').replace('\n', '&'); }
@@ -67,33 +68,40 @@ FinderBox::FinderBox(QWidget* pWindow, const QVector<QWidget*>& pages)
 }
 
 /// The page itself, its tabs and inner pages before what stands in them, and its controls.
+/// Tabs are found by their bar as well, since some hold plots alone.
 void FinderBox::pageAdd(int page, QWidget* pPage)
 {
     const QStringList start(pPage->accessibleName());
     entryAdd(page, nullptr, start);
     QSet<const QWidget*> leaves;
-    for (auto* pControl : shortcut::controlsInOrder(pPage))
+    const auto pathTo = [&](QWidget* pWidget)
     {
-        const auto label = labelOf(pControl);
-        if (label.isEmpty())
-            continue;
         QVector<QWidget*> around;
-        for (auto* pWidget = pControl->parentWidget(); pWidget != pPage; pWidget = pWidget->parentWidget())
+        for (; pWidget != pPage; pWidget = pWidget->parentWidget())
             around.prepend(pWidget);
         auto path = start;
-        for (auto* pWidget : qAsConst(around))
+        for (auto* pPlace : qAsConst(around))
         {
-            const auto title = shortcut::titleOf(pWidget);
+            const auto title = shortcut::titleOf(pPlace);
             if (title.isEmpty())
                 continue;
             path.append(title);
-            if (shortcut::isLeaf(pWidget) && !leaves.contains(pWidget))
+            if (shortcut::isLeaf(pPlace) && !leaves.contains(pPlace))
             {
-                leaves.insert(pWidget);
-                entryAdd(page, pWidget, path);
+                leaves.insert(pPlace);
+                entryAdd(page, pPlace, path);
             }
         }
-        entryAdd(page, pControl, path << label);
+        return path;
+    };
+    for (auto* pControl : shortcut::controlsInOrder(pPage))
+    {
+        const auto* pTabs = qobject_cast<const QTabWidget*>(pControl->parentWidget());
+        for (int i = 0; pTabs && i < pTabs->count(); ++i)
+            pathTo(pTabs->widget(i));
+        const auto label = labelOf(pControl);
+        if (!label.isEmpty())
+            entryAdd(page, pControl, pathTo(pControl->parentWidget()) << label);
     }
 }
 

@@ -21,8 +21,7 @@ CaChannelWidegt::CaChannelWidegt(QWidget* pParent)
 {
     ledWordsSet(tr("CA ON"), tr("CA OFF"));
     pCheckBoxEnable->setText(tr("Enable Color Adjustment"));
-    pCheckBoxEnable->hide();
-    pPushButtonRest->hide();
+    shortcut::withdraw({pCheckBoxEnable, pPushButtonRest});
     groupsBuild();
     binding.add(slider(Inflection, tr("S Curve Inflection"), 0, 64), &Config::curveSInflection)
         .add(slider(Exponent, tr("S Curve Exponent"), 1, 30), &Config::curveSExponent)

@@ -25,8 +25,7 @@ DciWidget::DciWidget(QWidget* pParent)
     using Exponent = Config::Exponent;
     ledWordsSet(tr("DCI ON"), tr("DCI OFF"));
     pCheckBoxEnable->setText(tr("Enable Dynamic Contrast Improvement"));
-    pCheckBoxEnable->hide();
-    pPushButtonRest->hide();
+    shortcut::withdraw({pCheckBoxEnable, pPushButtonRest});
     modeBuild();
     binding.add(slider(ExponentLow, tr("Low Exponent"), 0, 2, 1), &Config::exponent, &Exponent::low)
         .add(slider(ExponentMiddle, tr("Middle Exponent"), 0, 2, 1), &Config::exponent, &Exponent::middle)

@@ -9,7 +9,7 @@ using rest::Dehaze;
 DehazeWidget::DehazeWidget(QWidget* pParent, const QString& name) : EnableSliderAbstractWidget(pParent, name, 0)
 {
     ledWordsSet(tr("Dehaze ON"), tr("Dehaze OFF"));
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     form(pGridLayoutScrollArea).stretch();
 }
 

@@ -7,7 +7,7 @@ using rest::Dg;
 DgWidget::DgWidget(QWidget* pParent)
     : EnableSliderAbstractWidget(pParent, "Digital Gain", 1), config(rest::recordZero<Dg::Config>())
 {
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     binding.add(slider(0, tr("Digital Gain"), 1, 255.99, 2), &Dg::Config::gain);
     form(pGridLayoutScrollArea).stretch();
 }

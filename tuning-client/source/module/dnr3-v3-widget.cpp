@@ -18,8 +18,7 @@ Dnr3V3Widget::Dnr3V3Widget(QWidget* pParent, const QString& name)
       pDnr2V5Widget(new Dnr2V5Widget(this, "2D Noise Reduction 5")),
       config(rest::recordZero<Dnr3::Config>())
 {
-    pCheckBoxEnable->hide();
-    pCheckBoxNoiseCurveEnable->hide();
+    shortcut::withdraw({pCheckBoxEnable, pCheckBoxNoiseCurveEnable});
     new SideBySide(this, {pTnrParamWidget, pDnr2V5Widget});
 }
 

@@ -17,7 +17,7 @@ Dnr3V32Widget::Dnr3V32Widget(QWidget* pParent, const QString& name)
       pDnr2V5Widget(new Dnr2V5Widget(this, "2D Noise Reduction 5")),
       config(rest::recordZero<Dnr3::Config>())
 {
-    pCheckBoxEnable->hide();
+    shortcut::withdraw({pCheckBoxEnable});
     new SideBySide(this, {pTnr2ParamWidget, pDnr2V5Widget});
 }
 

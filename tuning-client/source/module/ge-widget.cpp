@@ -6,7 +6,7 @@ using rest::Ge;
 
 GeWidget::GeWidget(QWidget* pParent) : EnableSliderAbstractWidget(pParent, "Green Equilibrate", Sum)
 {
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     binding.add(slider(Strength, tr("Strength"), 0, 511, shortcut::Form::ownDecimals), &Ge::Config::strength);
     form(pGridLayoutScrollArea).stretch();
 }

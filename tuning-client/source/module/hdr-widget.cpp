@@ -8,7 +8,7 @@ HdrWidget::HdrWidget(QWidget* pParent) : EnableSliderAbstractWidget(pParent, "Hi
 {
     using V1 = Hdr::Config::V1;
     ledWordsSet(tr("HDR ON"), tr("HDR OFF"));
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     binding.add(slider(ExtensionBit, tr("Extension Bit"), 0, 4), &V1::extensionBit)
         .add(slider(ExposureRatio, tr("Exposure Ratio"), 1, 64), &V1::exposureRatio);
     form(pGridLayoutScrollArea).stretch();

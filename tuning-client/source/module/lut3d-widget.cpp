@@ -10,7 +10,7 @@ using rest::Lut3d;
 Lut3dWidget::Lut3dWidget(QWidget* pParent) : EnableSliderAbstractWidget(pParent, "LUT 3D", 0)
 {
     pCheckBoxEnable->setText(tr("Enable 3DLUT"));
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     form(pGridLayoutScrollArea).stretch();
 }
 

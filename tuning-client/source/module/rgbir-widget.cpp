@@ -10,7 +10,7 @@ using Config = Rgbir::Config;
 RgbirWidget::RgbirWidget(QWidget* pParent)
     : EnableAutoSliderAbstractWidget(pParent, "Rgbir", 0), config(rest::recordZero<Config>())
 {
-    pPushButtonRest->hide();
+    shortcut::withdraw({pPushButtonRest});
     tableHide();
     auto page = form(pGridLayoutScrollArea);
     binding.add(pSliderSpinWidgetDmscthreshold = page.slider(tr("dmscThreshold"), 0, 255), &Config::dmscThreshold)

@@ -12,6 +12,15 @@ QVector<QWidget*> siblings(const QWidget* pWidget)
     return widgets;
 }
 
+void withdraw(const QVector<QWidget*>& widgets)
+{
+    for (auto* pWidget : widgets)
+    {
+        pWidget->hide();
+        pWidget->setFocusPolicy(Qt::NoFocus);
+    }
+}
+
 void enabledSet(const QVector<QWidget*>& widgets, bool isEnabled)
 {
     for (auto* pWidget : widgets)

@@ -17,6 +17,9 @@ enum class Grey
 /// All widgets that stand beside `pWidget` in the same parent.
 QVector<QWidget*> siblings(const QWidget* pWidget);
 
+/// Takes controls that a page has no use for away for good: they are not seen, reached by keys, or found.
+void withdraw(const QVector<QWidget*>& widgets);
+
 void enabledSet(const QVector<QWidget*>& widgets, bool isEnabled);
 
 /// Starts the timer, anew if it runs, or stops it.
