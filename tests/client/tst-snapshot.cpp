@@ -120,8 +120,8 @@ protected:
         return result;
     }
 
-    /// Changes the first value that a page sends, or its switch where it has nothing else, and notes whether it is free
-    /// while the module runs.
+    /// Changes the first value that a page sends, or its mode or switch where it has nothing else, and notes whether it
+    /// is free while the module runs.
     bool changeOne(const QString& pageName)
     {
         const bool isWeighing = pageName == "Region Of Interested"; // which takes a running exposure
@@ -136,8 +136,10 @@ protected:
                  [&](QWidget* pControl)
                  {
                      const auto* pBox = qobject_cast<QCheckBox*>(pControl);
+                     const bool isLate =
+                         (pBox && pBox->text().startsWith("Enable ")) || pControl->accessibleName() == "Working Mode";
                      if (!isDone && pControl->isEnabled() && !qobject_cast<QPushButton*>(pControl) &&
-                         (pBox && pBox->text().startsWith("Enable ")) == isSwitch)
+                         isLate == isSwitch)
                          isDone = isSent(pControl, isSwitch);
                  });
         aeEnable(false);

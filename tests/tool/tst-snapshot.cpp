@@ -307,6 +307,7 @@ TEST_F(Snapshot, StopsWhatHasToRestAndNothingElse)
         {"Sensor", "config", "_long.gain", 2.5, "Ae- Sensor Ae+"},
         {"Cnr", "config", "tc1", 9, "Cnr- Cnr Cnr+"},
         {"Wdr V4", "config", "strength", 9, "Wdr"},
+        {"Wdr V4", "config", "auto", true, "Wdr- Wdr Wdr+"},
         {"Wdr V4", "table", "rows", rows, "Wdr- Wdr Wdr+"},
     };
     for (const auto& [module, kind, field, value, expected] : cases)

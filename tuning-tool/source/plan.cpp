@@ -12,7 +12,7 @@ namespace
 enum Free
 {
     Never,
-    NotMode, ///< all but the working mode and the auto table
+    NotMode, ///< all but the modes and the auto table
     Always
 };
 
@@ -28,7 +28,10 @@ Free freeOf(const Part& part)
     return found == modules.end() ? Never : found->second;
 }
 
-bool isMode(const std::string& field) { return field == "auto" || field == "isAuto" || field == "table"; }
+bool isMode(const std::string& field)
+{
+    return field == "auto" || field == "isAuto" || field == "flat" || field == "globalCureveMode" || field == "table";
+}
 
 /// What is off together: a class, with the one that its loop drives.
 std::string groupOf(const Part& part)
