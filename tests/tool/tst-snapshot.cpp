@@ -3,8 +3,10 @@
 #include "tests/support/full-disk.h"
 #include "tests/tool/tool-fixture.h"
 
+#include <chrono>
 #include <filesystem>
 #include <future>
+#include <thread>
 
 namespace
 {
@@ -408,4 +410,23 @@ TEST_F(Snapshot, SweepsAndComesBack)
     const auto ended = kept.get();
     EXPECT_EQ(ended.code, 5);
     EXPECT_TRUE(contains(ended.err, "red is not back at 168: the board has 7")) << ended.err;
+}
+
+TEST_F(Snapshot, TellsWhatWasSentWhereTheBoardAnswersInAnotherShape)
+{
+    auto jSnapshot = t_common::JsonApp::fromString(taken);
+    jSnapshot["modules"]["Ahdr V1"]["table"]["rows"][0][0] = 77;
+    fileStore("b.json", t_common::JsonApp::toString(jSnapshot, ""));
+    board.faultSet({board::Fault::Delay, "Ahdr::tableSet"_id, -1, 500});
+    std::thread spoiling(
+        [this]
+        {
+            for (int i = 0; i < 20'000 && board.count("Ahdr::tableSet"_id) == 0; ++i)
+                std::this_thread::sleep_for(std::chrono::milliseconds(1));
+            board.answerSet("Ahdr::tableGet"_id, "table", "text");
+        });
+    const auto ended = run("apply b.json");
+    spoiling.join();
+    EXPECT_EQ(ended.code, 4);
+    EXPECT_TRUE(contains(ended.err, "sent: Ahdr.tableSet V1") && contains(ended.err, "--rollback")) << ended.err;
 }

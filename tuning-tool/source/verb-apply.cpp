@@ -155,6 +155,12 @@ public:
             report.print(session);
             throw;
         }
+        catch (const std::exception& exception)
+        {
+            // Of an answer that has another shape than the description says.
+            report.print(session);
+            throw Failure(Unreadable, exception.what());
+        }
         if (!session.options.isDryRun)
             report.print(session);
         if (!report.others().empty())

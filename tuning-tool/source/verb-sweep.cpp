@@ -138,6 +138,10 @@ public:
         {
             failure.emplace(caught);
         }
+        catch (const std::exception& exception)
+        {
+            failure.emplace(Unreadable, exception.what());
+        }
         // The board first: who reads the table may let it wait.
         giveBack(failure);
         print();
